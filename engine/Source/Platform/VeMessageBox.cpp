@@ -1,0 +1,82 @@
+#include "Platform/VeMessageBox.h"
+
+#include <SDL.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+
+namespace {
+std::mutex& HandlerMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+VeMessageBoxHandler& Handler() {
+    static VeMessageBoxHandler handler;
+    return handler;
+}
+
+void ShowSystemBox(const std::string& title, const std::string& text, int kind) {
+    if (DialogsEnabled()) {
+        Uint32 flags = SDL_MESSAGEBOX_INFORMATION;
+        if (kind == VeMessageBox::Warning) {
+            flags = SDL_MESSAGEBOX_WARNING;
+        } else if (kind == VeMessageBox::Error) {
+            flags = SDL_MESSAGEBOX_ERROR;
+        }
+        if (SDL_ShowSimpleMessageBox(flags, title.c_str(), text.c_str(), nullptr) == 0) {
+            return;
+        }
+    }
+    std::fprintf(stderr, "%s\n%s\n", title.c_str(), text.c_str());
+    std::fflush(stderr);
+}
+} // namespace
+
+bool DialogsEnabled() {
+    const char* noDialogs = std::getenv("QUILLMAZE_NO_DIALOGS");
+    if (noDialogs != nullptr && std::string(noDialogs) == "1") {
+        return false;
+    }
+    const char* display = std::getenv("DISPLAY");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    return (display != nullptr && *display != '\0') || (wayland != nullptr && *wayland != '\0');
+}
+
+VeMessageBox::VeMessageBox(const std::string& title, const std::string& text, int kind)
+    : title(title), text(text), kind(kind) {
+    VeMessageBoxHandler handler;
+    {
+        std::lock_guard<std::mutex> lock(HandlerMutex());
+        handler = Handler();
+    }
+    if (handler) {
+        handler(title, text, kind);
+    } else {
+        ShowSystemBox(title, text, kind);
+    }
+    if (kind == Error) {
+        std::fflush(stdout);
+        std::exit(0);
+    }
+}
+
+void Halt(const std::string& title, const std::string& text) {
+    VeMessageBox box(title, text, VeMessageBox::Error);
+    std::exit(0); // not reached: a kind-2 box ends the process or its handler unwinds
+}
+
+void VeAssertFailed(const char* source, int line, const char* expression) {
+    const std::string text =
+        std::string("Assertion failed in ") + source + ", line " + std::to_string(line) + ": " + expression;
+    std::fprintf(stderr, "%s\n", text.c_str());
+    VeMessageBox box("Assertion failed", text, VeMessageBox::Error);
+    std::abort();
+}
+
+VeMessageBoxHandler SetMessageBoxHandler(VeMessageBoxHandler handler) {
+    std::lock_guard<std::mutex> lock(HandlerMutex());
+    VeMessageBoxHandler previous = std::move(Handler());
+    Handler() = std::move(handler);
+    return previous;
+}

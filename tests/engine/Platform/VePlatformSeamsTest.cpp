@@ -1,0 +1,83 @@
+#include "Platform/VePlatform.h"
+
+#include "Support/HaltCapture.h"
+
+#include <gtest/gtest.h>
+
+TEST(VePlatformSeamsTest, RandomSequenceDependsOnlyOnTheSeed) {
+    SeedRand(42);
+    std::vector<int> first;
+    for (int i = 0; i < 100; ++i) {
+        first.push_back(Rand());
+    }
+    SeedRand(42);
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(Rand(), first[static_cast<size_t>(i)]);
+    }
+    SeedRand(43);
+    EXPECT_NE(Rand(), first[0]);
+
+    // Values spread over the whole range and over small moduli alike.
+    int counts[3] = {0, 0, 0};
+    bool high = false;
+    for (int i = 0; i < 30000; ++i) {
+        const int value = Rand();
+        ASSERT_GE(value, 0);
+        ASSERT_LE(value, kRandMax);
+        high = high || value > 0x40000000;
+        counts[value % 3]++;
+    }
+    EXPECT_TRUE(high);
+    for (int count : counts) {
+        EXPECT_NEAR(count, 10000, 500);
+    }
+}
+
+TEST(VePlatformSeamsTest, DrivenTimeSourceMovesEveryClock) {
+    int64_t now = 5000;
+    SetTimeSource([&now] { return now; });
+    EXPECT_EQ(GetTimeMs(), 5000);
+    now += 250;
+    EXPECT_EQ(GetTimeMs(), 5250);
+    EXPECT_EQ(GetClockMs(), 5250);
+    SleepMs(100000); // returns at once while time is driven
+    SetTimeSource(nullptr);
+    const int64_t real = GetTimeMs();
+    SleepMs(5);
+    EXPECT_GE(GetTimeMs() - real, 4);
+
+    SetFixedFrameDelta(1.0f / 60.0f);
+    EXPECT_FLOAT_EQ(GetFixedFrameDelta(), 1.0f / 60.0f);
+    SetFixedFrameDelta(-1.0f);
+    EXPECT_EQ(GetFixedFrameDelta(), 0.0f);
+}
+
+TEST(VePlatformSeamsTest, MessageBoxesAndHaltsReachTheHandler) {
+    MessageBoxCapture capture;
+    VeMessageBox("Note", "Just so you know", VeMessageBox::Information);
+    VeMessageBox("Careful", "Something is off", VeMessageBox::Warning);
+    ASSERT_EQ(capture.boxes.size(), 2u);
+    EXPECT_EQ(capture.boxes[1].kind, VeMessageBox::Warning);
+
+    bool halted = false;
+    try {
+        Halt("Halt: Test", "App halted when testing");
+    } catch (const HaltIntercepted& halt) {
+        halted = true;
+        EXPECT_EQ(halt.title, "Halt: Test");
+        EXPECT_EQ(halt.text, "App halted when testing");
+    }
+    EXPECT_TRUE(halted);
+    const int line = __LINE__ + 1;
+    EXPECT_HALT(VE_ASSERT(1 + 1 == 3, "Source\\Test"), "Assertion failed",
+                "Assertion failed in Source\\Test, line " + std::to_string(line) + ": 1 + 1 == 3");
+}
+
+TEST(VePlatformSeamsTest, LogLinesGoToTheSink) {
+    std::string seen;
+    VeLogSink previous = SetLogSink([&seen](const std::string& text) { seen += text; });
+    Log("Loaded %d of %s.\n", 3, "maps");
+    Log("%s", "");
+    SetLogSink(previous);
+    EXPECT_EQ(seen, "Loaded 3 of maps.\n");
+}

@@ -1,0 +1,60 @@
+#include "Input/VeEventPump.h"
+
+#include "Input/VeInput.h"
+
+VeEventPump::VeEventPump(VeInput* owner, std::unique_ptr<VeInputSource> inputSource)
+    : input(owner), source(std::move(inputSource)) {}
+
+void VeEventPump::Pump(uint8_t (&down)[kKeyCount]) {
+    source->ReadKeyboard(down);
+
+    // A coordinate of exactly 0 is what the system reports before the pointer was ever seen in
+    // the window; the last position stays.
+    int rawX = 0;
+    int rawY = 0;
+    const uint32_t buttons = source->ReadMouse(rawX, rawY);
+    if (rawX != 0 && rawY != 0) {
+        input->mouseX = VeInput::MapToLogical(rawX, input->scaleX, input->offsetX);
+        input->mouseY = VeInput::MapToLogical(rawY, input->scaleY, input->offsetY);
+        input->mouseMovePending = true;
+    }
+
+    for (int button = kMouseLeft; button <= kMouseRight; ++button) {
+        const bool isDown = (buttons & (1u << (button - 1))) != 0;
+        if (isDown && input->mouseDown[button] == 0) {
+            input->mouseDown[button] = 1;
+            input->mousePendingPressed[button] = 1;
+        } else if (!isDown) {
+            input->mouseDown[button] = 0;
+        }
+    }
+    input->mouseDown[kMouseWheelDown] = 0;
+    input->mouseDown[kMouseWheelUp] = 0;
+
+    events.clear();
+    source->PollEvents(events);
+    for (const VeInputEvent& event : events) {
+        switch (event.kind) {
+        case VeInputEvent::Wheel:
+            if (event.value < 0) {
+                input->mouseDown[kMouseWheelDown] = 1;
+                input->mousePendingPressed[kMouseWheelDown] = 1;
+            } else if (event.value > 0) {
+                input->mouseDown[kMouseWheelUp] = 1;
+                input->mousePendingPressed[kMouseWheelUp] = 1;
+            }
+            break;
+        case VeInputEvent::Quit:
+            quitRequested = true;
+            break;
+        case VeInputEvent::WindowActivated:
+            input->Reset();
+            break;
+        default:
+            break;
+        }
+        if (listener) {
+            listener(event);
+        }
+    }
+}

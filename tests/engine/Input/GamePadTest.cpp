@@ -1,0 +1,222 @@
+#include "Input/GamePad.h"
+
+#include "engine/Input/FakePadSource.h"
+
+#include "Platform/VeTime.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace {
+class GamePadTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SetTimeSource([this] { return now; });
+        pad = std::make_unique<GamePad>(std::make_unique<FakePadSource>(&pads));
+    }
+    void TearDown() override {
+        pad.reset();
+        SetTimeSource(nullptr);
+    }
+
+    void Connect(int index, VeGamePadReading reading = {}) {
+        pads.present[index] = true;
+        pads.reading[index] = reading;
+    }
+
+    int64_t now = 50000;
+    FakePadSource::Pads pads;
+    std::unique_ptr<GamePad> pad;
+};
+} // namespace
+
+TEST_F(GamePadTest, OnlyOneReaderMayExist) {
+    EXPECT_EQ(GamePad::Instance(), pad.get());
+    try {
+        GamePad second(std::make_unique<FakePadSource>(&pads));
+        ADD_FAILURE() << "a second reader was made";
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "GamePad is a singleton");
+    }
+    EXPECT_EQ(GamePad::Instance(), pad.get());
+    pad.reset();
+    EXPECT_EQ(GamePad::Instance(), nullptr);
+    GamePad again(std::make_unique<FakePadSource>(&pads));
+    EXPECT_EQ(GamePad::Instance(), &again);
+}
+
+TEST_F(GamePadTest, AnAbsentPadIsAskedForAtMostOncePerSecond) {
+    // One frame every 16 ms for three seconds.
+    for (int frame = 0; frame < 188; ++frame, now += 16) {
+        const GamePad::State state = pad->GetState(0, GamePad::IndependentAxes);
+        ASSERT_FALSE(state.connected);
+    }
+    EXPECT_EQ(pads.reads[0], 3);
+
+    // A failed read of pad 0 keeps pad 1 quiet for 250 ms, and pad 1's failure keeps it quiet for
+    // a second.
+    now += 1000;
+    pad->GetState(0, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[0], 4);
+    now += 249;
+    pad->GetState(1, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[1], 0);
+    now += 1;
+    pad->GetState(1, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[1], 1);
+    now += 999;
+    pad->GetState(1, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[1], 1);
+    now += 1;
+    pad->GetState(1, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[1], 2);
+
+    // Players outside 0..3 read as all zero without asking anything.
+    pad->GetState(4, GamePad::IndependentAxes);
+    pad->GetState(-1, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[0] + pads.reads[1] + pads.reads[2] + pads.reads[3], 6);
+}
+
+TEST_F(GamePadTest, ConnectedPadIsReadEveryTimeAndFound) {
+    pad->GetState(0, GamePad::IndependentAxes);
+    VeGamePadReading reading;
+    reading.packet = 77;
+    reading.buttons = GamePad::A | GamePad::Start | GamePad::DpadLeft | GamePad::RightShoulder;
+    Connect(0, reading);
+    now += 999;
+    EXPECT_FALSE(pad->GetState(0, GamePad::IndependentAxes).connected);
+    now += 1;
+    const GamePad::State state = pad->GetState(0, GamePad::IndependentAxes);
+    EXPECT_TRUE(state.connected);
+    EXPECT_EQ(state.packet, 77u);
+    EXPECT_TRUE(state.a);
+    EXPECT_TRUE(state.start);
+    EXPECT_TRUE(state.dpadLeft);
+    EXPECT_TRUE(state.rightShoulder);
+    EXPECT_FALSE(state.b || state.x || state.y || state.back || state.leftShoulder || state.leftStick ||
+                 state.rightStick || state.dpadUp || state.dpadDown || state.dpadRight);
+    for (int frame = 0; frame < 10; ++frame) {
+        pad->GetState(0, GamePad::IndependentAxes);
+    }
+    EXPECT_EQ(pads.reads[0], 12);
+
+    // Unplugged: all zero again and the throttle is back.
+    pads.present[0] = false;
+    EXPECT_FALSE(pad->GetState(0, GamePad::IndependentAxes).a);
+    pad->GetState(0, GamePad::IndependentAxes);
+    EXPECT_EQ(pads.reads[0], 13);
+}
+
+TEST_F(GamePadTest, EveryButtonBitHasItsFlag) {
+    const struct {
+        uint16_t bit;
+        bool GamePad::State::*flag;
+    } table[] = {
+        {0x1000, &GamePad::State::a},
+        {0x2000, &GamePad::State::b},
+        {0x4000, &GamePad::State::x},
+        {0x8000, &GamePad::State::y},
+        {0x0040, &GamePad::State::leftStick},
+        {0x0080, &GamePad::State::rightStick},
+        {0x0100, &GamePad::State::leftShoulder},
+        {0x0200, &GamePad::State::rightShoulder},
+        {0x0020, &GamePad::State::back},
+        {0x0010, &GamePad::State::start},
+        {0x0001, &GamePad::State::dpadUp},
+        {0x0002, &GamePad::State::dpadDown},
+        {0x0008, &GamePad::State::dpadRight},
+        {0x0004, &GamePad::State::dpadLeft},
+    };
+    Connect(2);
+    for (const auto& entry : table) {
+        pads.reading[2].buttons = entry.bit;
+        const GamePad::State state = pad->GetState(2, GamePad::IndependentAxes);
+        int set = 0;
+        for (const auto& other : table) {
+            set += state.*(other.flag) ? 1 : 0;
+        }
+        EXPECT_TRUE(state.*(entry.flag)) << std::hex << entry.bit;
+        EXPECT_EQ(set, 1) << std::hex << entry.bit;
+    }
+}
+
+TEST_F(GamePadTest, DeadZonesShapeSticksAndTriggers) {
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(7849.0f, 32767.0f, 7849.0f), 0.0f);
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(-7849.0f, 32767.0f, 7849.0f), 0.0f);
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(20308.0f, 32767.0f, 7849.0f), 0.5f);
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(-20308.0f, 32767.0f, 7849.0f), -0.5f);
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(-32768.0f, 32767.0f, 7849.0f), -1.0f);
+    EXPECT_FLOAT_EQ(GamePad::LinearDeadZone(40000.0f, 32767.0f, 0.0f), 1.0f);
+
+    VeGamePadReading reading;
+    reading.thumbLeftX = 32767;
+    reading.thumbLeftY = -20308;
+    reading.thumbRightX = 8689;
+    reading.thumbRightY = 20728; // (20728 - 8689) / (32767 - 8689) = 0.5
+    reading.leftTrigger = 30;
+    reading.rightTrigger = 255;
+    Connect(0, reading);
+    GamePad::State state = pad->GetState(0, GamePad::IndependentAxes);
+    EXPECT_FLOAT_EQ(state.leftX, 1.0f);
+    EXPECT_FLOAT_EQ(state.leftY, -0.5f);
+    EXPECT_FLOAT_EQ(state.rightX, 0.0f);
+    EXPECT_FLOAT_EQ(state.rightY, 0.5f);
+    EXPECT_FLOAT_EQ(state.leftTrigger, 0.0f);
+    EXPECT_FLOAT_EQ(state.rightTrigger, 1.0f);
+
+    // No dead zone: plain division, triggers included.
+    state = pad->GetState(0, GamePad::NoDeadZone);
+    EXPECT_FLOAT_EQ(state.leftY, -20308.0f / 32767.0f);
+    EXPECT_FLOAT_EQ(state.rightX, 8689.0f / 32767.0f);
+    EXPECT_FLOAT_EQ(state.leftTrigger, 30.0f / 255.0f);
+
+    // Circular: a diagonal inside the square dead zone but outside the circle moves a little, in
+    // its own direction.
+    pads.reading[0].thumbLeftX = 6000;
+    pads.reading[0].thumbLeftY = 6000;
+    state = pad->GetState(0, GamePad::IndependentAxes);
+    EXPECT_FLOAT_EQ(state.leftX, 0.0f);
+    EXPECT_FLOAT_EQ(state.leftY, 0.0f);
+    state = pad->GetState(0, GamePad::Circular);
+    const float length = std::sqrt(2.0f) * 6000.0f;
+    const float expected = (length - 7849.0f) / (32767.0f - 7849.0f) / length * 6000.0f;
+    EXPECT_NEAR(state.leftX, expected, 1e-6);
+    EXPECT_NEAR(state.leftY, expected, 1e-6);
+    EXPECT_GT(state.leftX, 0.0f);
+    pads.reading[0].thumbLeftX = 5000;
+    pads.reading[0].thumbLeftY = -5000;
+    state = pad->GetState(0, GamePad::Circular);
+    EXPECT_FLOAT_EQ(state.leftX, 0.0f);
+    EXPECT_FLOAT_EQ(state.leftY, 0.0f);
+    pads.reading[0].thumbLeftX = -32768;
+    pads.reading[0].thumbLeftY = -32768;
+    state = pad->GetState(0, GamePad::Circular);
+    EXPECT_NEAR(state.leftX, -0.7071f, 0.01f);
+    EXPECT_GE(state.leftX, -1.0f);
+}
+
+TEST_F(GamePadTest, VibrationSendsSixteenBitSpeedsAndFollowsTheThrottle) {
+    EXPECT_EQ(GamePad::MotorSpeed(880.0f), 64656);
+    EXPECT_EQ(GamePad::MotorSpeed(1.0f), 65535);
+    EXPECT_EQ(GamePad::MotorSpeed(0.5f), 32767);
+    EXPECT_EQ(GamePad::MotorSpeed(0.0f), 0);
+
+    // Absent: false, and the next call within a second does not reach the pad.
+    EXPECT_FALSE(pad->SetVibration(0, 880.0f, 880.0f, 0.0f, 0.0f));
+    EXPECT_EQ(pads.motorCalls[0], 1);
+    pads.present[0] = true;
+    now += 500;
+    EXPECT_FALSE(pad->SetVibration(0, 880.0f, 880.0f, 0.0f, 0.0f));
+    EXPECT_EQ(pads.motorCalls[0], 1);
+    now += 500;
+    EXPECT_TRUE(pad->SetVibration(0, 880.0f, 0.25f, 1.0f, 1.0f));
+    EXPECT_EQ(pads.leftMotor, 64656);
+    EXPECT_EQ(pads.rightMotor, 16383);
+
+    // A refusal other than "not connected" keeps the pad connected.
+    pads.motorResult = 5;
+    EXPECT_FALSE(pad->SetVibration(0, 0.0f, 0.0f, 0.0f, 0.0f));
+    EXPECT_TRUE(pad->GetState(0, GamePad::IndependentAxes).connected);
+    EXPECT_FALSE(pad->SetVibration(7, 1.0f, 1.0f, 0.0f, 0.0f));
+}

@@ -1,0 +1,229 @@
+#include "Input/VeInput.h"
+
+#include "engine/Input/FakeInputSource.h"
+
+#include "Platform/VeTime.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+class VeInputTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SetTimeSource([this] { return now; });
+        input = std::make_unique<VeInput>(nullptr, std::make_unique<FakeInputSource>(&devices));
+    }
+    void TearDown() override {
+        input.reset();
+        SetTimeSource(nullptr);
+    }
+
+    // One frame as the main loop runs it: update, read, clear.
+    bool FramePressed(int key) {
+        input->Update();
+        const bool result = input->pressed[key] != 0;
+        input->ClearPressed();
+        return result;
+    }
+
+    // Times at which the key read as pressed while held from start to end, one frame every step.
+    std::vector<int64_t> PressTimes(int key, int64_t start, int64_t end, int64_t step) {
+        std::vector<int64_t> times;
+        devices.keys[key] = 1;
+        for (now = start; now <= end; now += step) {
+            if (FramePressed(key)) {
+                times.push_back(now);
+            }
+        }
+        return times;
+    }
+
+    int64_t now = 1000;
+    FakeInputSource::Devices devices;
+    std::unique_ptr<VeInput> input;
+};
+} // namespace
+
+TEST_F(VeInputTest, HeldKeyRepeatsAfterTheDelayThenAtTheInterval) {
+    const std::vector<int64_t> expected = {1000, 1310, 1390, 1470, 1550, 1630, 1710, 1790, 1870, 1950};
+    EXPECT_EQ(PressTimes(VeKey::Space, 1000, 2000, 10), expected);
+    EXPECT_TRUE(input->held[VeKey::Space]);
+    EXPECT_TRUE(input->anyKeyDown);
+
+    // Released: held clears and the next press starts over with the long delay.
+    devices.keys[VeKey::Space] = 0;
+    now = 2010;
+    EXPECT_FALSE(FramePressed(VeKey::Space));
+    EXPECT_FALSE(input->held[VeKey::Space]);
+    EXPECT_FALSE(input->anyKeyDown);
+    EXPECT_EQ(input->stamp[VeKey::Space], 0);
+    const std::vector<int64_t> again = {3000, 3301};
+    EXPECT_EQ(PressTimes(VeKey::Space, 3000, 3301, 1), again);
+}
+
+TEST_F(VeInputTest, RepeatThresholdsAreStrictAndAdjustable) {
+    // Exactly the delay is not enough; one millisecond more is.
+    EXPECT_EQ(PressTimes(VeKey::A, 1000, 1300, 300), std::vector<int64_t>({1000}));
+    now = 1301;
+    EXPECT_TRUE(FramePressed(VeKey::A));
+    now = 1376;
+    EXPECT_FALSE(FramePressed(VeKey::A));
+    now = 1377;
+    EXPECT_TRUE(FramePressed(VeKey::A));
+
+    input->SetRepeat(500, 30);
+    devices.keys[VeKey::A] = 0;
+    input->Update();
+    EXPECT_EQ(PressTimes(VeKey::A, 2000, 2600, 50), std::vector<int64_t>({2000, 2550, 2600}));
+}
+
+TEST_F(VeInputTest, KeyHeldAcrossResetIsPressedAgainAndRepeatsNormally) {
+    devices.keys[VeKey::Left] = 1;
+    EXPECT_TRUE(FramePressed(VeKey::Left));
+    input->Reset();
+    EXPECT_FALSE(input->held[VeKey::Left]);
+    EXPECT_TRUE(input->repeatBlocked[VeKey::Left]);
+    now = 1100;
+    EXPECT_TRUE(FramePressed(VeKey::Left));
+    EXPECT_FALSE(input->repeatBlocked[VeKey::Left]);
+    now = 1400;
+    EXPECT_FALSE(FramePressed(VeKey::Left));
+    now = 1401;
+    EXPECT_TRUE(FramePressed(VeKey::Left));
+}
+
+TEST_F(VeInputTest, WindowActivationResetsLikeReset) {
+    devices.keys[VeKey::Return] = 1;
+    EXPECT_TRUE(FramePressed(VeKey::Return));
+    now = 1050;
+    EXPECT_FALSE(FramePressed(VeKey::Return));
+    devices.queue.push_back({VeInputEvent::WindowActivated, now, 0});
+    now = 1100;
+    EXPECT_TRUE(FramePressed(VeKey::Return));
+}
+
+TEST_F(VeInputTest, BlockRepeatsSilencesHeldKeysUntilPressedAgain) {
+    devices.keys[VeKey::Right] = 1;
+    EXPECT_TRUE(FramePressed(VeKey::Right));
+    input->BlockRepeats();
+    for (now = 1010; now <= 3000; now += 10) {
+        ASSERT_FALSE(FramePressed(VeKey::Right)) << now;
+    }
+    EXPECT_TRUE(input->held[VeKey::Right]);
+    devices.keys[VeKey::Right] = 0;
+    input->Update();
+    devices.keys[VeKey::Right] = 1;
+    now = 3100;
+    EXPECT_TRUE(FramePressed(VeKey::Right));
+    now = 3401;
+    EXPECT_TRUE(FramePressed(VeKey::Right));
+}
+
+TEST_F(VeInputTest, InjectedPressesAppearAtTheNextUpdateOnly) {
+    input->pendingPressed[VeKey::F8] = 1;
+    EXPECT_FALSE(input->pressed[VeKey::F8]);
+    EXPECT_TRUE(FramePressed(VeKey::F8));
+    EXPECT_FALSE(FramePressed(VeKey::F8));
+    EXPECT_FALSE(input->held[VeKey::F8]);
+}
+
+TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndIgnoresZeroCoordinates) {
+    EXPECT_EQ(input->mouseX, -1);
+    EXPECT_EQ(input->mouseY, -1);
+    input->Update();
+    EXPECT_EQ(input->mouseX, -1);
+    EXPECT_FALSE(input->mouseMoved);
+
+    // A 1280 x 960 window showing the 640 x 640 screen at scale 1.5 with 106.67 logical pixels of
+    // bars on each side.
+    input->SetViewport(106, 0, 1.5f, 1.5f);
+    devices.mouseX = 640;
+    devices.mouseY = 480;
+    input->Update();
+    EXPECT_EQ(input->mouseX, 320);
+    EXPECT_EQ(input->mouseY, 320);
+    EXPECT_TRUE(input->mouseMoved);
+    input->ClearPressed();
+    EXPECT_FALSE(input->mouseMoved);
+
+    // Truncation, and the bars giving coordinates outside the screen.
+    devices.mouseX = 100;
+    devices.mouseY = 1;
+    input->Update();
+    EXPECT_EQ(input->mouseX, -39);
+    EXPECT_EQ(input->mouseY, 0);
+    input->ClearPressed();
+
+    devices.mouseX = 0;
+    devices.mouseY = 700;
+    input->Update();
+    EXPECT_EQ(input->mouseX, -39);
+    EXPECT_EQ(input->mouseY, 0);
+    EXPECT_FALSE(input->mouseMoved);
+
+    EXPECT_EQ(VeInput::MapToLogical(1279, 2.0f, 0), 639);
+    EXPECT_EQ(VeInput::MapToLogical(5, 0.5f, 3), 7);
+}
+
+TEST_F(VeInputTest, MouseButtonsArePressedOnceWhileHeld) {
+    devices.buttons = 1 | 4; // left and right
+    input->Update();
+    EXPECT_TRUE(input->mousePressed[kMouseLeft]);
+    EXPECT_TRUE(input->mousePressed[kMouseRight]);
+    EXPECT_FALSE(input->mousePressed[kMouseMiddle]);
+    EXPECT_TRUE(input->mouseDown[kMouseLeft]);
+    input->ClearPressed();
+    input->Update();
+    EXPECT_FALSE(input->mousePressed[kMouseLeft]);
+    EXPECT_TRUE(input->mouseDown[kMouseLeft]);
+    devices.buttons = 2;
+    input->ClearPressed();
+    input->Update();
+    EXPECT_FALSE(input->mouseDown[kMouseLeft]);
+    EXPECT_TRUE(input->mousePressed[kMouseMiddle]);
+    EXPECT_FALSE(input->mouseDown[0]);
+    EXPECT_FALSE(input->mousePressed[0]);
+}
+
+TEST_F(VeInputTest, WheelStepsFireForExactlyOneFrame) {
+    devices.queue.push_back({VeInputEvent::Wheel, now, -1});
+    input->Update();
+    EXPECT_TRUE(input->mousePressed[kMouseWheelDown]);
+    EXPECT_TRUE(input->mouseDown[kMouseWheelDown]);
+    EXPECT_FALSE(input->mousePressed[kMouseWheelUp]);
+    input->ClearPressed();
+    input->Update();
+    EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
+    EXPECT_FALSE(input->mouseDown[kMouseWheelDown]);
+
+    devices.queue.push_back({VeInputEvent::Wheel, now, 2});
+    devices.queue.push_back({VeInputEvent::Wheel, now, 0});
+    input->ClearPressed();
+    input->Update();
+    EXPECT_TRUE(input->mousePressed[kMouseWheelUp]);
+    EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
+    input->ClearPressed();
+    input->Update();
+    EXPECT_FALSE(input->mouseDown[kMouseWheelUp]);
+}
+
+TEST_F(VeInputTest, QuitRequestIsKeptAndWindowEventsReachTheListener) {
+    std::vector<VeInputEvent::Kind> heard;
+    input->pump->listener = [&heard](const VeInputEvent& event) { heard.push_back(event.kind); };
+    EXPECT_FALSE(input->QuitRequested());
+    devices.queue.push_back({VeInputEvent::MouseLeft, now, 0});
+    devices.queue.push_back({VeInputEvent::Quit, now, 0});
+    devices.queue.push_back({VeInputEvent::MouseEntered, now, 0});
+    input->Update();
+    EXPECT_TRUE(input->QuitRequested());
+    input->Update();
+    EXPECT_TRUE(input->QuitRequested());
+    EXPECT_EQ(heard, std::vector<VeInputEvent::Kind>(
+                         {VeInputEvent::MouseLeft, VeInputEvent::Quit, VeInputEvent::MouseEntered}));
+}
+
+TEST_F(VeInputTest, TheProcessKnowsItsInputState) {
+    EXPECT_EQ(VeInput::Current(), input.get());
+    input.reset();
+    EXPECT_EQ(VeInput::Current(), nullptr);
+}

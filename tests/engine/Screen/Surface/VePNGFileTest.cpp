@@ -1,0 +1,170 @@
+#include "Screen/Surface/VePNGFile.h"
+#include "Screen/Surface/VeImage.h"
+
+#include "Support/HaltCapture.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <cstdio>
+#include <fstream>
+#include <vector>
+
+namespace {
+
+struct PngSpec {
+    int width = 2;
+    int height = 1;
+    int colourType = PNG_COLOR_TYPE_RGB;
+    int bitDepth = 8;
+    std::vector<std::vector<uint8_t>> rows;
+    std::vector<png_color> palette;
+    std::vector<uint8_t> paletteAlpha;
+};
+
+// Writes a PNG of any colour type with libpng, rows already packed as the type and depth need.
+void WritePng(const std::string& path, const PngSpec& spec) {
+    FILE* file = std::fopen(path.c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, file);
+    png_set_IHDR(png, info, spec.width, spec.height, spec.bitDepth, spec.colourType, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (!spec.palette.empty()) {
+        png_set_PLTE(png, info, spec.palette.data(), static_cast<int>(spec.palette.size()));
+    }
+    if (!spec.paletteAlpha.empty()) {
+        png_set_tRNS(png, info, spec.paletteAlpha.data(), static_cast<int>(spec.paletteAlpha.size()),
+                     nullptr);
+    }
+    png_write_info(png, info);
+    for (const auto& row : spec.rows) {
+        png_write_row(png, row.data());
+    }
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
+    std::fclose(file);
+}
+
+class VePNGFileTest : public ::testing::Test {
+protected:
+    std::string Path(const std::string& name) const { return temp.path + "/" + name; }
+
+    std::vector<uint32_t> LoadPixels(const PngSpec& spec) {
+        WritePng(Path("image.png"), spec);
+        VePNGFile file;
+        file.Load(Path("image.png"));
+        EXPECT_EQ(file.width, spec.width);
+        EXPECT_EQ(file.height, spec.height);
+        return file.pixels;
+    }
+
+    TempUserData temp;
+};
+
+} // namespace
+
+TEST_F(VePNGFileTest, RgbKeepsMagentaAsTheKeyTopRowFirst) {
+    PngSpec spec;
+    spec.height = 2;
+    spec.rows = {{255, 0, 255, 1, 2, 3}, {10, 20, 30, 255, 0, 254}};
+    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00FF00FF, 0x00010203, 0x000A141E, 0x00FF00FE}));
+}
+
+TEST_F(VePNGFileTest, RgbaDropsTheAlphaByte) {
+    PngSpec spec;
+    spec.colourType = PNG_COLOR_TYPE_RGB_ALPHA;
+    spec.rows = {{1, 2, 3, 0, 4, 5, 6, 200}};
+    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00010203, 0x00040506}));
+}
+
+TEST_F(VePNGFileTest, PaletteExpandsAndTransparentEntriesBecomeTheKey) {
+    PngSpec spec;
+    spec.width = 3;
+    spec.colourType = PNG_COLOR_TYPE_PALETTE;
+    spec.palette = {{0, 0, 0}, {200, 100, 50}, {9, 8, 7}};
+    spec.paletteAlpha = {0, 255, 255};
+    spec.rows = {{2, 0, 1}};
+    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00090807, 0x00FF00FF, 0x00C86432}));
+}
+
+TEST_F(VePNGFileTest, GreyScalesOfEveryDepthBecomeRgb) {
+    PngSpec low;
+    low.width = 4;
+    low.colourType = PNG_COLOR_TYPE_GRAY;
+    low.bitDepth = 2;
+    low.rows = {{0b00011011}};
+    EXPECT_EQ(LoadPixels(low), (std::vector<uint32_t>{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF}));
+
+    PngSpec alpha;
+    alpha.colourType = PNG_COLOR_TYPE_GRAY_ALPHA;
+    alpha.rows = {{0x40, 255, 0x80, 10}};
+    EXPECT_EQ(LoadPixels(alpha), (std::vector<uint32_t>{0x404040, 0xFF00FF}));
+}
+
+TEST_F(VePNGFileTest, SixteenBitSamplesAreReducedToEight) {
+    PngSpec spec;
+    spec.bitDepth = 16;
+    spec.rows = {{0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}};
+    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0xFF00FF, 0x12569A}));
+}
+
+TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {
+    VePNGFile file;
+    std::string missing = Path("none.png");
+    EXPECT_HALT(file.Load(missing), "Halt: Could not find image",
+                "App halted when loading image: " + missing + " (VePNGFile::Load)");
+
+    std::ofstream(Path("text.png")) << "this is not an image at all";
+    EXPECT_HALT(file.Load(Path("text.png")), "Halt: Invalid Image Type",
+                "App halted when loading invalid image type (VePNGFile::Load)");
+    std::ofstream(Path("short.png")) << "\x89PNG";
+    EXPECT_HALT(file.Load(Path("short.png")), "Halt: Invalid Image Type",
+                "App halted when loading invalid image type (VePNGFile::Load)");
+
+    PngSpec spec;
+    spec.width = 40;
+    spec.height = 40;
+    spec.rows.assign(40, std::vector<uint8_t>(120, 77));
+    WritePng(Path("whole.png"), spec);
+    std::string bytes;
+    std::ifstream in(Path("whole.png"), std::ios::binary);
+    bytes.assign(std::istreambuf_iterator<char>(in), {});
+    for (size_t cut : {size_t{12}, size_t{40}, bytes.size() - 20}) {
+        std::ofstream(Path("cut.png"), std::ios::binary) << bytes.substr(0, cut);
+        EXPECT_HALT(file.Load(Path("cut.png")), "Halt: Unable to read image rows",
+                    "App halted when reading rows from image (VePNGFile::Load)");
+    }
+    std::string corrupt = bytes;
+    corrupt[20] ^= 0x55;
+    std::ofstream(Path("corrupt.png"), std::ios::binary) << corrupt;
+    EXPECT_HALT(file.Load(Path("corrupt.png")), "Halt: Unable to read image rows",
+                "App halted when reading rows from image (VePNGFile::Load)");
+}
+
+TEST_F(VePNGFileTest, SaveWritesWhatLoadReads) {
+    std::vector<uint32_t> pixels{0xFF112233, 0x00FF00FF, 0x00ABCDEF, 0, 0x00010101, 9};
+    ASSERT_TRUE(VePNGFile::Save(Path("saved.png"), 2, 2, pixels.data(), 3));
+    VePNGFile file;
+    file.Load(Path("saved.png"));
+    EXPECT_EQ(file.pixels, (std::vector<uint32_t>{0x112233, 0xFF00FF, 0, 0x010101}));
+    EXPECT_FALSE(VePNGFile::Save(Path("empty.png"), 0, 2, pixels.data(), 3));
+}
+
+TEST_F(VePNGFileTest, ImageCopiesThePngIntoASurface) {
+    PngSpec spec;
+    spec.height = 2;
+    spec.rows = {{255, 0, 255, 1, 2, 3}, {4, 5, 6, 7, 8, 9}};
+    WritePng(Path("image.png"), spec);
+    VeImage image(Path("image.png"));
+    EXPECT_EQ(image.path, Path("image.png"));
+    ASSERT_EQ(image.width, 2);
+    ASSERT_EQ(image.height, 2);
+    EXPECT_EQ(image.GetXY(0, 0), kColourKey);
+    EXPECT_EQ(image.GetXY(1, 1), 0x070809u);
+
+    VeImage empty("");
+    EXPECT_EQ(empty.width, 0);
+}

@@ -1,0 +1,139 @@
+#include "Audio/VeSdlAudioOutput.h"
+
+#include "Audio/VeAudioManager.h"
+#include "Platform/VeLog.h"
+#include "Platform/VeTime.h"
+#include "Support/TempUserData.h"
+#include "engine/Audio/AudioTestKit.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+// Sets an environment variable for the test's lifetime.
+class ScopedEnv {
+public:
+    ScopedEnv(const char* name, const std::string& value) : name(name) {
+        const char* old = std::getenv(name);
+        had = old != nullptr;
+        previous = had ? old : "";
+        setenv(name, value.c_str(), 1);
+    }
+    ~ScopedEnv() {
+        if (had) {
+            setenv(name, previous.c_str(), 1);
+        } else {
+            unsetenv(name);
+        }
+    }
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+private:
+    const char* name;
+    bool had = false;
+    std::string previous;
+};
+
+// Waits (in real time) until the channel has ended; returns the milliseconds it took, or -1.
+int64_t WaitForEnd(VeAudioManager& audio, const VeAudioHandle& handle) {
+    const int64_t start = GetTimeMs();
+    while (audio.IsPlaying(handle)) {
+        if (GetTimeMs() - start > 3000) {
+            return -1;
+        }
+        SleepMs(2);
+    }
+    return GetTimeMs() - start;
+}
+
+void LoadTone(VeAudioManager& audio, const std::string& folder, int frames, int16_t value) {
+    const std::string path = folder + "/tone.wav";
+    WriteFileAtomic(path, WaveBytes(44100, 2, Constant(frames, value)));
+    audio.LoadWave("tone", path, 1.0f);
+}
+} // namespace
+
+TEST(VeSdlAudioOutputTest, DummyDriverPlaysInRealTime) {
+    ScopedEnv driver("SDL_AUDIODRIVER", "dummy");
+    TempUserData data;
+    VeAudioManager audio("", false);
+    ASSERT_TRUE(audio.HasDevice());
+    LoadTone(audio, data.path, 8820, 1000); // 200 ms
+    const VeAudioHandle handle = audio.Play("tone");
+    const int64_t took = WaitForEnd(audio, handle);
+    EXPECT_GE(took, 150) << "a 200 ms sound lasts about 200 ms";
+    EXPECT_LE(took, 1500);
+}
+
+TEST(VeSdlAudioOutputTest, DiskDriverRecordsExactlyWhatWasMixed) {
+    TempUserData data;
+    const std::string file = data.path + "/out.raw";
+    ScopedEnv driver("SDL_AUDIODRIVER", "disk");
+    ScopedEnv target("SDL_DISKAUDIOFILE", file);
+    {
+        VeAudioManager audio("", false);
+        ASSERT_TRUE(audio.HasDevice());
+        LoadTone(audio, data.path, 3000, 12345);
+        const VeAudioHandle handle = audio.Play("tone");
+        EXPECT_GE(WaitForEnd(audio, handle), 0);
+        SleepMs(150); // the queued buffers reach the file
+    }
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(file, bytes));
+    ASSERT_GE(bytes.size(), 4u * 4096u);
+    const auto* samples = reinterpret_cast<const int16_t*>(bytes.data());
+    int tone = 0;
+    int other = 0;
+    for (size_t i = 0; i + 1 < bytes.size() / 2; i += 2) {
+        if (samples[i] == 12345 && samples[i + 1] == 12345) {
+            ++tone;
+        } else if (samples[i] != 0 || samples[i + 1] != 0) {
+            ++other;
+        }
+    }
+    EXPECT_EQ(tone, 3000);
+    EXPECT_EQ(other, 0);
+}
+
+TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
+    ScopedEnv driver("SDL_AUDIODRIVER", "no-such-driver");
+    TempUserData data;
+    std::vector<std::string> lines;
+    VeLogSink previous = SetLogSink([&lines](const std::string& text) { lines.push_back(text); });
+    {
+        VeAudioManager audio("", false);
+        EXPECT_TRUE(audio.HasDevice());
+        LoadTone(audio, data.path, 2205, 1000);
+        const VeAudioHandle handle = audio.Play("tone");
+        EXPECT_GE(WaitForEnd(audio, handle), 0) << "channels still end on time";
+        VeAudioHandle music = audio.Play("tone", true);
+        SleepMs(100);
+        EXPECT_TRUE(audio.Stop(music)) << "and a looping one plays until stopped";
+    }
+    SetLogSink(previous);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_NE(lines[0].find("without sound"), std::string::npos) << lines[0];
+}
+
+// The device's own thread mixes while the main thread starts and stops channels.
+TEST(VeSdlAudioOutputTest, ChannelsChangeWhileTheDeviceMixes) {
+    ScopedEnv driver("SDL_AUDIODRIVER", "dummy");
+    TempUserData data;
+    VeAudioManager audio("", false);
+    LoadTone(audio, data.path, 500, 2000);
+    const int64_t start = GetTimeMs();
+    int round = 0;
+    while (GetTimeMs() - start < 300) {
+        VeAudioHandle looping = audio.Play("tone", true, true, 1.0f, 0.0f, 0.0f, 0, 0.8f, 500, 0, 1.5f);
+        audio.Play("tone", false, false, 0, 0, 0, 3, 0.8f, 10);
+        EXPECT_TRUE(audio.Stop(looping));
+        if (++round % 5 == 0) {
+            audio.StopByName("tone");
+        }
+        SleepMs(1);
+    }
+    audio.StopAll();
+    EXPECT_GT(round, 10);
+}

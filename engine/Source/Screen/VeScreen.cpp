@@ -1,0 +1,573 @@
+#include "Screen/VeScreen.h"
+
+#include "Platform/VeLog.h"
+#include "Platform/VeMessageBox.h"
+#include "Platform/VeTime.h"
+#include "Screen/Scene/VeVertexBatches.h"
+#include "Screen/Shader/VeShader.h"
+#include "Screen/Surface/VeImage.h"
+#include "Screen/Surface/VePNGFile.h"
+#include "Screen/VeCursor.h"
+#include "Screen/VeOverlayComposer.h"
+
+#include <GL/glew.h>
+#include <SDL.h>
+#include <SDL_syswm.h>
+#include <glm/gtc/matrix_transform.hpp>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kSource = "Source\\Screen\\VeScreen";
+constexpr double kPacedFrameMs = 1000.0 / 60.0;
+
+// Set before the screen exists (the command line's --software); read by the constructor.
+bool softwarePathForced = false;
+
+int FollowWindowEvents(void* /*screen*/, SDL_Event* event) {
+    VeCursor::OnEvent(*event);
+    return 0;
+}
+
+bool ParseVersion(const char* text, int& major, int& minor) {
+    return text != nullptr && std::sscanf(text, "%d.%d", &major, &minor) == 2;
+}
+
+// Copies bottom-up BGRA rows into top-down 0x00RRGGBB pixels.
+void FlipRows(const std::vector<uint32_t>& bottomUp, int32_t w, int32_t h, std::vector<uint32_t>& out) {
+    out.resize(static_cast<size_t>(w) * h);
+    for (int32_t y = 0; y < h; ++y) {
+        const uint32_t* from = bottomUp.data() + static_cast<size_t>(h - 1 - y) * w;
+        uint32_t* to = out.data() + static_cast<size_t>(y) * w;
+        for (int32_t x = 0; x < w; ++x) {
+            to[x] = from[x] & 0xFFFFFFu;
+        }
+    }
+}
+
+} // namespace
+
+VeScreen::VeScreen(int32_t screenWidth, int32_t screenHeight, bool needOpenGL, bool startFullscreen,
+                   bool centerWindow, const std::string& icon, const std::string& suffix)
+    : width(screenWidth), height(screenHeight), pixelCount(screenWidth * screenHeight),
+      fullscreen(startFullscreen), centered(centerWindow), iconPath(icon), requireOpenGL(needOpenGL),
+      errorSuffix(suffix) {
+    Init();
+}
+
+void VeScreen::ForceSoftwarePath(bool on) {
+    softwarePathForced = on;
+}
+
+bool VeScreen::SoftwarePathForced() {
+    return softwarePathForced;
+}
+
+void VeScreen::FailWindow(const std::string& what) const {
+    Halt("Error: Could not create the window",
+         "Unable to " + what + ": " + std::string(SDL_GetError()) + "." + errorSuffix);
+}
+
+void VeScreen::Init() {
+    VeSurface::SetOverlayFormat(VeOverlayFormat{});
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        FailWindow("start the video system");
+    }
+    if (softwarePathForced) {
+        glEnabled = false;
+    }
+    CreateWindow(width, height, fullscreen, iconPath);
+    if (glEnabled) {
+        InitGL();
+    }
+    if (!iconPath.empty()) {
+        SetIcon(iconPath);
+    }
+    SDL_SetCursor(nullptr);
+    int bits = 0;
+    Uint32 red = 0;
+    Uint32 green = 0;
+    Uint32 blue = 0;
+    Uint32 alpha = 0;
+    // Only the 0xAARRGGBB layout the drawing code is written for is taken over from the window.
+    if (SDL_PixelFormatEnumToMasks(SDL_GetWindowPixelFormat(window), &bits, &red, &green, &blue, &alpha) &&
+        red == 0x00FF0000u && green == 0x0000FF00u && blue == 0x000000FFu) {
+        VeSurface::SetOverlayFormat(VeOverlayFormat{32, red, green, blue});
+    }
+    SDL_AddEventWatch(FollowWindowEvents, this);
+}
+
+void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool startFullscreen,
+                            const std::string& /*icon*/) {
+    overlay.Free();
+    const int position = centered ? SDL_WINDOWPOS_CENTERED : SDL_WINDOWPOS_UNDEFINED;
+    // Full screen keeps the desktop's mode; the logical size letterboxes the picture into it.
+    const Uint32 flags = startFullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    if (glEnabled) {
+        window =
+            SDL_CreateWindow("", position, position, windowWidth, windowHeight, flags | SDL_WINDOW_OPENGL);
+        if (window == nullptr) {
+            Log("No OpenGL window: %s\n", SDL_GetError());
+            glEnabled = false;
+        }
+    }
+    if (window == nullptr) {
+        window = SDL_CreateWindow("", position, position, windowWidth, windowHeight, flags);
+    }
+    if (window == nullptr) {
+        FailWindow("create the window");
+    }
+    fullscreen = startFullscreen;
+    if (glEnabled) {
+        glContext = SDL_GL_CreateContext(window);
+        if (glContext == nullptr) {
+            Log("No OpenGL context: %s\n", SDL_GetError());
+            glEnabled = false;
+            if (requireOpenGL) {
+                Halt("OpenGL Initialization failed",
+                     "OpenGL version (none) detected.\n\nThis application requires "
+                     "version 3.3 or higher. Try updating your graphic card driver.");
+            }
+        }
+    }
+    if (glEnabled) {
+        // These only matter for contexts made later; the version check looks at what we got.
+        SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
+    }
+    renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_ACCELERATED);
+    if (renderer == nullptr) {
+        renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    }
+    if (renderer == nullptr) {
+        FailWindow("create a renderer");
+    }
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
+    SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "best");
+    SDL_RenderSetLogicalSize(renderer, windowWidth, windowHeight);
+    overlay.Create(windowWidth, windowHeight);
+    streamTexture = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING,
+                                      windowWidth, windowHeight);
+    if (streamTexture == nullptr) {
+        FailWindow("create the frame texture");
+    }
+    // The renderer made its own context current; the game draws with ours.
+    MakeContextCurrent();
+    SetVSync();
+}
+
+bool VeScreen::InitGL() {
+    MakeContextCurrent();
+    glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glewExperimental = GL_TRUE;
+    GLenum result = glewInit();
+    // Under EGL (no X display) GLEW's GLX part fails while the OpenGL entry points are loaded.
+    if (result != GLEW_OK && result != GLEW_ERROR_NO_GLX_DISPLAY) {
+        Halt("GLEW Initialization failed",
+             std::string("There was an error trying to initialize GLEW. Error: ") +
+                 reinterpret_cast<const char*>(glewGetErrorString(result)));
+    }
+    while (glGetError() != GL_NO_ERROR) {
+    }
+    const char* version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
+    std::string versionText = version != nullptr ? version : "(unknown)";
+    Log("OpenGL version supported by this platform: %s\n\n", versionText.c_str());
+    int major = 0;
+    int minor = 0;
+    if (!ParseVersion(version, major, minor)) {
+        major = 0;
+        minor = 0;
+    }
+    if (!(major > 3 || (major == 3 && minor >= 3))) {
+        glEnabled = false;
+        if (requireOpenGL) {
+            Halt("OpenGL Initialization failed", "OpenGL version " + versionText +
+                                                     " detected.\n\nThis application requires version 3.3 or "
+                                                     "higher. Try updating your graphic card driver.");
+        }
+        return true;
+    }
+    basicShader = std::make_unique<VeShader>("Shaders/BasicShader/BasicShader.vert",
+                                             "Shaders/BasicShader/BasicShader.frag");
+    shadowMapShader = std::make_unique<VeShader>("Shaders/ShadowMapShader/ShadowMapShader.vert",
+                                                 "Shaders/ShadowMapShader/ShadowMapShader.frag");
+    for (const char* name :
+         {"MVP", "textureID", "useTexture", "renderedSceneTextureID", "screenDisplaySize", "renderToTexture",
+          "pixelSizeX", "pixelSizeY", "screenColorMultiplier", "greyScale"}) {
+        basicShader->RegisterUniform(name);
+    }
+    shadowMapShader->RegisterUniform("MVP");
+    shadowMapShader->RegisterUniform("textureID");
+
+    glm::mat4 projection = glm::ortho(-1.0f, 1.0f, -1.0f, 1.0f, 1.0f, 2.0f);
+    glm::mat4 view = glm::lookAt(glm::vec3(0, 0, 1), glm::vec3(0, 0, 0), glm::vec3(0, 1, 0));
+    glm::mat4 model = glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.0f)), glm::vec3(1.0f));
+    mvp = projection * view * model;
+    basicShader->Use();
+    basicShader->SetMat4("MVP", mvp);
+    shadowMapShader->Use();
+    shadowMapShader->SetMat4("MVP", mvp);
+    glUseProgram(0);
+    if (overlayEnabled) {
+        VeVertexBatches::PrepareQuad();
+    }
+    return true;
+}
+
+void VeScreen::SetIcon(const std::string& path) {
+    VeImage image(path);
+    VeSurface keyed(image.width, image.height);
+    keyed.CopyFrom(image);
+    keyed.ApplyColourKey(kColourKey, true);
+    SDL_SetWindowIcon(window, keyed.sdlSurface);
+}
+
+void VeScreen::SetVSync() {
+    if (vsync || vsyncRefused) {
+        return;
+    }
+    if (!glEnabled) {
+        vsync = true;
+        return;
+    }
+    MakeContextCurrent();
+    if (SDL_GL_SetSwapInterval(1) == 0) {
+        vsync = true;
+        swapIntervalActive = true;
+        return;
+    }
+    vsyncRefused = true;
+    Log("Vertical synchronization is not available (%s); frames are paced to 60 a second instead.\n",
+        SDL_GetError());
+}
+
+void VeScreen::SetFpsDisplay(bool show, const std::array<uint32_t, 4>& colours, float frameDelta) {
+    fpsShown = show;
+    if (show) {
+        fpsColours = colours;
+    } else {
+        frameRate.Restart(frameDelta, GetTimeMs());
+    }
+}
+
+void VeScreen::SetFullscreen(bool on, VeInput* inputManager) {
+    if (on == fullscreen) {
+        return;
+    }
+    SDL_SetWindowFullscreen(window, on ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    fullscreen = on;
+    ResetViewport();
+    if (inputManager != nullptr && viewportListener) {
+        viewportListener(GetViewportMapping());
+    }
+}
+
+void VeScreen::SetTitle(const std::string& text) {
+    SDL_SetWindowTitle(window, text.c_str());
+}
+
+void VeScreen::ResetViewport() {
+    if (!glEnabled) {
+        return;
+    }
+    SDL_Rect viewport{};
+    float scaleX = 1.0f;
+    float scaleY = 1.0f;
+    SDL_RenderGetViewport(renderer, &viewport);
+    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
+    MakeContextCurrent();
+    int drawableWidth = 0;
+    int drawableHeight = 0;
+    SDL_GL_GetDrawableSize(window, &drawableWidth, &drawableHeight);
+    glViewport(0, 0, drawableWidth, drawableHeight);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glViewport(static_cast<GLint>(static_cast<float>(viewport.x) * scaleX),
+               static_cast<GLint>(static_cast<float>(viewport.y) * scaleY),
+               static_cast<GLsizei>(static_cast<float>(width) * scaleX),
+               static_cast<GLsizei>(static_cast<float>(height) * scaleY));
+}
+
+void VeScreen::ApplyCursor() {
+    VeCursor::Apply();
+}
+
+void VeScreen::Clear() {
+    if (glEnabled) {
+        MakeContextCurrent();
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    }
+}
+
+void VeScreen::DrawFpsText() {
+    if (!fpsTextDrawer) {
+        return;
+    }
+    VeFpsText text;
+    text.text = std::string(vsync ? "VSYNC + " : "") + "FPS: " + std::to_string(frameRate.fps);
+    text.centreX = width / 2;
+    text.top = 10;
+    text.colour = fpsColours[vsync ? 2 : 0];
+    text.secondColour = fpsColours[vsync ? 3 : 1];
+    fpsTextDrawer(overlay, text);
+}
+
+void VeScreen::Present(float frameDelta) {
+    if (!framePrepared) {
+        Log("Warning: Screen not prepared for frame!\n");
+        VE_ASSERT(false, kSource);
+    }
+    framePrepared = false;
+    if (fpsShown) {
+        DrawFpsText();
+        frameRate.Count(frameDelta, GetTimeMs());
+    }
+    if (!VeCursor::MouseOutside()) {
+        ApplyCursor();
+    }
+    if (glEnabled) {
+        PresentGL();
+    } else {
+        PresentSoftware();
+    }
+    PaceFrame();
+}
+
+void VeScreen::PresentGL() {
+    MakeContextCurrent();
+    const int32_t rows = VeOverlayComposer::VisibleRows(height, screenDisplaySize);
+    if (uploadSurface.width != width || uploadSurface.height != rows) {
+        uploadSurface.Create(width, rows);
+    }
+    uploadSurface.CopyPixels(overlay, width * rows);
+    uploadSurface.ApplyColourKey(kColourKey, false);
+    GLuint texture = uploadSurface.UploadTexture(GL_NEAREST);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    if (overlayEnabled) {
+        DrawOverlay();
+    }
+    if (frameCapture) {
+        CaptureWindow();
+    }
+    glDeleteTextures(1, &texture);
+    SDL_GL_SwapWindow(window);
+}
+
+void VeScreen::PresentSoftware() {
+    void* pixels = nullptr;
+    int pitch = 0;
+    if (SDL_LockTexture(streamTexture, nullptr, &pixels, &pitch) == 0) {
+        VeOverlayComposer::Compose(overlay, static_cast<uint32_t*>(pixels), pitch / 4, screenDisplaySize,
+                                   screenColorMultiplier, greyScale);
+        SDL_UnlockTexture(streamTexture);
+    }
+    SDL_RenderClear(renderer);
+    SDL_RenderCopy(renderer, streamTexture, nullptr, nullptr);
+    if (frameCapture) {
+        CaptureWindow();
+    }
+    SDL_RenderPresent(renderer);
+    MakeContextCurrent();
+}
+
+void VeScreen::DrawOverlay() {
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_FRONT);
+    basicShader->Use();
+    basicShader->SetMat4("MVP", mvp);
+    basicShader->SetInt("textureID", 0);
+    basicShader->SetInt("renderedSceneTextureID", 1);
+    basicShader->SetFloat("screenDisplaySize", screenDisplaySize);
+    basicShader->SetFloat("pixelSizeX", 1.0f / static_cast<float>(width));
+    basicShader->SetFloat("pixelSizeY", 1.0f / static_cast<float>(height));
+    basicShader->SetFloat("screenColorMultiplier", screenColorMultiplier);
+    basicShader->SetInt("renderToTexture", threeD ? 1 : 0);
+    basicShader->SetInt("useTexture", 1);
+    basicShader->SetInt("greyScale", greyScale ? 1 : 0);
+    VeVertexBatches::DrawQuad(nullptr);
+}
+
+void VeScreen::BindDefaultFramebuffer() {
+    if (glEnabled) {
+        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    }
+}
+
+void VeScreen::PaceFrame() {
+    if (!framePacing || swapIntervalActive) {
+        nextFrameDue = 0.0;
+        return;
+    }
+    const double now = static_cast<double>(GetTimeMs());
+    // After a stall the pace starts again from now instead of rushing to catch up.
+    if (nextFrameDue == 0.0 || now > nextFrameDue + kPacedFrameMs) {
+        nextFrameDue = now;
+    }
+    nextFrameDue += kPacedFrameMs;
+    const double wait = nextFrameDue - now;
+    if (wait >= 1.0) {
+        SleepMs(static_cast<uint32_t>(wait));
+    }
+}
+
+bool VeScreen::WindowSize(int32_t& w, int32_t& h) const {
+    int outW = 0;
+    int outH = 0;
+    if (glEnabled) {
+        SDL_GL_GetDrawableSize(window, &outW, &outH);
+    } else if (SDL_GetRendererOutputSize(renderer, &outW, &outH) != 0) {
+        return false;
+    }
+    w = outW;
+    h = outH;
+    return w > 0 && h > 0;
+}
+
+void VeScreen::CaptureWindow() {
+    int32_t w = 0;
+    int32_t h = 0;
+    if (!WindowSize(w, h)) {
+        return;
+    }
+    std::vector<uint32_t> raw(static_cast<size_t>(w) * h);
+    if (glEnabled) {
+        glPixelStorei(GL_PACK_ALIGNMENT, 4);
+        glReadPixels(0, 0, w, h, GL_BGRA, GL_UNSIGNED_BYTE, raw.data());
+        FlipRows(raw, w, h, lastFrame);
+    } else {
+        // The renderer reads what it drew this frame: the whole window, bars included.
+        SDL_RenderSetLogicalSize(renderer, 0, 0);
+        SDL_Rect all{0, 0, w, h};
+        int read = SDL_RenderReadPixels(renderer, &all, SDL_PIXELFORMAT_ARGB8888, raw.data(), w * 4);
+        SDL_RenderSetLogicalSize(renderer, width, height);
+        if (read != 0) {
+            Log("Could not read the frame back: %s\n", SDL_GetError());
+            return;
+        }
+        lastFrame.resize(raw.size());
+        for (size_t i = 0; i < raw.size(); ++i) {
+            lastFrame[i] = raw[i] & 0xFFFFFFu;
+        }
+    }
+    lastFrameWidth = w;
+    lastFrameHeight = h;
+}
+
+bool VeScreen::ReadLastFrame(std::vector<uint32_t>& pixels, int32_t& frameWidth, int32_t& frameHeight) {
+    if (!frameCapture || lastFrame.empty()) {
+        if (glEnabled) {
+            MakeContextCurrent();
+            glReadBuffer(GL_FRONT);
+            CaptureWindow();
+            glReadBuffer(GL_BACK);
+        } else {
+            CaptureWindow();
+        }
+    }
+    if (lastFrame.empty()) {
+        return false;
+    }
+    pixels = lastFrame;
+    frameWidth = lastFrameWidth;
+    frameHeight = lastFrameHeight;
+    return true;
+}
+
+bool VeScreen::SaveScreenshot(const std::string& path) {
+    std::vector<uint32_t> pixels;
+    int32_t w = 0;
+    int32_t h = 0;
+    if (!ReadLastFrame(pixels, w, h)) {
+        Log("No frame to write to %s.\n", path.c_str());
+        return false;
+    }
+    return VePNGFile::Save(path, w, h, pixels.data(), w);
+}
+
+void* VeScreen::GetNativeWindow() const {
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (window == nullptr || !SDL_GetWindowWMInfo(window, &info)) {
+        return nullptr;
+    }
+#if defined(SDL_VIDEO_DRIVER_X11)
+    if (info.subsystem == SDL_SYSWM_X11) {
+        return reinterpret_cast<void*>(static_cast<uintptr_t>(info.info.x11.window));
+    }
+#endif
+#if defined(SDL_VIDEO_DRIVER_WAYLAND)
+    if (info.subsystem == SDL_SYSWM_WAYLAND) {
+        return info.info.wl.surface;
+    }
+#endif
+    return nullptr;
+}
+
+void VeScreen::GetScale(float& scaleX, float& scaleY) const {
+    SDL_RenderGetScale(renderer, &scaleX, &scaleY);
+}
+
+void VeScreen::GetViewport(int32_t& x, int32_t& y, int32_t& w, int32_t& h) const {
+    SDL_Rect viewport{};
+    SDL_RenderGetViewport(renderer, &viewport);
+    x = viewport.x;
+    y = viewport.y;
+    w = viewport.w;
+    h = viewport.h;
+}
+
+VeViewportMapping VeScreen::GetViewportMapping() const {
+    VeViewportMapping mapping;
+    int32_t w = 0;
+    int32_t h = 0;
+    GetViewport(mapping.x, mapping.y, w, h);
+    GetScale(mapping.scaleX, mapping.scaleY);
+    return mapping;
+}
+
+void VeScreen::SetViewportListener(std::function<void(const VeViewportMapping&)> listener) {
+    viewportListener = std::move(listener);
+}
+
+void VeScreen::SetFpsTextDrawer(VeFpsTextDrawer drawer) {
+    fpsTextDrawer = std::move(drawer);
+}
+
+void VeScreen::MakeContextCurrent() const {
+    if (glContext != nullptr && SDL_GL_GetCurrentContext() != glContext) {
+        SDL_GL_MakeCurrent(window, glContext);
+    }
+}
+
+VeScreen::~VeScreen() {
+    SDL_DelEventWatch(FollowWindowEvents, this);
+    if (glContext != nullptr) {
+        MakeContextCurrent();
+        basicShader.reset();
+        shadowMapShader.reset();
+        VeVertexBatches::Release();
+    }
+    uploadSurface.Free();
+    overlay.Free();
+    VeCursor::Release();
+    if (streamTexture != nullptr) {
+        SDL_DestroyTexture(streamTexture);
+    }
+    if (renderer != nullptr) {
+        SDL_DestroyRenderer(renderer);
+    }
+    if (glContext != nullptr) {
+        SDL_GL_DeleteContext(glContext);
+    }
+    if (window != nullptr) {
+        SDL_DestroyWindow(window);
+    }
+    SDL_Quit();
+}

@@ -203,6 +203,10 @@ bool QmCoreEnvironmentManager::ValidLevel(int t, int level) const {
     return ValidTour(t) && level >= 0 && level < static_cast<int>(tourLevels[t].size());
 }
 
+bool QmCoreEnvironmentManager::SafeFolder(int t) const {
+    return ValidTour(t) && QmFileNames::IsSafeName(tourFolders[t]);
+}
+
 std::string QmCoreEnvironmentManager::CurrentMapFile() const {
     return ValidLevel(tourIndex, levelIndex) ? tourLevels[tourIndex][levelIndex] : std::string();
 }
@@ -233,7 +237,8 @@ void QmCoreEnvironmentManager::LoadLevel(int index, bool fromCache) {
             mapName = defaultMapName;
         }
         return;
-    } else if (ValidLevel(tourIndex, index) && QmFileNames::IsSafeName(tourLevels[tourIndex][index])) {
+    } else if (ValidLevel(tourIndex, index) && SafeFolder(tourIndex) &&
+               QmFileNames::IsSafeName(tourLevels[tourIndex][index])) {
         path = TourFolderPath(tourIndex) + tourLevels[tourIndex][index];
     }
 
@@ -306,17 +311,17 @@ void QmCoreEnvironmentManager::SaveMapToTour(bool asNew) {
         SaveTour(tourIndex, true); // may move the tour's folder
     } else {
         file = tourLevels[tourIndex][levelIndex];
-        if (!QmFileNames::IsSafeName(file)) {
-            Log("Refusing to write the map file '%s'\n", file.c_str());
-            return;
-        }
+    }
+    if (!SafeFolder(tourIndex) || !QmFileNames::IsSafeName(file)) {
+        Log("Refusing to write the map file '%s'\n", file.c_str());
+        return;
     }
     CreateFolder(GamePath(TourFolderPath(tourIndex)));
     WriteMap(TourFolderPath(tourIndex) + file);
 }
 
 std::string QmCoreEnvironmentManager::GetMapField(char tag, const std::string& file) {
-    if (!ValidTour(tourIndex)) {
+    if (!SafeFolder(tourIndex)) {
         return std::string();
     }
     const std::string name = file.empty() ? CurrentMapFile() : file;
@@ -352,7 +357,7 @@ std::string QmCoreEnvironmentManager::SetMapField(char tag, const std::string& v
         }
         name = tourLevels[tour][level];
     }
-    if (!QmFileNames::IsSafeName(name)) {
+    if (!SafeFolder(tour) || !QmFileNames::IsSafeName(name)) {
         Log("Refusing to write the map file '%s'\n", name.c_str());
         return std::string();
     }
@@ -422,7 +427,7 @@ bool QmCoreEnvironmentManager::DeleteLevel(int tour, int level, bool updateTour)
     const std::string folder = TourFolderPath(tour);
     bool removed = false;
     bool gone = true;
-    if (QmFileNames::IsSafeName(name)) {
+    if (SafeFolder(tour) && QmFileNames::IsSafeName(name)) {
         removed = RemoveFile(GamePath(folder + name));
         if (removed) {
             RemoveFile(GamePath(folder + QmFileNames::ScoreFileOf(name)));
@@ -517,7 +522,7 @@ void QmCoreEnvironmentManager::ReadTour(int t) {
     }
     tours[t] = TourRecord();
     tourLevels[t].clear();
-    if (!QmFileNames::IsSafeName(tourFolders[t])) {
+    if (!SafeFolder(t)) {
         return;
     }
     std::vector<std::string> lines;
@@ -538,13 +543,14 @@ void QmCoreEnvironmentManager::SaveTour(int t, bool retag) {
     if (record.name.empty() && !record.official) {
         record.name = defaultTourName;
     }
-    if (retag && QmFileNames::IsSafeName(tourFolders[t])) {
+    if (retag && SafeFolder(t)) {
         for (int level = 0; level < static_cast<int>(tourLevels[t].size()); ++level) {
             SetMapField('t', record.uid, t, level);
         }
     }
     if (!(record.official && record.name.empty())) {
-        const std::string old = tourFolders[t];
+        // A folder name that would leave "Maps/" is never moved; the tour gets a folder of its own.
+        const std::string old = QmFileNames::IsSafeName(tourFolders[t]) ? tourFolders[t] : std::string();
         std::string folder = GenerateFileName(true, record.name, "Maps/", std::string(), old);
         if (!old.empty() && folder != old && IsDirectory(GamePath("Maps/" + old)) &&
             !RenamePath(GamePath("Maps/" + old), GamePath("Maps/" + folder))) {
@@ -554,7 +560,7 @@ void QmCoreEnvironmentManager::SaveTour(int t, bool retag) {
         tourFolders[t] = folder;
         WriteTours();
     }
-    if (!QmFileNames::IsSafeName(tourFolders[t])) {
+    if (!SafeFolder(t)) {
         return;
     }
     CreateFolder(GamePath("Maps/" + tourFolders[t]));
@@ -576,7 +582,7 @@ void QmCoreEnvironmentManager::DeleteTour(int t) {
     }
     const std::string folder = tourFolders[t];
     Log("Deleting Tour: '%s'\n", folder.c_str());
-    int result = 0;
+    int result = 1; // a folder name that would leave "Maps/" is not deleted
     if (QmFileNames::IsSafeName(folder)) {
         const std::string path = GamePath("Maps/" + folder);
         DeleteFolder(path);
@@ -710,7 +716,7 @@ bool QmCoreEnvironmentManager::ScanWorld() {
 
     for (int t = 0; t < static_cast<int>(tours.size()); ++t) {
         const std::string folder = TourFolderPath(t);
-        if (!QmFileNames::IsSafeName(tourFolders[t]) || !IsDirectory(GamePath(folder))) {
+        if (!SafeFolder(t) || !IsDirectory(GamePath(folder))) {
             continue;
         }
         ReadTour(t);

@@ -164,6 +164,8 @@ protected:
     std::string TourFolderPath(int t) const;
     bool ValidTour(int t) const { return t >= 0 && t < static_cast<int>(tours.size()); }
     bool ValidLevel(int t, int level) const;
+    // Tour t exists and its folder name stays inside "Maps/".
+    bool SafeFolder(int t) const;
     // The language line, or empty without a front end.
     std::string Line(int number) const;
     void Notice(const std::string& title, const std::string& text);

@@ -1,0 +1,673 @@
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+
+#include "Environment/CoreEnvironmentManager/QmTextCipher.h"
+#include "Platform/VeLog.h"
+#include "Platform/VeRandom.h"
+#include "Support/HaltCapture.h"
+#include "WorldFixture.h"
+
+#include <filesystem>
+
+namespace {
+int Index(int x, int y) {
+    return x * 20 + y;
+}
+
+// Counts what goes through the virtual operations, as the client's cell cache would see it.
+class CountingWorld : public QmCoreEnvironmentManager {
+public:
+    void ClearMap() override {
+        ++clears;
+        QmCoreEnvironmentManager::ClearMap();
+    }
+    void SetBlockSize(int size) override {
+        sizes.push_back(size);
+        QmCoreEnvironmentManager::SetBlockSize(size);
+    }
+    void SetBlock(int x, int y, BlockId id) override {
+        ++setBlocks;
+        QmCoreEnvironmentManager::SetBlock(x, y, id);
+    }
+    int clears = 0;
+    int setBlocks = 0;
+    std::vector<int> sizes;
+};
+} // namespace
+
+// ---- The map record ----
+
+TEST(QmCoreEnvironmentManagerRecordTest, PassabilityFollowsBlocksGatesAndTheOuterRing) {
+    QmCoreEnvironmentManager world;
+    world.SetBlockSize(64);
+    world.SetBlock(0, 0, 1);
+    world.SetBlock(1, 0, 149);
+    world.SetBlock(2, 0, 150);
+    world.SetBlock(3, 0, Block::RedGate);
+    world.SetBlock(4, 0, 9999);
+    world.SetBlock(5, 0, -4);
+    world.SetBlock(12, 0, 0); // outside the 10 x 10 playing area
+    EXPECT_FALSE(world.IsPassable(0, 0, false));
+    EXPECT_FALSE(world.IsPassable(1, 0, false));
+    EXPECT_TRUE(world.IsPassable(2, 0, false));
+    EXPECT_TRUE(world.IsPassable(4, 0, false));
+    EXPECT_TRUE(world.IsPassable(5, 0, false));
+    EXPECT_TRUE(world.IsPassable(9, 9, false));
+    EXPECT_FALSE(world.IsPassable(10, 0, false)) << "x = mapSize is a wall";
+    EXPECT_FALSE(world.IsPassable(0, -1, false)) << "y = -1 is a wall";
+    EXPECT_FALSE(world.IsPassable(12, 0, false));
+
+    EXPECT_FALSE(world.IsPassable(3, 0, false)) << "gates closed";
+    world.gatesOpen = true;
+    EXPECT_TRUE(world.IsPassable(3, 0, false));
+    EXPECT_FALSE(world.IsPassable(3, 0, true)) << "asked with gatesClosed";
+
+    world.SetBlockSize(32);
+    EXPECT_EQ(world.mapSize, 20);
+    EXPECT_TRUE(world.IsPassable(12, 0, false));
+    EXPECT_FALSE(world.IsPassable(20, 0, false));
+}
+
+TEST(QmCoreEnvironmentManagerRecordTest, FillRemoveStartSpawnsAndGatesWorkOnThePlayingArea) {
+    CountingWorld world;
+    EXPECT_TRUE(world.AllBlocksAre(0));
+    world.SetBlock(15, 15, 7); // outside the 10 x 10 area
+    EXPECT_TRUE(world.AllBlocksAre(0));
+    world.setBlocks = 0;
+    world.FillMap(3);
+    EXPECT_EQ(world.setBlocks, 100) << "every change goes through SetBlock for the cell cache";
+    EXPECT_TRUE(world.AllBlocksAre(3));
+    EXPECT_EQ(world.blocks[Index(15, 15)], 7);
+    EXPECT_EQ(world.blocks[Index(10, 0)], 0);
+
+    world.SetBlock(2, 2, Block::Start);
+    world.SetBlock(18, 18, Block::Start);
+    EXPECT_FALSE(world.AllBlocksAre(3));
+    world.RemoveStart();
+    EXPECT_EQ(world.GetBlock(2, 2), 0);
+    EXPECT_EQ(world.GetBlock(18, 18), 0) << "the whole grid loses its Start cells";
+
+    world.SetBlock(4, 1, Block::Enemy);
+    world.SetBlock(1, 7, Block::Enemy);
+    world.SetBlock(1, 2, Block::Enemy);
+    world.SetBlock(11, 1, Block::Enemy);
+    using Spawns = std::vector<std::pair<float, float>>;
+    EXPECT_EQ(world.GetEnemySpawns(), (Spawns{{64, 128}, {64, 448}, {256, 64}}));
+    world.SetBlockSize(32);
+    EXPECT_EQ(world.GetEnemySpawns(), (Spawns{{32, 64}, {32, 224}, {128, 32}, {352, 32}}));
+
+    world.SetBlockSize(64);
+    world.SetBlock(5, 5, Block::RedGate);
+    world.SetBlock(15, 5, Block::RedGate);
+    world.OpenGates();
+    EXPECT_EQ(world.GetBlock(5, 5), 0);
+    EXPECT_EQ(world.GetBlock(15, 5), Block::RedGate) << "only the playing area";
+    EXPECT_EQ(world.RandomColourBlock(), 1);
+}
+
+TEST(QmCoreEnvironmentManagerRecordTest, ReportErrorStopsAtAnAssertionNamingTheSource) {
+    QmCoreEnvironmentManager world;
+    std::string logged;
+    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    MessageBoxCapture capture;
+    bool halted = false;
+    try {
+        world.ReportError("Something broke");
+    } catch (const HaltIntercepted& halt) {
+        halted = true;
+        EXPECT_NE(halt.text.find("Source\\Environment\\CoreEnvironmentManager\\QmCoreEnvironmentManager"),
+                  std::string::npos);
+        EXPECT_NE(halt.text.find("782"), std::string::npos);
+    }
+    SetLogSink(previous);
+    EXPECT_TRUE(halted);
+    EXPECT_EQ(logged, "Something broke\n");
+}
+
+// ---- Map files ----
+
+TEST_F(WorldTest, SavedMapLoadsBackWithEveryCellAndANewUidEachSave) {
+    AddTour("Forest", "Forest", {});
+    world.SaveMap(true);
+    ASSERT_EQ(world.tourLevels[0], Lines{"Level.map"});
+    EXPECT_EQ(world.levelIndex, 0);
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.map")));
+
+    world.SetBlock(1, 1, Block::Start);
+    world.SetBlock(5, 9, 4);
+    world.SetBlock(14, 3, 160); // outside the 10 x 10 area, kept and saved
+    world.mapName = "Forest Run";
+    world.locked = true;
+    world.SaveMap(false);
+    const std::string firstUid = world.mapUid;
+    world.SaveMap(false);
+    EXPECT_NE(world.mapUid, firstUid) << "every save gives the map a new identity";
+    EXPECT_FALSE(world.mapUid.empty());
+
+    const auto saved = world.blocks;
+    world.ClearMap();
+    world.LoadLevel(0, false);
+    EXPECT_EQ(world.blocks, saved);
+    EXPECT_EQ(world.mapName, "Forest Run");
+    EXPECT_TRUE(world.locked);
+    EXPECT_TRUE(world.editable);
+    EXPECT_EQ(world.mapTourUid, "uidForest");
+    EXPECT_FLOAT_EQ(world.startX, 1);
+
+    // The file lines are those of the format, enciphered after the marker.
+    Lines raw;
+    ASSERT_TRUE(ReadTextLines(Game("Maps/Forest/Level.map"), raw));
+    ASSERT_EQ(raw.size(), 27u);
+    EXPECT_EQ(raw[0], QmCipherFile::kMarker);
+    EXPECT_EQ(QmTextCipher::DecodeText(4, raw[1]), "i64");
+    EXPECT_EQ(QmTextCipher::DecodeText(4, raw[2]), "nForest Run");
+    EXPECT_EQ(QmTextCipher::DecodeText(4, raw[3]), "u" + world.mapUid);
+    EXPECT_EQ(QmTextCipher::DecodeText(4, raw[6]), "tuidForest");
+
+    // Switching the small map to 20 x 20 brings the outer cells into play.
+    world.SetBlockSize(32);
+    world.SaveMap(false);
+    world.LoadLevel(0, false);
+    EXPECT_EQ(world.blockSize, 32);
+    EXPECT_EQ(world.mapSize, 20);
+    EXPECT_EQ(world.GetBlock(14, 3), 160);
+}
+
+TEST_F(WorldTest, LoadingResetsTheRecordAndReadsHandWrittenFiles) {
+    AddTour("Hand", "Hand", {});
+    const std::string data = std::string(QM_SOURCE_DIR) + "/tests/data/environment/";
+    ASSERT_TRUE(CopyFileTo(data + "HandWritten.map", Game("Maps/Hand/HandMade.map")));
+    ASSERT_TRUE(CopyFileTo(data + "Faulty.map", Game("Maps/Hand/Faulty.map")));
+    world.tourLevels[0] = {"HandMade.map", "Faulty.map", "Missing.map"};
+
+    world.SetBlockSize(32);
+    world.locked = true;
+    world.LoadLevel(0, false);
+    EXPECT_EQ(world.blockSize, 64);
+    EXPECT_EQ(world.mapName, "Hand Made");
+    EXPECT_EQ(world.GetBlock(8, 5), Block::Finish);
+    EXPECT_FALSE(world.locked);
+
+    world.LoadLevel(1, false);
+    EXPECT_EQ(world.mapName, "A Name Much Lon");
+    EXPECT_EQ(world.GetMapField('n'), "A Name Much Longer Than Fifteen") << "the file keeps the long name";
+    EXPECT_TRUE(world.locked);
+    EXPECT_FALSE(world.editable);
+    EXPECT_EQ(world.GetBlock(1, 1), 7);
+    world.SaveMap(false);
+    EXPECT_EQ(world.GetMapField('n'), "A Name Much Lon") << "until it is saved again";
+
+    world.startX = 3;
+    world.LoadLevel(2, false);
+    EXPECT_EQ(world.mapName, "Level") << "a missing file gives the cleared map with the default name";
+    EXPECT_TRUE(world.AllBlocksAre(0));
+    EXPECT_EQ(world.mapSize, 10);
+    EXPECT_FLOAT_EQ(world.startX, 3) << "a map without Start leaves the start where it was";
+}
+
+TEST_F(WorldTest, LoadingPastTheEndAddsANewMap) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    world.LoadLevel(1, false);
+    EXPECT_EQ(world.tourLevels[0], (Lines{"Level.map", "Level_2.map"}));
+    EXPECT_EQ(world.levelIndex, 1);
+    EXPECT_EQ(world.mapName, "Level");
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level_2.map")));
+    EXPECT_TRUE(world.AllBlocksAre(0));
+
+    QmCoreEnvironmentManager bare; // the base SaveMap stores nothing
+    bare.tours = world.tours;
+    bare.tourFolders = world.tourFolders;
+    bare.tourLevels = world.tourLevels;
+    bare.LoadLevel(5, false);
+    EXPECT_EQ(bare.tourLevels[0].size(), 2u);
+    EXPECT_EQ(bare.mapName, "Level");
+}
+
+TEST_F(WorldTest, LoadingGoesThroughTheVirtualOperations) {
+    AddTour("Forest", "Forest", {});
+    WritePlain("Maps/Forest/Big.map", {"i32", "nBig"});
+    CountingWorld counting;
+    counting.tours = world.tours;
+    counting.tourFolders = world.tourFolders;
+    counting.tourLevels = {{"Big.map"}};
+    counting.LoadLevel(0, false);
+    EXPECT_EQ(counting.clears, 1);
+    EXPECT_EQ(counting.sizes, (std::vector<int>{32}));
+    counting.LoadLevel(0, false);
+    EXPECT_EQ(counting.sizes, (std::vector<int>{32, 64, 32})) << "back to 64 pixels first";
+}
+
+TEST_F(WorldTest, RacerAndEnemiesFollowLoadsAndWritesOutsideStartUp) {
+    AddTour("Forest", "Forest", {});
+    WritePlain(
+        "Maps/Forest/Cows.map",
+        MapLines("Cows", "uidForest",
+                 {{Index(1, 1), Block::Start}, {Index(3, 4), Block::Start}, {Index(2, 2), Block::Enemy}}));
+    world.tourLevels[0] = {"Cows.map"};
+    world.SetGameplayLink(&gameplay);
+
+    world.startingUp = true;
+    world.LoadLevel(0, false);
+    EXPECT_TRUE(gameplay.placed.empty());
+    EXPECT_EQ(gameplay.ready, 0);
+    EXPECT_FLOAT_EQ(world.startX, 3);
+    EXPECT_FLOAT_EQ(world.startY, 4);
+
+    world.startingUp = false;
+    world.LoadLevel(0, false);
+    using Cells = std::vector<std::pair<float, float>>;
+    EXPECT_EQ(gameplay.placed, (Cells{{1, 1}, {3, 4}}));
+    EXPECT_EQ(gameplay.spawns, (Cells{{128, 128}}));
+    EXPECT_EQ(gameplay.racerSize, 64);
+
+    gameplay.placed.clear();
+    world.RemoveStart();
+    world.SetBlock(6, 2, Block::Start);
+    world.SaveMap(false);
+    EXPECT_EQ(gameplay.placed, (Cells{{6, 2}}));
+    EXPECT_EQ(gameplay.ready, 2);
+}
+
+TEST_F(WorldTest, AMapClaimingAnotherTourIsReportedInATourThatDoesNotCollect) {
+    AddTour("Strict", "Strict", {}, false, true, false);
+    WritePlain("Maps/Strict/Stray.map", MapLines("Stray", "someone-else"));
+    WritePlain("Maps/Strict/Own.map", MapLines("Own", "uidStrict"));
+    world.tourLevels[0] = {"Stray.map", "Own.map"};
+    world.LoadLevel(1, false);
+    EXPECT_EQ(world.mapName, "Own");
+
+    MessageBoxCapture capture;
+    EXPECT_THROW(world.LoadLevel(0, false), HaltIntercepted);
+
+    world.tours[0].collectsFiles = true;
+    world.LoadLevel(0, false);
+    EXPECT_EQ(world.mapTourUid, "someone-else");
+}
+
+TEST_F(WorldTest, DownloadedMapsLoadFromTheCacheAndMoveInTheList) {
+    WritePlain("Cache/42/Shared.map", MapLines("Shared"));
+    world.cacheFiles = {"42/Shared.map", "../../outside.map", "42/Other.map"};
+    world.LoadLevel(0, true);
+    EXPECT_EQ(world.mapName, "Shared");
+    world.LoadLevel(1, true);
+    EXPECT_EQ(world.mapName, "Level") << "an entry that leaves the cache is refused";
+    world.LoadLevel(7, true);
+    EXPECT_EQ(world.mapName, "Level");
+    EXPECT_TRUE(world.tourLevels.empty());
+
+    world.MoveCacheFileDown(0, true);
+    EXPECT_EQ(world.cacheFiles, (Lines{"42/Other.map", "../../outside.map", "42/Shared.map"}));
+    world.MoveCacheFileDown(2, false);
+    world.MoveCacheFileUp(0, false);
+    world.MoveCacheFileUp(2, false);
+    EXPECT_EQ(world.cacheFiles, (Lines{"42/Other.map", "42/Shared.map", "../../outside.map"}));
+    world.MoveCacheFileUp(2, true);
+    EXPECT_EQ(world.cacheFiles.front(), "../../outside.map");
+}
+
+TEST_F(WorldTest, GeneratedFileNamesAreFreeCamelCaseNames) {
+    CreateFolder(Game("Maps/Forest"));
+    WritePlain("Maps/Forest/Level.map", {"x"});
+    WritePlain("Maps/Forest/Level_2.map", {"x"});
+    EXPECT_EQ(world.GenerateFileName(false, "level", "Maps/Forest/", ".map", ""), "Level_3.map");
+    EXPECT_EQ(world.GenerateFileName(false, "level", "Maps/Forest/", ".map", "Level.map"), "Level.map");
+    EXPECT_EQ(world.GenerateFileName(false, "my cool map", "Maps/Forest/", ".map", ""), "MyCoolMap.map");
+    for (int n = 3; n <= 19; ++n) {
+        WritePlain("Maps/Forest/Level_" + std::to_string(n) + ".map", {"x"});
+    }
+    const std::string random = world.GenerateFileName(false, "Level", "Maps/Forest/", ".map", "");
+    EXPECT_EQ(random.rfind("Level_", 0), 0u);
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/" + random)));
+
+    EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", ""), "Forest_2");
+    EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", "Forest"), "Forest");
+    EXPECT_EQ(world.GenerateFileName(true, "..", "Maps/", "", ""), "__");
+    EXPECT_EQ(world.GenerateFileName(true, "../../x", "Maps/", "", ""), "....X");
+    EXPECT_EQ(world.GenerateFileName(false, "a/b\\c", "Maps/Forest/", ".map", ""), "ABC.map");
+
+    EXPECT_HALT(
+        world.GenerateFileName(false, "", "Maps/", ".map", ""), "Error: Cannot generate empty filename",
+        "An unknown error occured while generating filename.\n\nPlease download the latest version or "
+        "contact Velnosoft.");
+}
+
+TEST_F(WorldTest, SetMapFieldRewritesTaggedLinesAndEnciphersPlainFiles) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    WritePlain("Maps/Forest/Level.map", {"nLevel", "l1", "x", "l1"});
+    EXPECT_EQ(world.SetMapField('l', "0"), "1");
+    EXPECT_EQ(ReadLines("Maps/Forest/Level.map"), (Lines{"nLevel", "l0", "x", "l0"}));
+    EXPECT_EQ(world.SetMapField('e', "1"), "");
+    EXPECT_EQ(ReadLines("Maps/Forest/Level.map"), (Lines{"nLevel", "l0", "x", "l0", "e1"}));
+    Lines raw;
+    ASSERT_TRUE(ReadTextLines(Game("Maps/Forest/Level.map"), raw));
+    EXPECT_EQ(raw[0], QmCipherFile::kMarker) << "a plain file is enciphered afterwards";
+    EXPECT_NE(raw[1], "nLevel");
+
+    EXPECT_EQ(world.SetMapField('t', "x", 5, 0), "") << "an unknown tour writes nothing";
+    EXPECT_EQ(world.SetMapField('t', "x", 0, 9), "") << "an unknown map writes nothing";
+    EXPECT_EQ(world.SetMapField('t', "x", 0, 0, "../../../escape.map"), "");
+    EXPECT_FALSE(FileExists(data.path + "/escape.map"));
+
+    world.SetLocked(true);
+    world.SetEditable(false);
+    EXPECT_EQ(world.GetMapField('l'), "1");
+    EXPECT_EQ(world.GetMapField('e'), "0");
+    EXPECT_TRUE(world.locked);
+    EXPECT_FALSE(world.editable);
+}
+
+TEST_F(WorldTest, RenamingAMapMovesItsFilesAndTellsTheRace) {
+    AddTour("Forest", "Forest", {"Level.map", "Other.map"});
+    WritePlain("Maps/Forest/Level.dat", {"scores"});
+    WritePlain("Maps/Forest/DarkWoods.dat", {"stray scores of no map"});
+    world.SetGameplayLink(&gameplay);
+    world.LoadLevel(0, false);
+
+    world.mapName = "dark woods";
+    world.CommitName();
+    EXPECT_EQ(world.tourLevels[0], (Lines{"DarkWoods.map", "Other.map"}));
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.map")));
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.dat")));
+    EXPECT_EQ(ReadLines("Maps/Forest/DarkWoods.dat"), Lines{"scores"}) << "the score file moves with its map";
+    EXPECT_EQ(world.GetMapField('n'), "dark woods");
+    EXPECT_EQ(gameplay.renamed, 1);
+    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "DarkWoods.map,Other.map");
+
+    world.mapName = "Dark  Woods"; // the same file name: only the name changes
+    world.CommitName();
+    EXPECT_EQ(world.tourLevels[0][0], "DarkWoods.map");
+    EXPECT_EQ(gameplay.renamed, 1);
+
+    world.mapName.clear();
+    world.CommitName();
+    EXPECT_EQ(world.mapName, "Level");
+    EXPECT_EQ(world.tourLevels[0][0], "Level.map");
+}
+
+TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
+    AddTour("Forest", "Forest", {"A.map", "B.map", "C.map"});
+    WritePlain("Maps/Forest/A.dat", {"s"});
+    WritePlain("Maps/Forest/C.dat", {"s"});
+    RemoveFile(Game("Maps/Forest/C.map"));
+
+    EXPECT_TRUE(world.DeleteLevel(0, 0, false));
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/A.map")));
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/A.dat")));
+    EXPECT_EQ(world.tourLevels[0].size(), 3u);
+
+    EXPECT_FALSE(world.DeleteLevel(0, 2, false));
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/C.dat"))) << "a missing map keeps its score file";
+    EXPECT_FALSE(world.DeleteLevel(0, 3, true));
+    EXPECT_FALSE(world.DeleteLevel(1, 0, true));
+    EXPECT_FALSE(world.DeleteLevel(-1, 0, true));
+
+    EXPECT_TRUE(world.DeleteLevel(0, 1, true));
+    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "C.map"}));
+    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "A.map,C.map");
+}
+
+TEST_F(WorldTest, AnInterruptedSaveLeavesTheOldMapWhole) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    world.LoadLevel(0, false);
+    const Lines before = ReadLines("Maps/Forest/Level.map");
+    ASSERT_TRUE(CreateFolder(Game("Maps/Forest/Level.map.tmp"))); // the temporary file cannot be made
+    std::string logged;
+    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    world.SetBlock(3, 3, 2);
+    world.SaveMap(false);
+    SetLogSink(previous);
+    EXPECT_EQ(ReadLines("Maps/Forest/Level.map"), before);
+    EXPECT_NE(logged.find("Level.map"), std::string::npos) << "the failed write is logged";
+}
+
+// ---- Tours ----
+
+TEST_F(WorldTest, ANewTourGetsAUidTheDefaultNameAndAFolder) {
+    SeedRand(3);
+    world.NewTour();
+    ASSERT_EQ(world.tours.size(), 1u);
+    EXPECT_EQ(world.tours[0].name, "My Tour");
+    EXPECT_FALSE(world.tours[0].uid.empty());
+    EXPECT_EQ(world.tourFolders[0], "MyTour");
+    EXPECT_TRUE(IsDirectory(Game("Maps/MyTour")));
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"MyTour"});
+    EXPECT_EQ(ReadLines("Maps/MyTour/tour.dat"),
+              (Lines{"o0", "nMy Tour", "l0", "e1", "a1", "u" + world.tours[0].uid}));
+
+    world.NewTour();
+    EXPECT_EQ(world.tourFolders[1], "MyTour_2");
+    EXPECT_NE(world.tours[1].uid, world.tours[0].uid);
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(Game("Maps/tours.dat"), bytes));
+    EXPECT_NE(bytes.substr(bytes.size() - 2), "\r\n") << "the last tour line has no line end";
+
+    world.ReadTours();
+    EXPECT_EQ(world.tourFolders, (Lines{"MyTour", "MyTour_2"}));
+    world.ReadTour(1);
+    EXPECT_EQ(world.tours[1].name, "My Tour");
+}
+
+TEST_F(WorldTest, SavingATourRetagsItsMapsAndRenamesItsFolder) {
+    const int t = AddTour("Forest", "Forest", {"A.map", "B.map"});
+    world.tours[t].uid.clear();
+    world.SaveTour(t, false);
+    const std::string uid = world.tours[t].uid;
+    EXPECT_FALSE(uid.empty());
+    world.tourIndex = t;
+    EXPECT_EQ(world.GetMapField('t', "A.map"), uid) << "a new uid retags every map";
+    EXPECT_EQ(world.GetMapField('t', "B.map"), uid);
+
+    world.tours[t].name = "deep forest";
+    world.SaveTour(t, false);
+    EXPECT_EQ(world.tourFolders[t], "DeepForest");
+    EXPECT_FALSE(IsDirectory(Game("Maps/Forest")));
+    EXPECT_TRUE(FileExists(Game("Maps/DeepForest/A.map"))) << "the maps stay inside the renamed folder";
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"DeepForest"});
+
+    const int official = AddTour("Shipped", "", {}, true);
+    EXPECT_EQ(world.tourFolders[official], "Shipped") << "an official tour without a name keeps its folder";
+    EXPECT_EQ(world.tours[official].name, "");
+}
+
+TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    AddTour("Strict", "Strict", {"Own.map"}, false, true, false);
+    world.tourFolders.push_back("Gone"); // listed, but no folder under the game folder
+    world.tours.emplace_back();
+    world.tourLevels.emplace_back();
+    world.WriteTours();
+    WritePlain("Maps/Forest/copied by hand.map", MapLines("sunny hills"));
+    WritePlain("Maps/Forest/copied by hand.dat", {"scores"});
+    WritePlain("Maps/Forest/Orphan.dat", {"scores of a lost map"});
+    WritePlain("Maps/Forest/Level.dat", {"kept"});
+    WritePlain("Maps/Forest/notes.txt", {"left alone"});
+    WritePlain("Maps/Strict/Stray.map", MapLines("Stray"));
+    CreateFolder(world.programMapsFolder + "/Shipped");
+    CreateFolder(world.programMapsFolder + "/Forest");
+
+    world.tourIndex = 1;
+    QmCoreEnvironmentManager fresh;
+    fresh.programMapsFolder = world.programMapsFolder;
+    fresh.defaultMapName = "Level";
+    fresh.tourIndex = 1;
+    ASSERT_TRUE(fresh.ScanWorld());
+    EXPECT_EQ(fresh.tourIndex, 1);
+    EXPECT_EQ(fresh.tourFolders, (Lines{"Forest", "Strict", "Gone", "Shipped"}));
+    EXPECT_EQ(fresh.tourLevels[0], (Lines{"Level.map", "SunnyHills.map"}));
+    EXPECT_EQ(fresh.tourLevels[1], Lines{"Own.map"}) << "a tour that does not collect keeps its own list";
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/SunnyHills.map")));
+    EXPECT_EQ(ReadLines("Maps/Forest/SunnyHills.dat"), Lines{"scores"});
+    EXPECT_FALSE(FileExists(Game("Maps/Forest/Orphan.dat")));
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.dat")));
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/notes.txt")));
+    EXPECT_TRUE(FileExists(Game("Maps/Strict/Stray.map")));
+    EXPECT_EQ(fresh.tours[2].name, "") << "a missing folder keeps the default record";
+    EXPECT_FALSE(IsDirectory(Game("Maps/Gone")));
+    EXPECT_FALSE(IsDirectory(Game("Maps/Shipped"))) << "shipped tours are not copied";
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Forest", "Strict", "Gone", "Shipped"}));
+    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "Level.map,SunnyHills.map");
+
+    // A map whose file does not carry its name's form is renamed at the next scan.
+    fresh.tourIndex = 0;
+    fresh.SetMapField('n', "Sunny Hills Two", 0, 1);
+    EXPECT_EQ(fresh.tourLevels[0][1], "SunnyHillsTwo.map");
+    WritePlain("Maps/Forest/Level.map", MapLines("meadow"));
+    ASSERT_TRUE(fresh.ScanWorld());
+    EXPECT_EQ(fresh.tourLevels[0], (Lines{"Meadow.map", "SunnyHillsTwo.map"}));
+    EXPECT_EQ(ReadLines("Maps/Forest/Meadow.dat"), Lines{"kept"});
+}
+
+TEST_F(WorldTest, ScanWithoutAnyTourFails) {
+    std::string logged;
+    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    EXPECT_FALSE(world.ScanWorld());
+    SetLogSink(previous);
+    EXPECT_NE(logged.find("Critical error: Tour data was not found!\n"), std::string::npos);
+}
+
+TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
+    WritePlain("Precious.txt", {"keep me"});
+    WritePlain("Maps/Forest/Level.map", MapLines("Level"));
+    WritePlain("Maps/tours.dat", {"..", "../..", "", "Forest"});
+    WritePlain("Maps/Forest/tour.dat", {"nForest", "Level.map,../../Precious.txt"});
+    ASSERT_TRUE(world.ScanWorld());
+    EXPECT_EQ(world.tourFolders, Lines{"Forest"});
+    EXPECT_EQ(world.tourLevels[0], Lines{"Level.map"});
+
+    world.tourFolders.push_back("..");
+    world.tours.emplace_back();
+    world.tourLevels.push_back({"../../Precious.txt"});
+    world.tourIndex = 1;
+    EXPECT_EQ(world.GetMapField('n', "Level.map"), "");
+    EXPECT_EQ(world.SetMapField('n', "x", 1, 0), "");
+    EXPECT_FALSE(world.DeleteLevel(1, 0, true));
+    world.SaveTour(1, false);
+    EXPECT_EQ(world.tourFolders[1], "MyTour") << "the tour gets a folder of its own";
+    EXPECT_TRUE(IsDirectory(Game("Maps/Forest")));
+    world.tourFolders[1] = "..";
+    world.DeleteTour(1);
+    EXPECT_TRUE(FileExists(Game("Precious.txt")));
+    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.map")));
+}
+
+TEST_F(WorldTest, DeletingATourRemovesItsFolder) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    AddTour("Desert", "Desert", {"Dune.map"});
+    std::string logged;
+    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    world.DeleteTour(0);
+    SetLogSink(previous);
+    EXPECT_EQ(logged, "Deleting Tour: 'Forest'\nret 0\n");
+    EXPECT_FALSE(IsDirectory(Game("Maps/Forest")));
+    EXPECT_EQ(world.tourFolders, Lines{"Desert"});
+    EXPECT_EQ(world.tourLevels[0], Lines{"Dune.map"});
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"Desert"});
+}
+
+TEST_F(WorldTest, ToursMoveUnlessOfficial) {
+    AddTour("First", "First", {"A.map"});
+    AddTour("Second", "Second", {"B.map"});
+    AddTour("Shipped", "Shipped", {}, true);
+    world.tourIndex = 0;
+    EXPECT_FALSE(world.MoveTourUp());
+    EXPECT_TRUE(world.MoveTourDown());
+    EXPECT_EQ(world.tourFolders, (Lines{"Second", "First", "Shipped"}));
+    EXPECT_EQ(world.tourLevels[1], Lines{"A.map"});
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Second", "First", "Shipped"}));
+    EXPECT_TRUE(frontEnd.notices.empty());
+
+    world.tourIndex = 1;
+    EXPECT_FALSE(world.MoveTourDown());
+    EXPECT_EQ(frontEnd.notices, Lines{"L120|L128"});
+    world.tourIndex = 2;
+    EXPECT_FALSE(world.MoveTourUp());
+    EXPECT_FALSE(world.MoveTourDown());
+    EXPECT_EQ(world.tourFolders, (Lines{"Second", "First", "Shipped"}));
+    world.tourIndex = 1;
+    EXPECT_TRUE(world.MoveTourUp());
+    EXPECT_EQ(world.tourFolders, (Lines{"First", "Second", "Shipped"}));
+}
+
+TEST_F(WorldTest, MapsMoveWithinEditableToursOnly) {
+    AddTour("Forest", "Forest", {"A.map", "B.map", "C.map", "D.map"});
+    world.levelIndex = 1;
+    EXPECT_TRUE(world.MoveLevelDown(false));
+    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "C.map", "B.map", "D.map"}));
+    EXPECT_EQ(world.levelIndex, 1) << "levelIndex stays";
+    EXPECT_TRUE(world.MoveLevelDown(true));
+    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "D.map", "B.map", "C.map"}));
+    EXPECT_TRUE(world.MoveLevelUp(true));
+    EXPECT_EQ(world.tourLevels[0], (Lines{"D.map", "A.map", "B.map", "C.map"}));
+    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "D.map,A.map,B.map,C.map");
+    world.levelIndex = 0;
+    EXPECT_FALSE(world.MoveLevelUp(false));
+    world.levelIndex = 3;
+    EXPECT_FALSE(world.MoveLevelDown(true));
+
+    world.tours[0].editable = false;
+    world.levelIndex = 1;
+    EXPECT_FALSE(world.MoveLevelDown(false));
+    EXPECT_FALSE(world.MoveLevelUp(false));
+    EXPECT_EQ(frontEnd.notices, (Lines{"L120|L129", "L120|L129"}));
+    EXPECT_EQ(world.tourLevels[0], (Lines{"D.map", "A.map", "B.map", "C.map"}));
+}
+
+TEST_F(WorldTest, FinishingAMapUnlocksTheNextMapOnce) {
+    AddTour("Forest", "Forest", {"A.map", "B.map"});
+    world.SetMapField('l', "1", 0, 1);
+    world.SetMapField('n', "Bright Path", 0, 1);
+    world.levelIndex = 0;
+    world.UnlockNext();
+    EXPECT_EQ(world.GetMapField('l', "BrightPath.map"), "0");
+    EXPECT_EQ(frontEnd.notices, Lines{"L114|L113: Bright Path"});
+    EXPECT_EQ(frontEnd.sounds, Lines{"Unlocked@8"});
+
+    world.UnlockNext();
+    EXPECT_EQ(frontEnd.notices.size(), 1u) << "an unlocked successor shows nothing";
+    EXPECT_EQ(frontEnd.sounds.size(), 1u);
+}
+
+TEST_F(WorldTest, FinishingATourUnlocksTheNextTour) {
+    AddTour("Forest", "Forest", {"A.map", "B.map"});
+    AddTour("Desert", "Desert", {"Dune.map"});
+    world.tours[1].locked = true;
+    world.SaveTour(1, false);
+    world.SetMapField('l', "1", 1, 0);
+
+    world.levelIndex = 1;
+    world.UnlockNext();
+    EXPECT_FALSE(world.tours[1].locked);
+    EXPECT_EQ(ReadLines("Maps/Desert/tour.dat")[2], "l0");
+    world.tourIndex = 1;
+    EXPECT_EQ(world.GetMapField('l', "Dune.map"), "0");
+    EXPECT_EQ(frontEnd.notices, Lines{"L114|L130: Desert"});
+    EXPECT_EQ(frontEnd.sounds, Lines{"UnlockedTour@8"});
+
+    world.tourIndex = 0;
+    world.UnlockNext();
+    EXPECT_EQ(frontEnd.notices.size(), 1u) << "an open tour shows nothing";
+
+    world.tourIndex = 1;
+    world.levelIndex = 0;
+    world.UnlockNext();
+    EXPECT_EQ(frontEnd.notices.size(), 1u) << "the last map of the last tour unlocks nothing";
+}
+
+TEST_F(WorldTest, StartingUpLoadsTheFirstMapOfTheFirstTour) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    WritePlain("Maps/Forest/Level.map", MapLines("Opening", "uidForest", {{Index(2, 3), Block::Start}}));
+    SavingWorld fresh;
+    fresh.programMapsFolder = world.programMapsFolder;
+    fresh.SetGameplayLink(&gameplay);
+    fresh.SetBlockSize(32);
+    fresh.tourIndex = 4;
+    fresh.gatesOpen = true;
+    fresh.InitWorld();
+    EXPECT_FALSE(fresh.startingUp);
+    EXPECT_EQ(fresh.tourIndex, 0);
+    EXPECT_EQ(fresh.mapName, "Opening");
+    EXPECT_EQ(fresh.blockSize, 64);
+    EXPECT_FALSE(fresh.gatesOpen);
+    EXPECT_FLOAT_EQ(fresh.startX, 2);
+    EXPECT_TRUE(gameplay.placed.empty()) << "no racer is placed while starting up";
+    EXPECT_EQ(gameplay.ready, 0);
+}

@@ -1,0 +1,99 @@
+#include "Environment/CoreEnvironmentManager/QmTextCipher.h"
+
+#include "Platform/VeRandom.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+std::string Bytes(std::initializer_list<int> values) {
+    std::string text;
+    for (int v : values) {
+        text.push_back(static_cast<char>(v));
+    }
+    return text;
+}
+
+// Every byte from 32 to 255, repeated so the step sequence wraps several times.
+std::string AllPrintableAndHighBytes(size_t length) {
+    std::string text;
+    for (size_t i = 0; i < length; ++i) {
+        text.push_back(static_cast<char>(32 + (i * 7) % 224));
+    }
+    return text;
+}
+} // namespace
+
+TEST(QmTextCipherTest, AbcGoesThroughTheThreeStages) {
+    EXPECT_EQ(QmTextCipher::EncodeText(2, "abc"), Bytes({98, 96, 102}));
+
+    SeedRand(7);
+    const std::string stage2 = QmTextCipher::EncodeText(3, "abc");
+    ASSERT_EQ(stage2.size(), 4u);
+    const char filler = stage2[1];
+    EXPECT_GE(static_cast<unsigned char>(filler), 32);
+    EXPECT_LE(static_cast<unsigned char>(filler), 126);
+    EXPECT_EQ(stage2, Bytes({98, static_cast<unsigned char>(filler), 96, 102}));
+
+    SeedRand(7);
+    int length = 0;
+    const std::string full = QmTextCipher::EncodeText(4, "abc", &length);
+    EXPECT_EQ(length, 4);
+    EXPECT_EQ(full, Bytes({static_cast<unsigned char>(filler), 98, 102, 96}));
+
+    // Whatever the filler, the four bytes decipher to "abc".
+    for (int f = 32; f <= 126; ++f) {
+        EXPECT_EQ(QmTextCipher::DecodeText(4, Bytes({f, 98, 102, 96})), "abc");
+    }
+    EXPECT_EQ(EncodeText(4, ""), "");
+    EXPECT_EQ(DecodeText(4, ""), "");
+}
+
+TEST(QmTextCipherTest, StepRunsUpToThirtyOneAndDownToZero) {
+    // Stage 1 on a run of one byte value shows the step: byte i is shifted by +-step(i).
+    const std::string plain(70, 'P');
+    const std::string shifted = QmTextCipher::EncodeText(2, plain);
+    auto step = [&](size_t i) {
+        const int delta = static_cast<unsigned char>(shifted[i]) - 'P';
+        return i % 2 == 0 ? delta : -delta;
+    };
+    EXPECT_EQ(step(0), 1);
+    EXPECT_EQ(step(29), 30);
+    EXPECT_EQ(step(30), 31) << "the 31st byte";
+    EXPECT_EQ(step(31), 30);
+    EXPECT_EQ(step(60), 1);
+    EXPECT_EQ(step(61), 0) << "the 62nd byte";
+    EXPECT_EQ(step(62), 1);
+    EXPECT_EQ(step(63), 2);
+}
+
+TEST(QmTextCipherTest, LinesOfAnyLengthComeBackWhole) {
+    for (size_t length : {1u, 2u, 3u, 4u, 5u, 61u, 62u, 63u, 64u, 200u, 5000u}) {
+        const std::string plain = AllPrintableAndHighBytes(length);
+        const std::string cipher = QmTextCipher::EncodeText(4, plain);
+        EXPECT_EQ(QmTextCipher::DecodeText(4, cipher), plain) << "length " << length;
+        for (char c : cipher) {
+            EXPECT_GE(static_cast<unsigned char>(c), 32) << "an enciphered line holds no control character";
+        }
+        EXPECT_EQ(QmTextCipher::DecodeText(3, QmTextCipher::EncodeText(3, plain)), plain);
+        EXPECT_EQ(QmTextCipher::DecodeText(2, QmTextCipher::EncodeText(2, plain)), plain);
+    }
+}
+
+TEST(QmTextCipherTest, BlankWithLargeNegativeStepWrapsHighAndBack) {
+    // Byte 1 has sign -1 and step 2; byte 29 has sign -1 and step 30.
+    std::string plain(30, 'a');
+    plain[29] = ' ';
+    const std::string shifted = QmTextCipher::EncodeText(2, plain);
+    EXPECT_GT(static_cast<unsigned char>(shifted[29]), 223);
+    EXPECT_EQ(QmTextCipher::DecodeText(2, shifted), plain);
+}
+
+TEST(QmTextCipherTest, DecodingArbitraryBytesNeverFails) {
+    std::string noise;
+    for (int i = 0; i < 1000; ++i) {
+        noise.push_back(static_cast<char>((i * 131 + 17) % 256));
+        EXPECT_LE(QmTextCipher::DecodeText(4, noise).size(), noise.size());
+    }
+}

@@ -1,0 +1,124 @@
+#pragma once
+// Test support for the world model: a manager over a temporary game folder, fakes of the gameplay
+// and front-end links, and helpers to lay out tours and maps on disk.
+#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Environment/CoreEnvironmentManager/QmWorldFrontEndLink.h"
+#include "Environment/CoreEnvironmentManager/QmWorldGameplayLink.h"
+#include "Platform/VeFiles.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+
+class FakeGameplay : public QmWorldGameplayLink {
+public:
+    void PlaceRacerAtCell(float column, float row) override { placed.emplace_back(column, row); }
+    void MapReady(const std::vector<std::pair<float, float>>& enemySpawns, int size) override {
+        spawns = enemySpawns;
+        racerSize = size;
+        ++ready;
+    }
+    void MapFileRenamed() override { ++renamed; }
+
+    std::vector<std::pair<float, float>> placed;
+    std::vector<std::pair<float, float>> spawns;
+    int racerSize = 0;
+    int ready = 0;
+    int renamed = 0;
+};
+
+class FakeFrontEnd : public QmWorldFrontEndLink {
+public:
+    std::string GetLine(int number) override { return "L" + std::to_string(number); }
+    void ShowNotice(const std::string& title, const std::string& text) override {
+        notices.push_back(title + "|" + text);
+    }
+    void PlaySound(const std::string& name, float volume) override {
+        sounds.push_back(name + "@" + std::to_string(static_cast<int>(volume * 10 + 0.5f)));
+    }
+
+    std::vector<std::string> notices;
+    std::vector<std::string> sounds;
+};
+
+// The game's own SaveMap: store the map in its tour, as the client manager does.
+class SavingWorld : public QmCoreEnvironmentManager {
+public:
+    void SaveMap(bool asNew) override { SaveMapToTour(asNew); }
+};
+
+class WorldTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        world.programMapsFolder = data.path + "/ProgramMaps";
+        world.defaultMapName = "Level";
+        world.defaultTourName = "My Tour";
+        world.SetFrontEndLink(&frontEnd);
+    }
+
+    std::string Game(const std::string& relative) const { return data.GameFolder() + "/" + relative; }
+
+    // Writes a file in plain text (as a map maker would) under the game folder.
+    void WritePlain(const std::string& relative, const Lines& lines) {
+        const std::string path = Game(relative);
+        CreateFolder(path.substr(0, path.rfind('/')));
+        ASSERT_TRUE(WriteTextLinesAtomic(path, lines));
+    }
+
+    Lines ReadLines(const std::string& relative) const {
+        Lines lines;
+        QmCipherFile::ReadLines(Game(relative), lines);
+        return lines;
+    }
+
+    static Lines MapLines(const std::string& name, const std::string& tourUid = "",
+                          std::vector<std::pair<int, BlockId>> cells = {}) {
+        Lines lines = {"i64", "n" + name, "u1", "l0", "e1"};
+        if (!tourUid.empty()) {
+            lines.push_back("t" + tourUid);
+        }
+        std::vector<BlockId> grid(400, 0);
+        for (const auto& [index, id] : cells) {
+            grid[index] = id;
+        }
+        for (int x = 0; x < 20; ++x) {
+            std::string column;
+            for (int y = 0; y < 20; ++y) {
+                column += std::to_string(grid[x * 20 + y]) + ",";
+            }
+            lines.push_back(column);
+        }
+        return lines;
+    }
+
+    // A tour on disk and in the lists, as the scan would leave it.
+    int AddTour(const std::string& folder, const std::string& name, const Lines& mapFiles,
+                bool official = false, bool editable = true, bool collectsFiles = true) {
+        TourRecord record;
+        record.official = official;
+        record.name = name;
+        record.editable = editable;
+        record.collectsFiles = collectsFiles;
+        record.uid = "uid" + folder;
+        world.tours.push_back(record);
+        world.tourFolders.push_back(folder);
+        world.tourLevels.push_back(mapFiles);
+        CreateFolder(Game("Maps/" + folder));
+        for (const std::string& file : mapFiles) {
+            WritePlain("Maps/" + folder + "/" + file, MapLines(file.substr(0, file.size() - 4), record.uid));
+        }
+        const int t = static_cast<int>(world.tours.size()) - 1;
+        world.SaveTour(t, false);
+        return t;
+    }
+
+    TempUserData data;
+    SavingWorld world;
+    FakeFrontEnd frontEnd;
+    FakeGameplay gameplay;
+};

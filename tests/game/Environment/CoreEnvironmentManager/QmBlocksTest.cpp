@@ -1,0 +1,36 @@
+#include "Environment/CoreEnvironmentManager/QmBlocks.h"
+
+#include <gtest/gtest.h>
+
+TEST(QmBlocksTest, PaletteSlotsPlaceTheirIds) {
+    const int d = 12; // Blank, five colours and six tileset rows
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(0, d), Block::Blank);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(1, d), Block::Start);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(2, d), Block::Finish);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(3, d), Block::Fire);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(4, d), Block::Enemy);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(10, d), Block::DiscoConfusion);
+    for (int slot = 11; slot <= 19; ++slot) {
+        EXPECT_EQ(QmBlocks::PaletteSlotToId(slot, d), Block::Blank) << "reserved slot " << slot;
+    }
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(20, d), 1);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 18, d), d - 1) << "the last default block";
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 19, d), Block::FirstDecoration);
+    EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 22, d), 153);
+}
+
+TEST(QmBlocksTest, NamesFollowTheIdRanges) {
+    const int d = 12;
+    const char* specials[] = {"Finish",      "Fire",         "Enemy",    "Jump Impulse x2", "Speed Up x2",
+                              "Flip Vision", "Red Gate Key", "Red Gate", "Disco Confusion"};
+    for (int slot = 2; slot <= 10; ++slot) {
+        EXPECT_EQ(QmBlocks::PaletteSlotTooltip(slot, d), specials[slot - 2]);
+    }
+    EXPECT_EQ(QmBlocks::PaletteSlotTooltip(1, d), "Start");
+    EXPECT_EQ(QmBlocks::PaletteSlotTooltip(15, d), "Blank");
+    EXPECT_EQ(QmBlocks::PaletteSlotTooltip(25, d), "Default Block");
+    EXPECT_EQ(QmBlocks::PaletteSlotTooltip(40, d), "Decoration");
+    EXPECT_EQ(QmBlocks::Name(149), "Default Block");
+    EXPECT_EQ(QmBlocks::Name(245), "Decoration");
+    EXPECT_EQ(QmBlocks::Name(-1), "Blank");
+}

@@ -1,0 +1,186 @@
+#include "Environment/CoreEnvironmentManager/QmLevelGenerator.h"
+
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Platform/VeLog.h"
+#include "Platform/VeRandom.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <map>
+
+namespace {
+struct Placed {
+    int x;
+    int y;
+    BlockId id;
+};
+
+// The game's generator colours: 1 to 5, and every placed cell recorded in order.
+class RecordingWorld : public QmCoreEnvironmentManager {
+public:
+    BlockId RandomColourBlock() override { return Rand() % 5 + 1; }
+    void SetBlock(int x, int y, BlockId id) override {
+        placed.push_back({x, y, id});
+        QmCoreEnvironmentManager::SetBlock(x, y, id);
+    }
+    void ClearMap() override {
+        placed.clear();
+        QmCoreEnvironmentManager::ClearMap();
+    }
+    std::vector<Placed> placed;
+};
+
+class QuietLog {
+public:
+    QuietLog() : previous(SetLogSink([this](const std::string& text) { lines += text; })) {}
+    ~QuietLog() { SetLogSink(previous); }
+    std::string lines;
+
+private:
+    VeLogSink previous;
+};
+
+void Generate(RecordingWorld& world, uint32_t seed, int blockSize) {
+    world.SetBlockSize(blockSize);
+    SeedRand(seed);
+    world.GenerateLevel();
+}
+} // namespace
+
+TEST(QmLevelGeneratorTest, EveryStartHasAFinishThatFits) {
+    for (int n : {10, 20}) {
+        for (int sx = 0; sx < n; ++sx) {
+            for (int sy = 0; sy < n; ++sy) {
+                bool found = false;
+                for (int fx = 0; fx < n && !found; ++fx) {
+                    for (int fy = 1; fy <= n - 3 && !found; ++fy) {
+                        found = QmLevelGenerator::FinishFits(sx, sy, fx, fy);
+                    }
+                }
+                EXPECT_TRUE(found) << "start " << sx << "," << sy << " on " << n;
+            }
+        }
+    }
+}
+
+TEST(QmLevelGeneratorTest, FinishRulesKeepItSidewaysAndFarEnough) {
+    EXPECT_TRUE(QmLevelGenerator::FinishFits(0, 5, 5, 5));
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(0, 5, 4, 5)) << "closer than five cells";
+    EXPECT_TRUE(QmLevelGenerator::FinishFits(3, 0, 3, 5)) << "straight below, five rows";
+    EXPECT_TRUE(QmLevelGenerator::FinishFits(3, 0, 3, 6));
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(3, 0, 3, 7)) << "straight below only five or six rows";
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(3, 9, 3, 3)) << "never straight above";
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(0, 0, 5, 5)) << "not on a diagonal";
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(0, 0, 3, 5)) << "steeper than one in one";
+    EXPECT_FALSE(QmLevelGenerator::FinishFits(0, 0, 6, 3)) << "far away: the sideways part must lead by four";
+    EXPECT_TRUE(QmLevelGenerator::FinishFits(0, 0, 7, 3));
+}
+
+TEST(QmLevelGeneratorTest, GeneratedMapsKeepTheirInvariantsOverManySeeds) {
+    QuietLog quiet;
+    RecordingWorld world;
+    for (int blockSize : {64, 32}) {
+        for (uint32_t seed = 1; seed <= 3000; ++seed) {
+            Generate(world, seed, blockSize);
+            const int n = world.mapSize;
+            int starts = 0;
+            int finishes = 0;
+            for (int x = 0; x < 20; ++x) {
+                for (int y = 0; y < 20; ++y) {
+                    const BlockId id = world.GetBlock(x, y);
+                    const bool inside = x < n && y < n;
+                    ASSERT_TRUE(id == 0 || (inside && ((id >= 1 && id <= 5) || id == 254 || id == 255)))
+                        << "seed " << seed << ": id " << id << " at " << x << "," << y;
+                    if (id == Block::Start) {
+                        ++starts;
+                        EXPECT_FLOAT_EQ(world.startX, x);
+                        EXPECT_FLOAT_EQ(world.startY, y);
+                    }
+                    if (id == Block::Finish) {
+                        ++finishes;
+                        ASSERT_GE(y, 1) << "seed " << seed;
+                        ASSERT_LE(y, n - 3) << "seed " << seed;
+                    }
+                }
+            }
+            ASSERT_EQ(starts, 1) << "seed " << seed;
+            ASSERT_EQ(finishes, 1) << "seed " << seed;
+
+            // The path never climbs more than one row from one block to the next.
+            const Placed* previous = nullptr;
+            for (const Placed& cell : world.placed) {
+                if (cell.id < 1 || cell.id > 5) {
+                    continue;
+                }
+                if (previous != nullptr) {
+                    ASSERT_GE(cell.y, previous->y - 1) << "seed " << seed;
+                }
+                previous = &cell;
+            }
+        }
+    }
+}
+
+TEST(QmLevelGeneratorTest, TheSameSeedGivesTheSameMap) {
+    QuietLog quiet;
+    RecordingWorld first;
+    RecordingWorld second;
+    for (uint32_t seed : {5u, 77u, 123456u}) {
+        Generate(first, seed, 32);
+        Generate(second, seed, 32);
+        EXPECT_EQ(first.blocks, second.blocks);
+    }
+    Generate(second, 78, 32);
+    EXPECT_NE(first.blocks, second.blocks);
+}
+
+TEST(QmLevelGeneratorTest, ReportsStartAndFinishOnTheConsole) {
+    QuietLog log;
+    RecordingWorld world;
+    Generate(world, 9, 64);
+    int fx = -1, fy = -1;
+    for (const Placed& cell : world.placed) {
+        if (cell.id == Block::Finish) {
+            fx = cell.x;
+            fy = cell.y;
+        }
+    }
+    char expected[160];
+    std::snprintf(expected, sizeof expected,
+                  "Level Generation Started.\n- Start placed at %f %f and Finish placed at %f %f.\n",
+                  static_cast<double>(world.startX), static_cast<double>(world.startY),
+                  static_cast<double>(fx), static_cast<double>(fy));
+    EXPECT_EQ(log.lines, std::string(expected) + "Level Generation Completed.\n");
+}
+
+TEST(QmLevelGeneratorTest, AStartInTheBottomRowHasNoBlockUnderIt) {
+    QuietLog quiet;
+    RecordingWorld world;
+    int bottomStarts = 0;
+    for (uint32_t seed = 1; seed <= 400 && bottomStarts < 5; ++seed) {
+        Generate(world, seed, 64);
+        if (world.startY == 9.0f) {
+            ++bottomStarts;
+            for (const Placed& cell : world.placed) {
+                EXPECT_LT(cell.y, 10);
+            }
+        }
+    }
+    EXPECT_GT(bottomStarts, 0);
+}
+
+TEST(QmLevelGeneratorTest, TheBaseColourIsOne) {
+    QuietLog quiet;
+    QmCoreEnvironmentManager world;
+    SeedRand(11);
+    world.GenerateLevel();
+    std::map<BlockId, int> counts;
+    for (BlockId id : world.blocks) {
+        ++counts[id];
+    }
+    EXPECT_EQ(counts[254], 1);
+    EXPECT_EQ(counts[255], 1);
+    EXPECT_GT(counts[1], 0);
+    EXPECT_EQ(counts.size(), 4u);
+}

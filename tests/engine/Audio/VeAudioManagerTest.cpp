@@ -300,10 +300,11 @@ TEST(VeAudioManagerThreadTest, ChannelsChangeWhileTheOutputMixes) {
         std::vector<int16_t> frames(static_cast<size_t>(2 * MixerRig::kFrames));
         while (!done.load()) {
             rig.output->PlayNext(frames.data());
+            std::this_thread::yield();
         }
     });
     int stopped = 0;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 1000; ++round) {
         VeAudioHandle a = audio.Play("short", false, true, static_cast<float>(round % 3), 0.5f, 0.0f);
         VeAudioHandle b = audio.Play("long", true, false, 0, 0, 0, 0, 0.8f, 500, 0, 0.5f + (round % 4));
         audio.SetSpeed(a, 1.5f);
@@ -319,7 +320,7 @@ TEST(VeAudioManagerThreadTest, ChannelsChangeWhileTheOutputMixes) {
     }
     done = true;
     speaker.join();
-    EXPECT_EQ(stopped, 3000) << "a looping channel plays until it is stopped";
+    EXPECT_EQ(stopped, 1000) << "a looping channel plays until it is stopped";
     audio.StopAll();
     rig.Render(1);
     EXPECT_EQ(audio.ChannelCount(), 0);

@@ -1,0 +1,78 @@
+#include "FrontEnd/Options/QmLanguage.h"
+
+#include "FrontEnd/Options/QmOptions.h"
+#include "Platform/VeFiles.h"
+#include "Support/HaltCapture.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+const std::string kGetLatest = "\n\nPlease download the latest version or contact Velnosoft.";
+
+class QmLanguageTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder = data.path + "/Lang";
+        CreateFolder(folder);
+        std::vector<std::string> lines;
+        for (int i = 1; i <= 150; ++i) {
+            lines.push_back("Line " + std::to_string(i));
+        }
+        WriteTextLinesAtomic(folder + "/English.lang", lines);
+        WriteFileAtomic(folder + "/French.lang", "Jouer\r\nQuitter\n\nÉditeur");
+    }
+    TempUserData data;
+    std::string folder;
+};
+} // namespace
+
+TEST_F(QmLanguageTest, LinesAreNumberedFromOneAndEndAtTheFile) {
+    QmLanguage language(folder);
+    language.Load("English");
+    EXPECT_EQ(language.LineCount(), 150u);
+    EXPECT_EQ(language.GetLine(1), "Line 1");
+    EXPECT_EQ(language.GetLine(150), "Line 150");
+    const std::string file = "in file: '" + folder + "/English.lang'." + kGetLatest;
+    EXPECT_HALT(language.GetLine(151), "Error: Could not find translation",
+                "Could not find translation line 151 " + file);
+    EXPECT_HALT(language.GetLine(0), "Error: Could not find translation",
+                "Could not find translation line 0 " + file);
+    EXPECT_HALT(language.GetLine(-4), "Error: Could not find translation",
+                "Could not find translation line -4 " + file);
+}
+
+TEST_F(QmLanguageTest, SetLanguageLoadsTheChosenLanguage) {
+    QmOptions options;
+    options.Set("Language", "French");
+    QmLanguage language(folder);
+    EXPECT_EQ(language.Name(), "English");
+    language.SetLanguage(options);
+    EXPECT_EQ(language.Name(), "French");
+    EXPECT_EQ(language.FileName(), "French.lang");
+    EXPECT_EQ(language.LineCount(), 4u);
+    EXPECT_EQ(language.GetLine(2), "Quitter") << "line ends with or without CR";
+    EXPECT_EQ(language.GetLine(3), "");
+    EXPECT_EQ(language.GetLine(4), "Éditeur");
+
+    options.Set("Language", "Dutch");
+    EXPECT_HALT(language.SetLanguage(options), "Error: Could not load language file",
+                "Unable to load language file: '" + folder + "/Dutch.lang'." + kGetLatest);
+    EXPECT_EQ(language.GetLine(1), "Jouer") << "a failed load leaves the lines as they were";
+}
+
+TEST(QmLanguageListTest, EveryOfferedLanguageShipsAFile) {
+    EXPECT_EQ(QmLanguage::Languages(), (std::vector<std::string>{"Dutch", "English", "French", "Norwegian"}));
+    EXPECT_EQ(QmLanguage::FlagImagePath("Dutch"), "Assets/Lang/Dutch.png");
+    EXPECT_FALSE(QmLanguage::IsLanguage("english"));
+    size_t lines = 0;
+    for (const std::string& name : QmLanguage::Languages()) {
+        QmLanguage language(std::string(QM_SOURCE_DIR) + "/Lang");
+        language.Load(name);
+        if (lines == 0) {
+            lines = language.LineCount();
+        }
+        EXPECT_EQ(language.LineCount(), lines) << name << " has as many lines as the others";
+    }
+    EXPECT_GE(lines, 179u) << "the account pages ask for lines up to 179";
+}

@@ -1,0 +1,147 @@
+#include "FrontEnd/Options/QmOptions.h"
+
+#include "Environment/CoreEnvironmentManager/QmTextCipher.h"
+#include "Platform/VeFiles.h"
+#include "Platform/VeLog.h"
+#include "Support/HaltCapture.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+const std::map<std::string, std::string> kDefaults = {
+    {"Language", "English"},
+    {"Fullscreen", "0"},
+    {"Music", "1"},
+    {"Username", ""},
+    {"Password", ""},
+    {"FPS", "0"},
+    {"VSYNC", "1"},
+    {"HUD", "1"},
+    {"UI", "1"},
+    {"3DGraphics", "1"},
+    {"AnimatedMenuBackground", "1"},
+    {"AutoUpdates", "1"},
+    {"ShadowsEnabled", "0"},
+};
+
+std::string FileText() {
+    std::string bytes;
+    ReadFileBytes(QmOptions::FilePath(), bytes);
+    return bytes;
+}
+} // namespace
+
+TEST(QmOptionsTest, MissingFileLeavesTheDefaults) {
+    TempUserData data;
+    QmOptions options;
+    EXPECT_EQ(options.Values(), kDefaults);
+    options.Set("Music", "0");
+    options.LoadOptions();
+    EXPECT_EQ(options.Values(), kDefaults) << "loading starts from the defaults";
+    EXPECT_FALSE(FileExists(QmOptions::FilePath()));
+    EXPECT_EQ(QmOptions::FilePath(), data.GameFolder() + "/options.dat");
+}
+
+TEST(QmOptionsTest, SavedOptionsLoadBackWithNameAndPasswordEnciphered) {
+    TempUserData data;
+    QmOptions options;
+    options.Set("Language", "Norwegian");
+    options.Set("Fullscreen", "1");
+    options.Set("Music", "0");
+    options.Set("Username", "Racer One");
+    options.Set("Password", "p4ss w\xC3\xB8rd~!");
+    options.Set("3DGraphics", "0");
+    options.Set("AnimatedMenuBackground", "0");
+    options.Set("AutoUpdates", "0");
+    options.Set("FPS", "1");
+    options.Set("HUD", "0");
+    ASSERT_TRUE(options.SaveOptions());
+
+    const std::vector<std::string> lines = SplitLines(FileText());
+    ASSERT_EQ(lines.size(), 8u);
+    EXPECT_EQ(FileText().substr(0, 11), "Norwegian\r\n");
+    EXPECT_EQ(lines[1], "1");
+    EXPECT_EQ(lines[2], "0");
+    EXPECT_NE(lines[3], "Racer One");
+    EXPECT_EQ(DecodeText(4, lines[3]), "Racer One");
+    EXPECT_EQ(DecodeText(4, lines[4]), "p4ss w\xC3\xB8rd~!");
+    EXPECT_EQ((std::vector<std::string>(lines.begin() + 5, lines.end())),
+              (std::vector<std::string>{"0", "0", "0"}));
+
+    QmOptions loaded;
+    loaded.LoadOptions();
+    EXPECT_EQ(loaded.Get("Language"), "Norwegian");
+    EXPECT_EQ(loaded.Get("Username"), "Racer One");
+    EXPECT_EQ(loaded.Get("Password"), "p4ss w\xC3\xB8rd~!");
+    EXPECT_TRUE(loaded.IsOn("Fullscreen"));
+    EXPECT_FALSE(loaded.IsOn("Music"));
+    EXPECT_FALSE(loaded.IsOn("AutoUpdates"));
+    EXPECT_EQ(loaded.Get("FPS"), "0") << "only the eight stored keys survive a restart";
+    EXPECT_EQ(loaded.Get("HUD"), "1");
+    EXPECT_EQ(loaded.Get("ShadowsEnabled"), "0") << "no 3D graphics, no shadows";
+
+    // An empty password is an empty fifth line; 3D graphics bring the shadows back at the next load.
+    loaded.Set("Password", "");
+    loaded.SetOn("3DGraphics", true);
+    EXPECT_EQ(loaded.Get("ShadowsEnabled"), "0") << "the derived key changes only when loading";
+    ASSERT_TRUE(loaded.SaveOptions());
+    EXPECT_EQ(SplitLines(FileText())[4], "");
+    loaded.LoadOptions();
+    EXPECT_EQ(loaded.Get("Password"), "");
+    EXPECT_EQ(loaded.Get("ShadowsEnabled"), "1");
+}
+
+TEST(QmOptionsTest, ShortOrOddFilesKeepDefaultsForWhatIsMissing) {
+    TempUserData data;
+    CreateFolder(data.GameFolder());
+    WriteFileAtomic(QmOptions::FilePath(), "French\n1\n0\n");
+    QmOptions options;
+    options.LoadOptions();
+    std::map<std::string, std::string> expected = kDefaults;
+    expected["Language"] = "French";
+    expected["Fullscreen"] = "1";
+    expected["Music"] = "0";
+    expected["ShadowsEnabled"] = "1";
+    EXPECT_EQ(options.Values(), expected);
+
+    // A language the game does not have (or a path) falls back to English instead of halting.
+    std::string log;
+    VeLogSink previous = SetLogSink([&log](const std::string& text) { log += text; });
+    WriteFileAtomic(QmOptions::FilePath(), "../../secret\r\n1\r\n");
+    options.LoadOptions();
+    SetLogSink(previous);
+    EXPECT_EQ(options.Get("Language"), "English");
+    EXPECT_EQ(options.Get("Fullscreen"), "1");
+    EXPECT_NE(log.find("../../secret"), std::string::npos);
+
+    WriteFileAtomic(QmOptions::FilePath(), "");
+    options.LoadOptions();
+    EXPECT_EQ(options.Values()["Language"], "English");
+    EXPECT_EQ(options.Get("ShadowsEnabled"), "1") << "an empty file still counts as loaded";
+}
+
+TEST(QmOptionsTest, UnwritableFileWarnsAndKeepsTheOldOne) {
+    TempUserData data;
+    QmOptions options;
+    options.Set("Username", "kept");
+    ASSERT_TRUE(options.SaveOptions());
+    const std::string before = FileText();
+
+    std::filesystem::create_directory(QmOptions::FilePath() + ".tmp"); // the temporary file cannot be made
+    options.Set("Username", "lost");
+    std::string log;
+    VeLogSink previous = SetLogSink([&log](const std::string& text) { log += text; });
+    MessageBoxCapture capture;
+    EXPECT_FALSE(options.SaveOptions());
+    SetLogSink(previous);
+    ASSERT_EQ(capture.boxes.size(), 1u);
+    EXPECT_EQ(capture.boxes[0].title, "Warning: Options not saved");
+    EXPECT_EQ(capture.boxes[0].text, "Could not save options file.");
+    EXPECT_EQ(capture.boxes[0].kind, 1);
+    EXPECT_NE(log.find("Could not save options.\n"), std::string::npos);
+    EXPECT_EQ(FileText(), before);
+    EXPECT_EQ(options.Get("Username"), "lost") << "the settings themselves stay as they are";
+}

@@ -345,17 +345,21 @@ void VeScreen::PresentGL() {
     }
     uploadSurface.CopyPixels(overlay, width * rows);
     uploadSurface.ApplyColourKey(kColourKey, false);
+    ComposeGL(frameCapture);
+    SDL_GL_SwapWindow(window);
+}
+
+void VeScreen::ComposeGL(bool capture) {
     GLuint texture = uploadSurface.UploadTexture(GL_NEAREST);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, texture);
     if (overlayEnabled) {
         DrawOverlay();
     }
-    if (frameCapture) {
+    if (capture) {
         CaptureWindow();
     }
     glDeleteTextures(1, &texture);
-    SDL_GL_SwapWindow(window);
 }
 
 void VeScreen::PresentSoftware() {
@@ -463,10 +467,12 @@ void VeScreen::CaptureWindow() {
 bool VeScreen::ReadLastFrame(std::vector<uint32_t>& pixels, int32_t& frameWidth, int32_t& frameHeight) {
     if (!frameCapture || lastFrame.empty()) {
         if (glEnabled) {
+            // What was shown is gone from the back buffer after the swap, and the front buffer
+            // cannot be read everywhere: compose the last frame again from the same overlay rows
+            // and scene texture, without showing it.
             MakeContextCurrent();
-            glReadBuffer(GL_FRONT);
-            CaptureWindow();
-            glReadBuffer(GL_BACK);
+            ResetViewport();
+            ComposeGL(true);
         } else {
             CaptureWindow();
         }

@@ -89,8 +89,10 @@ public:
     // Keeps a copy of every presented frame, read back from the window just before it is shown,
     // for SaveScreenshot.
     void SetFrameCapture(bool on) { frameCapture = on; }
-    // Writes the last presented frame as a PNG. With frame capture off it reads the window as it
-    // is now. Returns false (and logs why) when there is nothing to write or the file fails.
+    // Writes the last presented frame as a PNG. With frame capture off, the OpenGL path composes
+    // the last frame again into the window's hidden buffer and reads that, and the software path
+    // reads the renderer. Returns false (and logs why) when there is nothing to write or the file
+    // fails.
     bool SaveScreenshot(const std::string& path);
     // The pixels SaveScreenshot would write (0x00RRGGBB, top row first) and their size.
     bool ReadLastFrame(std::vector<uint32_t>& pixels, int32_t& frameWidth, int32_t& frameHeight);
@@ -128,6 +130,7 @@ private:
     bool WindowSize(int32_t& w, int32_t& h) const;
     void DrawFpsText();
     void PresentGL();
+    void ComposeGL(bool capture);
     void PresentSoftware();
     void CaptureWindow();
     void PaceFrame();

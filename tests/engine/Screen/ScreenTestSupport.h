@@ -1,0 +1,56 @@
+#pragma once
+// Shared set-up of the screen's tests: they run from the source folder (the shaders are read from
+// "Shaders/..."), with scripted message boxes and the log captured.
+#include "Platform/VeLog.h"
+#include "Screen/VeScreen.h"
+
+#include "Support/Screenshot.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+class ScreenTestBase : public ::testing::Test {
+protected:
+    void SetUp() override {
+        previousFolder = std::filesystem::current_path();
+        std::filesystem::current_path(QM_SOURCE_DIR);
+        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
+        previousSink = SetLogSink([this](const std::string& text) { log += text; });
+    }
+
+    void TearDown() override {
+        screen.reset();
+        VeScreen::ForceSoftwarePath(false);
+        SetLogSink(previousSink);
+        std::filesystem::current_path(previousFolder);
+    }
+
+    VeScreen& OpenScreen(bool software) {
+        VeScreen::ForceSoftwarePath(software);
+        screen = std::make_unique<VeScreen>(640, 640, false, false, true, "", "\n\nsuffix");
+        screen->SetFramePacing(false);
+        screen->SetFrameCapture(true);
+        return *screen;
+    }
+
+    // One frame as the main loop ends it: clear the window, mark the frame prepared, present.
+    ScreenshotImage PresentAndRead() {
+        screen->Clear();
+        screen->PrepareFrame();
+        screen->Present(1.0f / 60.0f);
+        ScreenshotImage image;
+        EXPECT_TRUE(screen->ReadLastFrame(image.pixels, image.width, image.height));
+        return image;
+    }
+
+    std::unique_ptr<VeScreen> screen;
+    std::string log;
+
+private:
+    std::filesystem::path previousFolder;
+    VeLogSink previousSink;
+};

@@ -1,0 +1,155 @@
+#include "engine/Screen/ScreenTestSupport.h"
+
+#include "Screen/Surface/VeSurface.h"
+
+#include "Support/HaltCapture.h"
+#include "Support/TempUserData.h"
+
+namespace {
+
+// A picture that exercises every kind of overlay pixel: opaque colours, the key, a key darkened
+// into a translucent shade, a half-blended colour over the key, and a gradient.
+void DrawKnownOverlay(VeSurface& overlay) {
+    overlay.Fill(0);
+    overlay.Rect(0, 0, 640, 40, 0x1678D6);
+    overlay.Rect(40, 80, 200, 200, 0xE99209);
+    overlay.Rect(300, 80, 300, 200, kColourKey);
+    overlay.MultiplyRect(320, 100, 120, 160, 0.5f);
+    overlay.Rect(460, 100, 120, 160, 0x1ADE0C, true, false, 0.5f);
+    for (int x = 0; x < 640; ++x) {
+        uint32_t level = static_cast<uint32_t>(x * 255 / 639);
+        overlay.Line(x, 320, x, 400, level << 16 | (255 - level) << 8 | 0x40);
+    }
+    overlay.Rect(100, 440, 440, 160, 0xFFFFFF, false);
+    overlay.Line(100, 440, 539, 599, 0xE1120C);
+    overlay.Rect(0, 620, 640, 20, 0xE6D514);
+}
+
+} // namespace
+
+class VeScreenPathTest : public ScreenTestBase, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(VeScreenPathTest, PresentsTheOverlayAsStored) {
+    VeScreen& s = OpenScreen(GetParam());
+    EXPECT_EQ(s.glEnabled, !GetParam());
+    DrawKnownOverlay(s.overlay);
+    ScreenshotImage shot = PresentAndRead();
+    EXPECT_TRUE(MatchesStoredImage("screen/overlay.png", shot, 3));
+}
+
+TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
+    VeScreen& s = OpenScreen(GetParam());
+    DrawKnownOverlay(s.overlay);
+    s.screenDisplaySize = 0.5f;
+    s.screenColorMultiplier = 0.6f;
+    ScreenshotImage dimmed = PresentAndRead();
+    EXPECT_TRUE(MatchesStoredImage("screen/dimmed-half.png", dimmed, 3));
+
+    DrawKnownOverlay(s.overlay);
+    s.screenDisplaySize = 1.0f;
+    s.screenColorMultiplier = 1.0f;
+    s.greyScale = true;
+    ScreenshotImage grey = PresentAndRead();
+    EXPECT_TRUE(MatchesStoredImage("screen/grey.png", grey, 3));
+}
+
+INSTANTIATE_TEST_SUITE_P(BothPaths, VeScreenPathTest, ::testing::Values(false, true),
+                         [](const ::testing::TestParamInfo<bool>& info) {
+                             return info.param ? std::string("Software") : std::string("OpenGL");
+                         });
+
+TEST_F(ScreenTestBase, FrameRateTextIsHandedToTheDrawerInTheColoursOfTheVsyncState) {
+    VeScreen& s = OpenScreen(false);
+    std::vector<VeFpsText> asked;
+    s.SetFpsTextDrawer([&](VeSurface& overlay, const VeFpsText& text) {
+        EXPECT_EQ(&overlay, &s.overlay);
+        asked.push_back(text);
+    });
+    s.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x111111}, 1.0f / 60.0f);
+    s.SetFpsDisplay(false, {1, 2, 3, 4}, 1.0f / 50.0f);
+    EXPECT_EQ(s.frameRate.fps, 50) << "switching off restarts the measure from this frame";
+    PresentAndRead();
+    EXPECT_TRUE(asked.empty());
+
+    s.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x111111}, 1.0f / 60.0f);
+    PresentAndRead();
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_EQ(asked[0].text, std::string(s.vsync ? "VSYNC + " : "") + "FPS: 50");
+    EXPECT_EQ(asked[0].centreX, 320);
+    EXPECT_EQ(asked[0].top, 10);
+    EXPECT_EQ(asked[0].size, 4);
+    EXPECT_EQ(asked[0].weight, 4);
+    EXPECT_EQ(asked[0].letterSpacing, 1);
+    EXPECT_EQ(asked[0].colour, s.vsync ? 0x00FF00u : 0xFF0000u);
+    EXPECT_EQ(asked[0].secondColour, s.vsync ? 0x111111u : 0x000000u);
+}
+
+TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchronised) {
+    VeScreen& gl = OpenScreen(false);
+    gl.SetVSync();
+    gl.SetVSync();
+    size_t lines = 0;
+    for (size_t at = log.find("Vertical synchronization"); at != std::string::npos;
+         at = log.find("Vertical synchronization", at + 1)) {
+        ++lines;
+    }
+    EXPECT_LE(lines, 1u);
+    EXPECT_EQ(gl.vsync, lines == 0) << "a refused swap interval leaves vsync off";
+
+    screen.reset();
+    VeScreen& software = OpenScreen(true);
+    EXPECT_TRUE(software.vsync);
+}
+
+TEST_F(ScreenTestBase, PresentingAnUnpreparedFrameIsAProgrammingError) {
+    VeScreen& s = OpenScreen(true);
+    MessageBoxCapture capture;
+    bool failed = false;
+    try {
+        s.Present(0.016f);
+    } catch (const HaltIntercepted& halt) {
+        failed = halt.text.find("Source\\Screen\\VeScreen") != std::string::npos;
+    }
+    EXPECT_TRUE(failed);
+    EXPECT_NE(log.find("Warning: Screen not prepared for frame!\n"), std::string::npos);
+}
+
+TEST_F(ScreenTestBase, FullscreenSwitchTellsTheInputManagerOnlyOnAChange) {
+    VeScreen& s = OpenScreen(false);
+    int told = 0;
+    s.SetViewportListener([&](const VeViewportMapping& mapping) {
+        ++told;
+        EXPECT_GT(mapping.scaleX, 0.0f);
+    });
+    auto* input = reinterpret_cast<VeInput*>(&told); // never dereferenced by the screen
+    s.SetFullscreen(false, input);
+    EXPECT_EQ(told, 0);
+    s.SetFullscreen(true, input);
+    EXPECT_TRUE(s.fullscreen);
+    EXPECT_EQ(told, 1);
+    s.SetFullscreen(false, nullptr);
+    EXPECT_FALSE(s.fullscreen);
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(ScreenTestBase, ScreenshotsAreWrittenAsPngOnBothPaths) {
+    TempUserData temp;
+    for (bool software : {false, true}) {
+        screen.reset();
+        VeScreen& s = OpenScreen(software);
+        s.SetFrameCapture(false);
+        s.overlay.Fill(0x204080);
+        s.overlay.Rect(0, 0, 10, 10, 0xFFFFFF);
+        s.Clear();
+        s.PrepareFrame();
+        s.Present(0.016f);
+        const std::string path = temp.path + (software ? "/software.png" : "/gl.png");
+        ASSERT_TRUE(s.SaveScreenshot(path));
+        ScreenshotImage shot;
+        ASSERT_TRUE(LoadScreenshot(path, shot));
+        ASSERT_EQ(shot.width, 640);
+        ASSERT_EQ(shot.height, 640);
+        EXPECT_EQ(shot.At(5, 5), 0xFFFFFFu) << (software ? "software" : "OpenGL");
+        EXPECT_EQ(shot.At(320, 320), 0x204080u) << (software ? "software" : "OpenGL");
+    }
+}

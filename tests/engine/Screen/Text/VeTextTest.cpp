@@ -1,0 +1,353 @@
+#include "Screen/Text/VeText.h"
+
+#include "Screen/Text/VeGlyphs.h"
+
+#include "Support/HaltCapture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+// Size 1, weight 1: cells of 5 x 5 pixels.
+VeTextStyle Tiny(int32_t spacing = 1, int32_t maxWidth = 0, int32_t maxHeight = 0) {
+    return VeTextStyle(1, 0xFFFFFF, 1, spacing, 1, maxWidth, maxHeight, false);
+}
+
+int CountInk(const VeSurface& surface, int32_t left = 0, int32_t top = 0, int32_t right = -1,
+             int32_t bottom = -1) {
+    if (right < 0) {
+        right = surface.width;
+    }
+    if (bottom < 0) {
+        bottom = surface.height;
+    }
+    int count = 0;
+    for (int32_t y = top; y < bottom; ++y) {
+        for (int32_t x = left; x < right; ++x) {
+            count += surface.GetXY(x, y) != kColourKey ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+bool SamePixels(const VeSurface& a, const VeSurface& b) {
+    if (a.width != b.width || a.height != b.height) {
+        return false;
+    }
+    for (int32_t i = 0; i < a.pixelCount; ++i) {
+        if (a.GetPixel(i) != b.GetPixel(i)) {
+            return false;
+        }
+    }
+    return true;
+}
+} // namespace
+
+TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
+    VeTextStyle style = Tiny(0);
+    VeText text("AB", &style);
+    EXPECT_EQ(text.Width(), 10);
+    EXPECT_EQ(text.Height(), 5);
+    EXPECT_EQ(text.lines, 1);
+    EXPECT_EQ(text.columns, 2);
+
+    style.LetterSpacing(2);
+    text.SetStyle(style);
+    EXPECT_EQ(text.Width(), 12);
+
+    // Size 3, weight 3 with small letters: 15 wide, 15 + 12 high, advance by the spacing too.
+    VeTextStyle menu(3, 0xFFFFFF, 3, 3, 1);
+    VeText title("Play", &menu);
+    EXPECT_TRUE(title.SmallLettersInEffect());
+    EXPECT_EQ(title.CellWidth(), 15);
+    EXPECT_EQ(title.CellHeight(), 27);
+    EXPECT_EQ(title.Advance(), 18);
+    EXPECT_EQ(title.LineStep(), 28);
+    EXPECT_EQ(title.Width(), 4 * 18 - 3);
+    EXPECT_EQ(title.Height(), 27);
+
+    // Every pixel starts as the key: a space draws nothing but takes its cell.
+    VeText blank("   ", &style);
+    EXPECT_EQ(blank.Width(), 19);
+    EXPECT_EQ(CountInk(blank.surface), 0);
+
+    VeText empty("", &style);
+    EXPECT_EQ(empty.Width(), 0);
+    EXPECT_EQ(empty.Height(), 5);
+}
+
+TEST(VeTextTest, DefaultsBeforeAStyleIsApplied) {
+    VeText text("HI");
+    EXPECT_FALSE(text.styleApplied);
+    EXPECT_EQ(text.style.size, 1);
+    EXPECT_EQ(text.style.weight, 1);
+    EXPECT_EQ(text.style.letterSpacing, 1);
+    EXPECT_EQ(text.style.lineHeight, 1);
+    EXPECT_FALSE(text.masked);
+    EXPECT_FALSE(text.SmallLettersInEffect()); // asked for, but size 1 is too small
+    EXPECT_EQ(text.Width(), 11);
+    EXPECT_EQ(text.Height(), 5);
+    VeTextStyle style = Tiny();
+    text.SetStyle(style);
+    EXPECT_TRUE(text.styleApplied);
+
+    VeText shouted("quillmaze 1.0", nullptr, true);
+    EXPECT_EQ(shouted.text, "QUILLMAZE 1.0");
+    shouted.SetText("again", false);
+    EXPECT_EQ(shouted.text, "again");
+}
+
+TEST(VeTextTest, WrapsAtSpacesAndBreaksLongWordsHard) {
+    // Advance 6: 30 pixels hold 5 characters, and a sixth since it needs no spacing after it.
+    VeTextStyle style = Tiny(1, 30);
+    VeText text("HELLO WORLD AGAIN", &style);
+    EXPECT_EQ(text.wrapPositions, std::vector<int32_t>({5, 11}));
+    EXPECT_EQ(text.lines, 3);
+    EXPECT_EQ(text.columns, 6);
+    EXPECT_EQ(text.Width(), 35);
+    EXPECT_EQ(text.Height(), 3 * 6 - 1);
+
+    VeText word("ABCDEFGHIJKLMNO", &style);
+    EXPECT_EQ(word.wrapPositions, std::vector<int32_t>({5, 11}));
+    EXPECT_EQ(word.lines, 3);
+    // Line 2 starts with "G" at the left edge; "M" starts line 3.
+    VeTextStyle plain = Tiny();
+    VeText g("G", &plain);
+    VeText m("M", &plain);
+    for (int32_t y = 0; y < 5; ++y) {
+        for (int32_t x = 0; x < 5; ++x) {
+            EXPECT_EQ(word.surface.GetXY(x, 6 + y), g.surface.GetXY(x, y));
+            EXPECT_EQ(word.surface.GetXY(x, 12 + y), m.surface.GetXY(x, y));
+        }
+    }
+
+    // Short enough for one line: no wrap positions, as without a limit.
+    VeText shortText("HELLO", &style);
+    EXPECT_TRUE(shortText.wrapPositions.empty());
+    EXPECT_EQ(shortText.lines, 1);
+    EXPECT_EQ(shortText.Width(), 29);
+
+    // Line height adds between lines only.
+    style.LineHeight(4);
+    text.SetStyle(style);
+    EXPECT_EQ(text.Height(), 3 * 9 - 4);
+}
+
+TEST(VeTextTest, HeightCapCutsTheString) {
+    // Two lines of 6 pixels fit in 12.
+    VeTextStyle style = Tiny(1, 30, 12);
+    VeText text("HELLO WORLD AGAIN AND AGAIN", &style);
+    EXPECT_EQ(text.lines, 2);
+    EXPECT_EQ(text.wrapPositions, std::vector<int32_t>({5}));
+    EXPECT_EQ(text.text, "HELLO WORLD ");
+    EXPECT_EQ(text.Height(), 11);
+
+    VeText word("ABCDEFGHIJKLMNOPQRSTUVWXYZ", &style);
+    EXPECT_EQ(word.text, "ABCDEFGHIJKL");
+    EXPECT_EQ(word.lines, 2);
+
+    // Room for a single line: the text keeps one line's worth.
+    style.MaxHeight(6);
+    VeText one("ABCDEFGHIJKLMNOPQRSTUVWXYZ", &style);
+    EXPECT_EQ(one.text, "ABCDEF");
+    EXPECT_EQ(one.lines, 1);
+    EXPECT_EQ(one.Width(), 35);
+
+    // No cap: everything stays.
+    style.MaxHeight(0);
+    VeText all("ABCDEFGHIJKLMNOPQRSTUVWXYZ", &style);
+    EXPECT_EQ(all.text.size(), 26u);
+    EXPECT_EQ(all.lines, 5);
+}
+
+TEST(VeTextTest, NarrowLimitsNeverStall) {
+    VeTextStyle style = Tiny(1, 1);
+    VeText text("A B C", &style);
+    EXPECT_EQ(text.lines, 5);
+    EXPECT_EQ(text.Width(), 5);
+
+    std::string every;
+    for (int c = 1; c < 256; ++c) {
+        every += static_cast<char>(c);
+    }
+    style.MaxWidth(100);
+    VeText hostile(every, &style);
+    EXPECT_GT(hostile.lines, 1);
+    EXPECT_LE(hostile.Width(), 6 * 17);
+}
+
+TEST(VeTextTest, MaskedTextDrawsAnXPerCharacter) {
+    VeTextStyle style(2, 0x00FF00, 2, 2, 1);
+    VeText password("hello", &style);
+    password.SetMasked(true);
+    password.Draw();
+    VeText crosses("XXXXX", &style);
+    EXPECT_TRUE(SamePixels(password.surface, crosses.surface));
+    EXPECT_EQ(password.text, "hello");
+}
+
+TEST(VeTextTest, SmallLettersNeedTheSwitchAndSizeTwo) {
+    VeTextStyle style = Tiny();
+    style.SmallLetters(true);
+    VeText tiny("abc!", &style);
+    EXPECT_FALSE(tiny.SmallLettersInEffect());
+    // Lower case has no glyph without the small set; "!" falls back to the main set.
+    EXPECT_EQ(CountInk(tiny.surface, 0, 0, 17), 0);
+    EXPECT_GT(CountInk(tiny.surface, 18, 0), 0);
+
+    VeTextStyle two(2, 0xFFFFFF, 1, 1, 1, 0, 0, true);
+    VeText small("abc", &two);
+    EXPECT_TRUE(small.SmallLettersInEffect());
+    EXPECT_EQ(small.Height(), 8 + 1 + 8);
+    EXPECT_GT(CountInk(small.surface), 0);
+
+    two.SmallLetters(false);
+    VeText off("abc", &two);
+    EXPECT_EQ(CountInk(off.surface), 0);
+    EXPECT_EQ(off.Height(), 9);
+
+    // With small letters the capitals move down by 2u, leaving room for ascenders.
+    two.SmallLetters(true);
+    VeText capital("A", &two);
+    EXPECT_EQ(CountInk(capital.surface, 0, 0, -1, 4), 0);
+    EXPECT_GT(CountInk(capital.surface, 0, 4, -1, 5), 0);
+    // Accented capitals use that room for the accent and keep the letter's full size.
+    VeText grave("\xC0", &two);
+    EXPECT_GT(CountInk(grave.surface, 0, 0, -1, 4), 0);
+    EXPECT_EQ(CountInk(grave.surface, 0, 4, -1, grave.Height()), CountInk(capital.surface));
+}
+
+TEST(VeTextTest, WeightRepeatsTheStrokes) {
+    // "L" at size 2: the left stroke and the foot. Weight 3 widens both by two pixels.
+    VeTextStyle thin(2, 0xFFFFFF, 1, 0, 0, 0, 0, false);
+    VeTextStyle thick(2, 0xFFFFFF, 3, 0, 0, 0, 0, false);
+    VeText l1("L", &thin);
+    VeText l3("L", &thick);
+    EXPECT_EQ(CountInk(l1.surface), 9 + 8);
+    EXPECT_EQ(l3.Width(), 11);
+    EXPECT_EQ(CountInk(l3.surface), 11 * 3 + 3 * 8);
+    EXPECT_EQ(l3.surface.GetXY(2, 0), 0xFFFFFFu);
+    EXPECT_EQ(l3.surface.GetXY(3, 0), kColourKey);
+    EXPECT_EQ(l3.surface.GetXY(10, 10), 0xFFFFFFu);
+}
+
+TEST(VeTextTest, EveryGlyphStaysInsideItsCell) {
+    std::string mainSet = "!#&'()*+,-./0123456789:;?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]_";
+    for (unsigned char c : {0x86, 0x9B, 0xC0, 0xC1, 0xC5, 0xC6, 0xC8, 0xC9, 0xCA, 0xCE, 0xD8}) {
+        mainSet += static_cast<char>(c);
+    }
+    const std::string smallSet = "!?abcdefghijklmnopqrstuvwxyz";
+    EXPECT_EQ(mainSet.size(), 56u + 11u);
+    for (int c = 0; c < 256; ++c) {
+        const bool inMain = c != 0 && mainSet.find(static_cast<char>(c)) != std::string::npos;
+        const bool inSmall = c != 0 && smallSet.find(static_cast<char>(c)) != std::string::npos;
+        EXPECT_EQ(VeGlyphs::HasMain(static_cast<unsigned char>(c)), inMain) << c;
+        EXPECT_EQ(VeGlyphs::HasSmall(static_cast<unsigned char>(c)), inSmall) << c;
+    }
+    // Drawn at (100, 100) with one-pixel strokes, a glyph's ink lies within 4u of the corner;
+    // small letters and the accents of texts with small letters reach 2u above it, and small
+    // letters and o slash 2u below the baseline.
+    enum Kind { Main, MainWithRoom, Small };
+    for (int32_t size = 1; size <= 9; ++size) {
+        auto check = [size](const std::string& set, Kind kind) {
+            for (char c : set) {
+                VeSurface surface(300, 300);
+                surface.Fill(kColourKey);
+                const unsigned char byte = static_cast<unsigned char>(c);
+                if (kind == Small) {
+                    VeGlyphs::DrawSmall(surface, byte, 100, 100, size, 0xFFFFFF);
+                } else {
+                    VeGlyphs::DrawMain(surface, byte, 100, 100, size, 0xFFFFFF, kind == MainWithRoom);
+                }
+                const int32_t top = kind == Main ? 100 : 100 - 2 * size;
+                const int32_t bottom = kind == Main ? 100 + 4 * size : 100 + 6 * size;
+                const int inside = CountInk(surface, 100, top, 101 + 4 * size, bottom + 1);
+                ASSERT_EQ(CountInk(surface), inside) << c << " size " << size << " kind " << kind;
+                ASSERT_GT(inside, 0) << c << " size " << size << " kind " << kind;
+            }
+        };
+        check(mainSet, Main);
+        check(mainSet, MainWithRoom);
+        if (size >= 2) {
+            check(smallSet, Small);
+        }
+    }
+}
+
+TEST(VeTextTest, AccentedCapitalsShareOrOwnTheirGlyphs) {
+    VeTextStyle style(3, 0xFFFFFF, 2, 0, 0, 0, 0, false);
+    VeText e("E", &style);
+    for (unsigned char c : {0xC8, 0xC9, 0xCA}) {
+        VeText accented(std::string(1, static_cast<char>(c)), &style);
+        EXPECT_TRUE(SamePixels(e.surface, accented.surface)) << int{c};
+    }
+    VeText a("A", &style);
+    for (unsigned char c : {0xC0, 0xC1, 0xC5}) {
+        VeText accented(std::string(1, static_cast<char>(c)), &style);
+        EXPECT_FALSE(SamePixels(a.surface, accented.surface)) << int{c};
+    }
+}
+
+TEST(VeTextTest, StyleSettersHaltOutOfRange) {
+    EXPECT_HALT(VeTextStyle().Size(0), "Halt: Text size too small",
+                "App halted when loading text. Size is too small. (VeTextStyle::Size)");
+    EXPECT_HALT(VeTextStyle().Size(101), "Halt: Text size too large",
+                "App halted when loading text. Size is too large. (VeTextStyle::Size)");
+    EXPECT_HALT(VeTextStyle().Weight(0), "Halt: Text Weight too small",
+                "App halted when loading text. Weight is too small. (VeTextStyle::Weight)");
+    EXPECT_HALT(VeTextStyle().Weight(101), "Halt: Text Weight too large",
+                "App halted when loading text. Weight is too large. (VeTextStyle::Weight)");
+    EXPECT_HALT(VeTextStyle().LetterSpacing(-1), "Halt: Text letter spacing too small",
+                "App halted when loading text. Letter spacing is too small. (VeTextStyle::LetterSpacing)");
+    EXPECT_HALT(VeTextStyle().LetterSpacing(101), "Halt: Text letter spacing too large",
+                "App halted when loading text. Letter spacing is too large. (VeTextStyle::LetterSpacing)");
+    EXPECT_HALT(VeTextStyle().LineHeight(-1), "Halt: Text line height too small",
+                "App halted when loading text. Line height is too small. (VeTextStyle::LineHeight)");
+    EXPECT_HALT(VeTextStyle().LineHeight(101), "Halt: Text line height too large",
+                "App halted when loading text. Line height is too large. (VeTextStyle::LineHeight)");
+    EXPECT_HALT(VeTextStyle().MaxWidth(-1), "Halt: Text maximum width too small",
+                "App halted when loading text. Maximum width is too small. (VeTextStyle::MaxWidth)");
+    EXPECT_HALT(VeTextStyle().MaxHeight(-1), "Halt: Text maximum height too small",
+                "App halted when loading text. Maximum height is too small. (VeTextStyle::MaxHeight)");
+
+    // The limits themselves are accepted; 0 means no limit.
+    VeTextStyle edge;
+    edge.Size(100).Weight(100).LetterSpacing(0).LineHeight(100).MaxWidth(0).MaxHeight(0);
+    edge.Size(1).Weight(1).LetterSpacing(100).LineHeight(0);
+    EXPECT_EQ(edge.letterSpacing, 100);
+
+    // A style filled in directly is checked when a text takes it, in the setters' order.
+    VeTextStyle raw;
+    raw.size = 2;
+    raw.weight = 0;
+    raw.letterSpacing = -5;
+    VeText text("A");
+    EXPECT_HALT(text.SetStyle(raw), "Halt: Text Weight too small",
+                "App halted when loading text. Weight is too small. (VeTextStyle::Weight)");
+    raw.weight = 1;
+    EXPECT_HALT(VeText("A", &raw), "Halt: Text letter spacing too small",
+                "App halted when loading text. Letter spacing is too small. (VeTextStyle::LetterSpacing)");
+}
+
+TEST(VeTextTest, DrawsOntoSurfacesCentredAndOutlined) {
+    VeSurface target(40, 20);
+    target.Fill(0x101010);
+    VeTextStyle style(1, 0xFF0000, 1, 1, 1, 0, 0, false);
+    VeText text("I", &style);
+    // "I" at size 1: the bar across (0.5 to 1.5 units) and the stem at x 2.
+    text.DrawOnto(target, 20, 5, true);
+    EXPECT_EQ(target.GetXY(18 + 2, 7), 0xFF0000u);
+    EXPECT_EQ(target.GetXY(18 + 2, 4), 0x101010u);
+
+    VeSurface outlined(40, 20);
+    outlined.Fill(0x101010);
+    VeText::DrawString(outlined, "I", 10, 5, style, false, 1.0f, 0x000000);
+    EXPECT_EQ(outlined.GetXY(12, 7), 0xFF0000u);
+    EXPECT_EQ(outlined.GetXY(11, 7), 0x000000u);
+    EXPECT_EQ(outlined.GetXY(13, 7), 0x000000u);
+    EXPECT_EQ(outlined.GetXY(14, 7), 0x101010u);
+    EXPECT_EQ(outlined.GetXY(12, 3), 0x101010u);
+
+    // Off the edges: clipped, nothing else touched.
+    VeText::DrawString(outlined, "WIDE TEXT", -20, 17, style, false, 1.0f, 0x000000);
+    EXPECT_EQ(outlined.GetXY(39, 0), 0x101010u);
+}

@@ -255,16 +255,16 @@ SampleBuffer EffectBank::OpenGates() {
     const char* bells[] = {"D6", "A6", "F6", "D7"};
     for (int i = 0; i < 4; ++i) {
         double f = N(bells[i]);
-        double at = 0.06 * i;
-        Add(s, Voice(Waveform::Sine, f).Envelope(0.001, 0.12, 0.0, 0.2, 0.035), at, 0.5f);
-        Add(s, Voice(Waveform::Sine, f * 2.76).Envelope(0.001, 0.04, 0.0, 0.1, 0.02), at, 0.25f);
+        double at = 0.07 * i;
+        double hold = i == 3 ? 0.2 : 0.06;
+        Voice bell = Voice(Waveform::Square, f)
+                         .Envelope(0.001, 0.1, 0.6, hold, 0.025)
+                         .Filter(FilterMode::LowPass, 5000);
+        Add(s, bell, at, 0.3f);
+        Add(s, Voice(Waveform::Sine, f * 2.76).Envelope(0.001, 0.04, 0.0, 0.1, 0.02), at, 0.2f);
     }
-    Add(s,
-        Voice(Waveform::Square, N("D3"))
-            .Glide(N("D4"), 0.2)
-            .Envelope(0.002, 0.1, 0.3, 0.2, 0.03)
-            .Filter(FilterMode::LowPass, 900),
-        0.0, 0.5f);
+    Voice clunk = Voice(Waveform::Square, N("D3")).Glide(N("D4"), 0.2).Envelope(0.002, 0.1, 0.3, 0.2, 0.03);
+    Add(s, clunk.Filter(FilterMode::LowPass, 900), 0.0, 0.35f);
     return Done(s, kPeakAtThird);
 }
 
@@ -398,7 +398,8 @@ SampleBuffer EffectBank::Cow() {
 // Click and Hover: soft ticks; DoubleClick two of them.
 SampleBuffer EffectBank::Click() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, 2200).Envelope(0.0005, 0.008, 0.0, 0.025, 0.005), 0.0);
+    Add(s, Voice(Waveform::Sine, 2200).Envelope(0.0005, 0.012, 0.0, 0.03, 0.006), 0.0);
+    Add(s, Voice(Waveform::Triangle, 1100).Envelope(0.0005, 0.01, 0.0, 0.03, 0.006), 0.0, 0.6f);
     Add(s, Noise(121).Envelope(0.0005, 0.003, 0.0, 0.01, 0.002).Filter(FilterMode::HighPass, 3000), 0.0,
         0.5f);
     return Done(s, kPeakAtThird);

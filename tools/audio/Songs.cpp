@@ -146,7 +146,7 @@ SampleBuffer Songs::MainMenu() {
     track.SetBusGain(Bus::Drums, 0.35f);
     track.SetBusEcho(Bus::Melody, 6, 0.3f, 0.3f);
     track.SetBusEcho(Bus::Harmony, 3, 0.25f, 0.25f);
-    return track.Render(0.85f);
+    return track.Render(0.75f);
 }
 
 SampleBuffer Songs::Suspicious() {
@@ -203,5 +203,5 @@ SampleBuffer Songs::Suspicious() {
     track.SetBusGain(Bus::Bass, 0.45f);
     track.SetBusGain(Bus::Drums, 0.5f);
     track.SetBusEcho(Bus::Melody, 3, 0.25f, 0.2f);
-    return track.Render(0.5f);
+    return track.Render(0.45f);
 }

@@ -1,0 +1,279 @@
+// The shipped sounds: every file the game loads exists, has the canonical PCM header the mixer
+// reads, loads through the engine's wave loader, has a sane length and level, and the music loops
+// wrap without a click.
+#include "Audio/VeWaveSound.h"
+#include "Support/HaltCapture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum class Kind { Effect, Fanfare, Music };
+
+struct GameSound {
+    const char* name;
+    const char* file;
+    float volume;
+    Kind kind;
+    bool inRace; // played while a race (and so the race music) runs
+};
+
+// The 28 sounds in the order and with the volumes the game loads them.
+const GameSound kSounds[] = {
+    {"Countdown", "Audio/Countdown.wav", 0.32f, Kind::Effect, true},
+    {"Finish", "Audio/Finish.wav", 1.0f, Kind::Effect, true},
+    {"Hit", "Audio/Hit.wav", 0.64f, Kind::Effect, true},
+    {"Fire", "Audio/Fire.wav", 1.0f, Kind::Effect, true},
+    {"EnemyHit", "Audio/EnemyHit.wav", 0.32f, Kind::Effect, true},
+    {"Jump", "Audio/Jump.wav", 1.0f, Kind::Effect, true},
+    {"RoofHit", "Audio/RoofHit.wav", 0.64f, Kind::Effect, true},
+    {"Select", "Audio/Select.wav", 1.0f, Kind::Effect, false},
+    {"Start", "Audio/Start.wav", 0.32f, Kind::Effect, true},
+    {"SuperJump", "Audio/SuperJump.wav", 1.0f, Kind::Effect, true},
+    {"SpeedUp", "Audio/SpeedUp.wav", 1.0f, Kind::Effect, true},
+    {"FlipScreen", "Audio/FlipScreen.wav", 0.32f, Kind::Effect, true},
+    {"OpenGates", "Audio/OpenGates.wav", 0.32f, Kind::Effect, true},
+    {"Disabled", "Audio/Disabled.wav", 0.32f, Kind::Effect, false},
+    {"Unlocked", "Audio/Unlocked.wav", 1.0f, Kind::Fanfare, false},
+    {"UnlockedTour", "Audio/UnlockedTour.wav", 1.0f, Kind::Fanfare, false},
+    {"Hurry", "Audio/Hurry.wav", 0.32f, Kind::Effect, false},
+    {"HurryMore", "Audio/HurryMore.wav", 0.32f, Kind::Effect, false},
+    {"Cow", "Audio/Cow.wav", 0.64f, Kind::Effect, true},
+    {"CowHitPlayer", "Audio/CowHitPlayer.wav", 0.32f, Kind::Effect, true},
+    {"Click", "Audio/Click.wav", 0.32f, Kind::Effect, false},
+    {"DoubleClick", "Audio/DoubleClick.wav", 0.32f, Kind::Effect, false},
+    {"Swap", "Audio/Swap.wav", 0.64f, Kind::Effect, false},
+    {"LongSwap", "Audio/LongSwap.wav", 0.64f, Kind::Effect, false},
+    {"Hover", "Audio/Hover.wav", 0.64f, Kind::Effect, false},
+    {"Confusion", "Audio/Confusion.wav", 1.0f, Kind::Effect, true},
+    {"MusicInGame", "Audio/Music/Suspicious.wav", 0.64f, Kind::Music, false},
+    {"Music", "Audio/Music/MainMenu.wav", 0.32f, Kind::Music, false},
+};
+
+std::string PathOf(const GameSound& sound) {
+    return std::string(QM_SOURCE_DIR) + "/" + sound.file;
+}
+
+uint32_t Read32(const std::string& b, size_t at) {
+    return static_cast<uint32_t>(static_cast<uint8_t>(b[at])) |
+           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 1])) << 8 |
+           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 2])) << 16 |
+           static_cast<uint32_t>(static_cast<uint8_t>(b[at + 3])) << 24;
+}
+
+uint16_t Read16(const std::string& b, size_t at) {
+    return static_cast<uint16_t>(static_cast<uint8_t>(b[at]) | static_cast<uint8_t>(b[at + 1]) << 8);
+}
+
+struct Decoded {
+    bool ok = false;
+    uint16_t channels = 0;
+    std::vector<double> mono; // -1..1, channels averaged
+    double Seconds() const { return static_cast<double>(mono.size()) / 44100.0; }
+};
+
+// Reads the canonical 44-byte header the way the mixer expects it and checks every field.
+Decoded ReadCanonicalWave(const std::string& path) {
+    Decoded out;
+    std::ifstream file(path, std::ios::binary);
+    std::string b((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    EXPECT_GE(b.size(), 44u) << path;
+    if (b.size() < 44) {
+        return out;
+    }
+    EXPECT_EQ(b.substr(0, 4), "RIFF") << path;
+    EXPECT_EQ(Read32(b, 4), b.size() - 8) << path << ": RIFF size";
+    EXPECT_EQ(b.substr(8, 4), "WAVE") << path;
+    EXPECT_EQ(b.substr(12, 4), "fmt ") << path;
+    EXPECT_EQ(Read32(b, 16), 16u) << path << ": format chunk size";
+    EXPECT_EQ(Read16(b, 20), 1u) << path << ": PCM";
+    out.channels = Read16(b, 22);
+    EXPECT_TRUE(out.channels == 1 || out.channels == 2) << path;
+    EXPECT_EQ(Read32(b, 24), 44100u) << path << ": sample rate";
+    EXPECT_EQ(Read16(b, 34), 16u) << path << ": bits per sample";
+    EXPECT_EQ(Read16(b, 32), out.channels * 2u) << path << ": block align";
+    EXPECT_EQ(Read32(b, 28), 44100u * out.channels * 2u) << path << ": byte rate";
+    EXPECT_EQ(b.substr(36, 4), "data") << path << ": the data chunk follows the format chunk";
+    const uint32_t dataSize = Read32(b, 40);
+    EXPECT_EQ(dataSize, b.size() - 44) << path << ": data size";
+    if (out.channels == 0 || dataSize != b.size() - 44) {
+        return out;
+    }
+    const size_t frames = dataSize / 2 / out.channels;
+    out.mono.resize(frames);
+    for (size_t f = 0; f < frames; ++f) {
+        double sum = 0.0;
+        for (int c = 0; c < out.channels; ++c) {
+            sum += static_cast<int16_t>(Read16(b, 44 + 2 * (f * out.channels + c)));
+        }
+        out.mono[f] = sum / out.channels / 32768.0;
+    }
+    out.ok = true;
+    return out;
+}
+
+double Peak(const std::vector<double>& s) {
+    double peak = 0.0;
+    for (double v : s) {
+        peak = std::max(peak, std::fabs(v));
+    }
+    return peak;
+}
+
+double Rms(const std::vector<double>& s, size_t from, size_t count) {
+    double sum = 0.0;
+    for (size_t i = from; i < from + count; ++i) {
+        sum += s[i] * s[i];
+    }
+    return count ? std::sqrt(sum / static_cast<double>(count)) : 0.0;
+}
+
+// The RMS of the loudest 50 ms of the sound: how loud it is while it sounds.
+double LoudestWindowRms(const std::vector<double>& s) {
+    const size_t window = std::min<size_t>(2205, s.size());
+    double best = 0.0;
+    for (size_t from = 0; from + window <= s.size(); from += 441) {
+        best = std::max(best, Rms(s, from, window));
+    }
+    return best;
+}
+
+class ShippedSound : public ::testing::TestWithParam<GameSound> {};
+
+TEST_P(ShippedSound, HasTheCanonicalPcmHeaderAndLoadsThroughTheEngine) {
+    const GameSound& sound = GetParam();
+    Decoded wave = ReadCanonicalWave(PathOf(sound));
+    ASSERT_TRUE(wave.ok);
+    MessageBoxCapture capture;
+    std::unique_ptr<VeWaveSound> loaded;
+    try {
+        loaded = VeWaveSound::Load(PathOf(sound), sound.volume, "", false);
+    } catch (const HaltIntercepted& halt) {
+        FAIL() << sound.file << ": the engine refused it: " << halt.title << " / " << halt.text;
+    }
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(loaded->sampleRate, 44100u);
+    EXPECT_EQ(loaded->Frames(), static_cast<int64_t>(wave.mono.size()));
+}
+
+TEST_P(ShippedSound, LengthAndLevelSuitItsUse) {
+    const GameSound& sound = GetParam();
+    Decoded wave = ReadCanonicalWave(PathOf(sound));
+    ASSERT_TRUE(wave.ok);
+    const double peak = Peak(wave.mono);
+    EXPECT_LT(peak, 0.99) << sound.file << " clips";
+    switch (sound.kind) {
+    case Kind::Effect:
+        EXPECT_GT(wave.Seconds(), 0.02) << sound.file;
+        EXPECT_LT(wave.Seconds(), 0.6) << sound.file;
+        break;
+    case Kind::Fanfare:
+        EXPECT_GT(wave.Seconds(), 0.6) << sound.file;
+        EXPECT_LT(wave.Seconds(), 3.0) << sound.file;
+        break;
+    case Kind::Music:
+        EXPECT_GE(wave.Seconds(), 60.0) << sound.file;
+        EXPECT_LT(wave.Seconds(), 180.0) << sound.file;
+        // Room left for the effects on top: the music never reaches half scale in the mix.
+        EXPECT_LT(peak * sound.volume, 0.5) << sound.file;
+        break;
+    }
+    // Quiet enough to sit in the mix, loud enough to be heard at the game's volume.
+    EXPECT_GT(peak, 0.3) << sound.file;
+    EXPECT_GT(peak * sound.volume, 0.2) << sound.file;
+    if (sound.kind != Kind::Music) {
+        // Effects start and stop at silence, so they never click.
+        EXPECT_LT(std::fabs(wave.mono.front()), 0.01) << sound.file;
+        EXPECT_LT(std::fabs(wave.mono.back()), 0.01) << sound.file;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllSounds, ShippedSound, ::testing::ValuesIn(kSounds),
+                         [](const ::testing::TestParamInfo<GameSound>& info) {
+                             return std::string(info.param.name);
+                         });
+
+class MusicLoop : public ::testing::TestWithParam<GameSound> {};
+
+TEST_P(MusicLoop, WrapsWithoutClickOrOffset) {
+    const GameSound& sound = GetParam();
+    Decoded wave = ReadCanonicalWave(PathOf(sound));
+    ASSERT_TRUE(wave.ok);
+    const std::vector<double>& s = wave.mono;
+    const size_t n = s.size();
+    ASSERT_GT(n, 1000u);
+    // The loop as the player hears it: the last 64 samples, then the first 64.
+    std::vector<double> seam(s.end() - 64, s.end());
+    seam.insert(seam.end(), s.begin(), s.begin() + 64);
+    double largestStep = 0.0;
+    double largestCurve = 0.0;
+    for (size_t i = 2; i < seam.size(); ++i) {
+        if (i == 64 || i == 65) {
+            continue; // the steps across the wrap itself are what is measured below
+        }
+        largestStep = std::max(largestStep, std::fabs(seam[i] - seam[i - 1]));
+        largestCurve = std::max(largestCurve, std::fabs(seam[i] - 2.0 * seam[i - 1] + seam[i - 2]));
+    }
+    const double wrapStep = std::fabs(s[0] - s[n - 1]);
+    const double wrapCurve = std::fabs(s[0] - 2.0 * s[n - 1] + s[n - 2]);
+    const double floor = 16.0 / 32768.0;
+    EXPECT_LE(wrapStep, 1.5 * largestStep + floor)
+        << sound.file << ": the last sample does not lead into the first";
+    EXPECT_LE(wrapCurve, 2.0 * largestCurve + floor) << sound.file << ": the slope breaks at the wrap";
+    // No offset: the loop averages to silence, and the level is alike on both sides of the wrap.
+    double mean = 0.0;
+    for (double v : s) {
+        mean += v;
+    }
+    EXPECT_LT(std::fabs(mean / static_cast<double>(n)), 0.005) << sound.file;
+    const double before = Rms(s, n - 44100, 44100);
+    const double after = Rms(s, 0, 44100);
+    EXPECT_LT(std::max(before, after) / std::max(std::min(before, after), 1e-9), 2.0)
+        << sound.file << ": the level jumps at the wrap";
+}
+
+INSTANTIATE_TEST_SUITE_P(BothTracks, MusicLoop, ::testing::Values(kSounds[26], kSounds[27]),
+                         [](const ::testing::TestParamInfo<GameSound>& info) {
+                             return std::string(info.param.name);
+                         });
+
+TEST(AudioMix, RaceEffectsStandOutOverTheRaceMusic) {
+    Decoded music = ReadCanonicalWave(PathOf(kSounds[26]));
+    ASSERT_TRUE(music.ok);
+    const double musicLevel = Rms(music.mono, 0, music.mono.size()) * kSounds[26].volume;
+    for (const GameSound& sound : kSounds) {
+        if (!sound.inRace) {
+            continue;
+        }
+        Decoded effect = ReadCanonicalWave(PathOf(sound));
+        ASSERT_TRUE(effect.ok);
+        // At least 6 dB above the music while the effect sounds.
+        EXPECT_GT(LoudestWindowRms(effect.mono) * sound.volume, 2.0 * musicLevel) << sound.file;
+    }
+}
+
+TEST(AudioMix, MenuSoundsStandOutOverTheMenuMusic) {
+    Decoded music = ReadCanonicalWave(PathOf(kSounds[27]));
+    ASSERT_TRUE(music.ok);
+    const double musicLevel = Rms(music.mono, 0, music.mono.size()) * kSounds[27].volume;
+    for (const char* name : {"Select", "Disabled", "Unlocked", "UnlockedTour", "Click", "Swap", "Hover"}) {
+        const GameSound* sound =
+            std::find_if(std::begin(kSounds), std::end(kSounds),
+                         [&](const GameSound& s) { return std::string(s.name) == name; });
+        ASSERT_NE(sound, std::end(kSounds));
+        Decoded effect = ReadCanonicalWave(PathOf(*sound));
+        ASSERT_TRUE(effect.ok);
+        EXPECT_GT(LoudestWindowRms(effect.mono) * sound->volume, musicLevel) << sound->file;
+    }
+}
+
+} // namespace

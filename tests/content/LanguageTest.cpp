@@ -1,0 +1,201 @@
+// The shipped language files: the four files hold the same numbered lines as the table they are
+// made from, in CRLF lines of bytes the stroke font can draw, and the texts fit where the game
+// puts them.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+const char* const kLanguages[] = {"Dutch", "English", "French", "Norwegian"};
+// Column of each language in tools/lang/lines.tsv (number, purpose, English, Dutch, French, Norwegian).
+int ColumnOf(const std::string& language) {
+    if (language == "English")
+        return 2;
+    if (language == "Dutch")
+        return 3;
+    if (language == "French")
+        return 4;
+    return 5;
+}
+
+std::string ReadBytes(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+}
+
+// Bytes the font draws: capitals, digits, the space, its punctuation and the accented capitals.
+bool Drawable(unsigned char c) {
+    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ') {
+        return true;
+    }
+    static const std::string punctuation = "!#&'()*+,-./:;?@[\\]_";
+    if (c < 0x80) {
+        return punctuation.find(static_cast<char>(c)) != std::string::npos;
+    }
+    for (unsigned char accented : {0xC0, 0xC1, 0xC5, 0xC6, 0xC8, 0xC9, 0xCA, 0xCE, 0xD8}) {
+        if (c == accented) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The table's rows, each split at tabs; comment lines are skipped.
+std::vector<std::vector<std::string>> ReadTable() {
+    std::vector<std::vector<std::string>> rows;
+    std::istringstream in(ReadBytes(std::string(QM_SOURCE_DIR) + "/tools/lang/lines.tsv"));
+    std::string row;
+    while (std::getline(in, row)) {
+        if (row.empty() || row[0] == '#') {
+            continue;
+        }
+        std::vector<std::string> fields;
+        std::istringstream cells(row);
+        std::string field;
+        while (std::getline(cells, field, '\t')) {
+            fields.push_back(field);
+        }
+        rows.push_back(fields);
+    }
+    return rows;
+}
+
+// UTF-8 as the table is written to the single bytes of the files (the accented capitals are all
+// two-byte sequences below U+0100).
+std::string ToFileBytes(const std::string& utf8) {
+    std::string out;
+    for (size_t i = 0; i < utf8.size(); ++i) {
+        unsigned char c = static_cast<unsigned char>(utf8[i]);
+        if ((c & 0xE0) == 0xC0 && i + 1 < utf8.size()) {
+            out.push_back(
+                static_cast<char>(((c & 0x1F) << 6) | (static_cast<unsigned char>(utf8[i + 1]) & 0x3F)));
+            ++i;
+        } else {
+            out.push_back(static_cast<char>(c));
+        }
+    }
+    return out;
+}
+
+// The file split at CR LF; a stray CR or LF, or a missing final CR LF, is reported.
+std::vector<std::string> SplitCrlf(const std::string& bytes, std::string& fault) {
+    std::vector<std::string> lines;
+    std::string line;
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        char c = bytes[i];
+        if (c == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') {
+            lines.push_back(line);
+            line.clear();
+            ++i;
+        } else if (c == '\r' || c == '\n') {
+            fault = "a bare CR or LF after line " + std::to_string(lines.size());
+            return lines;
+        } else {
+            line.push_back(c);
+        }
+    }
+    if (!line.empty()) {
+        fault = "the last line has no CR LF";
+    }
+    return lines;
+}
+
+class LanguageFile : public ::testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        std::string bytes = ReadBytes(std::string(QM_SOURCE_DIR) + "/Lang/" + GetParam() + ".lang");
+        ASSERT_FALSE(bytes.empty()) << "Lang/" << GetParam() << ".lang is missing or empty";
+        std::string fault;
+        lines = SplitCrlf(bytes, fault);
+        ASSERT_TRUE(fault.empty()) << GetParam() << ": " << fault;
+    }
+    const std::string& Line(int number) const { return lines.at(static_cast<size_t>(number - 1)); }
+
+    std::vector<std::string> lines;
+};
+
+TEST_P(LanguageFile, HoldsEveryLineOfTheTableInOrder) {
+    std::vector<std::vector<std::string>> table = ReadTable();
+    ASSERT_GE(table.size(), 185u);
+    ASSERT_EQ(lines.size(), table.size()) << GetParam() << " is out of step with tools/lang/lines.tsv";
+    const int column = ColumnOf(GetParam());
+    for (size_t i = 0; i < table.size(); ++i) {
+        ASSERT_EQ(table[i].size(), 6u) << "table row " << i + 1;
+        EXPECT_EQ(table[i][0], std::to_string(i + 1));
+        EXPECT_EQ(lines[i], ToFileBytes(table[i][column]))
+            << GetParam() << " line " << i + 1 << " differs from the table; run gen-lang";
+    }
+}
+
+TEST_P(LanguageFile, EveryLineIsDrawableText) {
+    for (size_t i = 0; i < lines.size(); ++i) {
+        EXPECT_FALSE(lines[i].empty()) << GetParam() << " line " << i + 1;
+        for (unsigned char c : lines[i]) {
+            EXPECT_TRUE(Drawable(c)) << GetParam() << " line " << i + 1 << " holds byte "
+                                     << static_cast<int>(c) << ", which the font cannot draw";
+        }
+    }
+}
+
+TEST_P(LanguageFile, TextsFitWhereTheGameShowsThem) {
+    ASSERT_GE(lines.size(), 185u);
+    // Notice dialog buttons are 100 pixels wide: 9 characters of their labels.
+    for (int n : {7, 76, 77}) {
+        EXPECT_LE(Line(n).size(), 9u) << GetParam() << " line " << n;
+    }
+    // Main menu buttons are 400 pixels wide: 19 characters.
+    for (int n : {27, 167, 38, 141, 65, 79, 16, 68}) {
+        EXPECT_LE(Line(n).size(), 19u) << GetParam() << " line " << n;
+    }
+    // Play page titles across the 640-pixel screen: 21 characters.
+    for (int n : {27, 28, 29, 30, 167, 153, 175}) {
+        EXPECT_LE(Line(n).size(), 21u) << GetParam() << " line " << n;
+    }
+    // Notice titles in a dialog half the screen wide: 16 characters; the missing-OpenGL notice is
+    // wider (0.7 of the screen): 24.
+    for (int n : {75, 114, 120}) {
+        EXPECT_LE(Line(n).size(), 16u) << GetParam() << " line " << n;
+    }
+    EXPECT_LE(Line(172).size(), 24u) << GetParam();
+    // Time units follow every time in the results table.
+    for (int n : {1, 169, 170}) {
+        EXPECT_LE(Line(n).size(), 3u) << GetParam() << " line " << n;
+    }
+}
+
+TEST_P(LanguageFile, TextsThatBecomeNamesOrPrefixesAreShapedForIt) {
+    ASSERT_GE(lines.size(), 185u);
+    // The default map and tour names become file and folder names.
+    for (int n : {9, 117}) {
+        for (char c : Line(n)) {
+            EXPECT_TRUE((c >= 'A' && c <= 'Z') || c == ' ') << GetParam() << " line " << n;
+        }
+    }
+    // These are followed by ": " and a name or the version.
+    for (int n : {113, 130, 185}) {
+        unsigned char last = static_cast<unsigned char>(Line(n).back());
+        EXPECT_TRUE((last >= 'A' && last <= 'Z') || last >= 0xC0)
+            << GetParam() << " line " << n << " ends in punctuation";
+    }
+    // The after-race header puts the time right after line 78.
+    EXPECT_EQ(Line(78).back(), ':') << GetParam();
+}
+
+INSTANTIATE_TEST_SUITE_P(AllLanguages, LanguageFile, ::testing::ValuesIn(kLanguages));
+
+TEST(LanguageFiles, DocumentationListsEveryLine) {
+    std::string doc = ReadBytes(std::string(QM_SOURCE_DIR) + "/docs/language-lines.md");
+    std::vector<std::vector<std::string>> table = ReadTable();
+    for (size_t i = 0; i < table.size(); ++i) {
+        EXPECT_NE(doc.find("\n| " + std::to_string(i + 1) + " | "), std::string::npos)
+            << "docs/language-lines.md lacks line " << i + 1 << "; run gen-lang";
+    }
+}
+
+} // namespace

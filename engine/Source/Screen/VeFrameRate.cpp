@@ -5,8 +5,9 @@ int32_t VeFrameRate::RateOf(float frameDelta) {
     if (!(frameDelta > 1e-6f)) {
         return 1000000;
     }
-    float rate = 1.0f / frameDelta;
-    return rate >= 1000000.0f ? 1000000 : static_cast<int32_t>(rate);
+    // The small allowance keeps a frame of exactly 1/60 s (not exact in binary) at 60, not 59.
+    double rate = 1.0 / static_cast<double>(frameDelta) + 1e-4;
+    return rate >= 1000000.0 ? 1000000 : static_cast<int32_t>(rate);
 }
 
 void VeFrameRate::Restart(float frameDelta, int64_t nowMs) {

@@ -5,6 +5,9 @@
 #include "Support/HaltCapture.h"
 #include "Support/TempUserData.h"
 
+#include <cstdlib>
+#include <filesystem>
+
 namespace {
 
 // A picture that exercises every kind of overlay pixel: opaque colours, the key, a key darkened
@@ -152,4 +155,31 @@ TEST_F(ScreenTestBase, ScreenshotsAreWrittenAsPngOnBothPaths) {
         EXPECT_EQ(shot.At(5, 5), 0xFFFFFFu) << (software ? "software" : "OpenGL");
         EXPECT_EQ(shot.At(320, 320), 0x204080u) << (software ? "software" : "OpenGL");
     }
+}
+
+// Mesa reads the version override when the first context is made, so each case runs in a fresh
+// process.
+TEST(VeScreenOldOpenGLTest, BelowThreeThreeFallsBackToSoftwareOrHaltsWhenRequired) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto open = [](bool requireOpenGL) {
+        setenv("MESA_GL_VERSION_OVERRIDE", "2.1", 1);
+        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
+        std::filesystem::current_path(QM_SOURCE_DIR);
+        VeScreen s(640, 640, requireOpenGL, false, true, "", "");
+        s.SetFramePacing(false);
+        s.overlay.Fill(0x00FF00);
+        s.Clear();
+        s.PrepareFrame();
+        s.Present(0.016f);
+        std::vector<uint32_t> pixels;
+        int32_t w = 0;
+        int32_t h = 0;
+        bool shown = s.ReadLastFrame(pixels, w, h) && (pixels[w * 10 + 10] & 0xFFFFFF) == 0x00FF00;
+        std::exit(!s.glEnabled && shown ? 3 : 4);
+    };
+    EXPECT_EXIT(open(false), ::testing::ExitedWithCode(3), "");
+    EXPECT_EXIT(open(true), ::testing::ExitedWithCode(0),
+                "OpenGL Initialization failed.*OpenGL version 2\\.1 .* detected\\..*This application "
+                "requires version "
+                "3\\.3 or higher\\. Try updating your graphic card driver\\.");
 }

@@ -1,0 +1,83 @@
+#include "Screen/Shader/VeShader.h"
+#include "Screen/Shader/VeUniformTable.h"
+
+#include "Support/HaltCapture.h"
+#include "Support/TempUserData.h"
+#include "engine/Screen/ScreenTestSupport.h"
+
+#include <GL/glew.h>
+
+#include <fstream>
+
+TEST(VeUniformTableTest, KeepsOneEntryPerNameInRegistrationOrder) {
+    VeUniformTable table;
+    int asked = 0;
+    auto locator = [&](const std::string&) { return static_cast<int32_t>(10 + asked++); };
+    EXPECT_TRUE(table.Register("MVP", locator));
+    EXPECT_TRUE(table.Register("mvp", locator)) << "names are case-sensitive";
+    EXPECT_FALSE(table.Register("MVP", locator));
+    EXPECT_EQ(asked, 2) << "a known name is not looked up again";
+    ASSERT_EQ(table.Size(), 2u);
+    EXPECT_EQ(table.entries[0].first, "MVP");
+    EXPECT_EQ(table.Find("MVP"), 10);
+    EXPECT_EQ(table.Find("mvp"), 11);
+    EXPECT_EQ(table.Find("MVP "), VeUniformTable::kUnregistered);
+    EXPECT_EQ(VeUniformTable::kUnregistered, 255);
+}
+
+class VeShaderTest : public ScreenTestBase {};
+
+TEST_F(VeShaderTest, SetsRegisteredUniformsAndStopsOnUnknownOnes) {
+    OpenScreen(false);
+    VeShader shader("Shaders/BasicShader/BasicShader.vert", "Shaders/BasicShader/BasicShader.frag");
+    ASSERT_NE(shader.program, 0u);
+    GLint linked = GL_FALSE;
+    glGetProgramiv(shader.program, GL_LINK_STATUS, &linked);
+    EXPECT_EQ(linked, GL_TRUE);
+
+    shader.RegisterUniform("screenColorMultiplier");
+    shader.RegisterUniform("screenColorMultiplier");
+    shader.RegisterUniform("greyScale");
+    EXPECT_EQ(shader.uniforms.Size(), 2u);
+    shader.Use();
+    shader.SetFloat("screenColorMultiplier", 0.25f);
+    shader.SetInt("greyScale", 1);
+    GLfloat multiplier = 0.0f;
+    GLint grey = 0;
+    glGetUniformfv(shader.program, shader.uniforms.Find("screenColorMultiplier"), &multiplier);
+    glGetUniformiv(shader.program, shader.uniforms.Find("greyScale"), &grey);
+    EXPECT_FLOAT_EQ(multiplier, 0.25f);
+    EXPECT_EQ(grey, 1);
+
+    MessageBoxCapture capture;
+    bool stopped = false;
+    try {
+        shader.SetFloat("pixelSizeX", 1.0f);
+    } catch (const HaltIntercepted& halt) {
+        stopped = halt.text.find("Source\\Screen\\Shader\\VeShader") != std::string::npos;
+    }
+    EXPECT_TRUE(stopped);
+    glUseProgram(0);
+}
+
+TEST_F(VeShaderTest, MissingAndBrokenSourcesAreLoggedAndBuildingGoesOn) {
+    OpenScreen(false);
+    TempUserData temp;
+    log.clear();
+    {
+        VeShader missing(temp.path + "/none.vert", temp.path + "/none.frag");
+        EXPECT_NE(missing.program, 0u);
+    }
+    EXPECT_NE(log.find("Vertex Shader not found: " + temp.path + "/none.vert\n"), std::string::npos);
+    EXPECT_NE(log.find("Fragment Shader not found: " + temp.path + "/none.frag\n"), std::string::npos);
+
+    std::ofstream(temp.path + "/broken.frag") << "#version 330 core\r\nvoid main() { this is not glsl }\r\n";
+    log.clear();
+    VeShader broken("Shaders/BasicShader/BasicShader.vert", temp.path + "/broken.frag");
+    EXPECT_NE(log.find("Compiling shader : " + temp.path + "/broken.frag\n"), std::string::npos);
+    EXPECT_NE(log.find("Linking program\n"), std::string::npos);
+    GLint linked = GL_TRUE;
+    glGetProgramiv(broken.program, GL_LINK_STATUS, &linked);
+    EXPECT_EQ(linked, GL_FALSE);
+    EXPECT_GT(log.size(), 200u) << "the compiler's and linker's messages are printed";
+}

@@ -5,7 +5,8 @@
 
 namespace {
 
-constexpr double kTailSeconds = 4.0;
+// Long enough for every note and every echo to die away below the 16-bit noise floor.
+constexpr double kTailSeconds = 8.0;
 
 } // namespace
 

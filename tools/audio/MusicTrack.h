@@ -1,8 +1,9 @@
 #pragma once
 // A music loop built from note sequences on four mixing buses (melody, harmony, bass, drums).
-// Every note is rendered on its own, so the loop is exactly periodic: the loop is rendered with
-// a tail of silence-bound material, and the tail is folded back onto the start, which is what
-// the ear hears when the track repeats. The last sample therefore flows into the first.
+// Every note is rendered on its own and the echoes are linear, so the loop is exactly periodic:
+// the loop is rendered with a tail long enough for every note and echo to die away, and the tail
+// is folded back onto the start, which is what the ear hears when the track repeats. The last
+// sample therefore flows into the first.
 #include "Instruments.h"
 #include "Pattern.h"
 #include "SampleBuffer.h"

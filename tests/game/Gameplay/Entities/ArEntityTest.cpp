@@ -1,0 +1,430 @@
+// The racer's movement against the grid: gravity and jumps on both grid sizes, walls, floors and
+// ceilings, and the block effects a racer (or the ghost) takes on its way.
+#include "game/Gameplay/GameplayTestSupport.h"
+
+#include <gtest/gtest.h>
+
+using namespace gameplay_test;
+
+namespace {
+const std::vector<std::string> kFlat = {
+    "..........", "..........", "..........", "..........", "..........",
+    "..........", "..........", "..........", "S.........", "##########",
+};
+
+std::vector<std::string> Large(const std::vector<std::string>& rows) {
+    // The same layout on a 20 x 20 grid: each character becomes a 2 x 2 block of cells, except the
+    // Start and specials, which take the bottom-left cell alone.
+    std::vector<std::string> large;
+    for (const std::string& row : rows) {
+        std::string top;
+        std::string bottom;
+        for (char c : row) {
+            const bool solid = c == '#' || c == '1';
+            top += solid ? std::string(2, c) : std::string("..");
+            bottom += std::string(1, c) + (solid ? c : '.');
+        }
+        large.push_back(top);
+        large.push_back(bottom);
+    }
+    return large;
+}
+
+} // namespace
+
+TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnes) {
+    for (const float dt : {1.0f / 1000.0f, 1.0f / 60.0f}) {
+        RaceRig large(kFlat);
+        large.race->CoreUpdate(dt); // settle on the floor
+        large.Racer().jumpHeld = 1;
+        large.race->running = 1;
+        const float start = large.Racer().y;
+        float top = start;
+        large.Racer().jumpHeld = 1;
+        large.race->CoreUpdate(dt);
+        EXPECT_EQ(large.Racer().inAir, 1);
+        for (int i = 0; i < static_cast<int>(1.5f / dt); ++i) {
+            large.race->CoreUpdate(dt);
+            top = std::min(top, large.Racer().y);
+        }
+        // The exact rise of 534^2 / (2 x 1500) = 95.05 less about half a frame's travel.
+        EXPECT_NEAR(start - top, 95.05f - 534.0f * dt / 2.0f, 0.5f) << "dt " << dt;
+        EXPECT_EQ(large.audio.Count("Jump"), 1);
+        EXPECT_FLOAT_EQ(large.Racer().y, start) << "lands back on the floor";
+        EXPECT_EQ(large.Racer().inAir, 0);
+        EXPECT_EQ(large.Racer().gravity, 1500.0f);
+
+        RaceRig small(Large(kFlat));
+        ASSERT_EQ(small.world.blockSize, 32);
+        small.race->CoreUpdate(dt);
+        small.race->running = 1;
+        const float smallStart = small.Racer().y;
+        float smallTop = smallStart;
+        small.Racer().jumpHeld = 1;
+        small.race->CoreUpdate(dt);
+        EXPECT_FLOAT_EQ(small.Racer().verticalSpeed, -267.0f + 750.0f * dt);
+        for (int i = 0; i < static_cast<int>(1.5f / dt); ++i) {
+            small.race->CoreUpdate(dt);
+            smallTop = std::min(smallTop, small.Racer().y);
+        }
+        EXPECT_NEAR(smallStart - smallTop, 47.53f - 267.0f * dt / 2.0f, 0.5f) << "dt " << dt;
+        EXPECT_EQ(small.Racer().gravity, 750.0f);
+    }
+}
+
+TEST(ArEntityTest, JumpNeedsTheGroundAndAStillVerticalSpeed) {
+    RaceRig rig(kFlat);
+    rig.race->running = 1;
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Racer().jumpHeld = 1;
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    ASSERT_EQ(rig.audio.Count("Jump"), 1);
+    // Holding jump in the air does nothing until the racer has landed.
+    for (int i = 0; i < 20; ++i) {
+        rig.Racer().jumpHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_EQ(rig.audio.Count("Jump"), 1);
+    // Before the race runs a racer neither jumps nor walks.
+    RaceRig waiting(kFlat);
+    waiting.Racer().jumpHeld = 1;
+    waiting.Racer().rightHeld = 1;
+    waiting.race->CoreUpdate(1.0f / 60.0f);
+    EXPECT_EQ(waiting.audio.Count("Jump"), 0);
+    EXPECT_FLOAT_EQ(waiting.Racer().x, 0.0f);
+}
+
+TEST(ArEntityTest, AFallingRacerNeverPassesAOneCellFloorEvenAtOneFramePerSecond) {
+    for (const bool large : {false, true}) {
+        std::vector<std::string> rows = {
+            "S.........", "..........", "..........", "..........", "..........",
+            "##########", "..........", "..........", "..........", "..........",
+        };
+        RaceRig rig(large ? Large(rows) : rows);
+        const float cell = static_cast<float>(rig.world.blockSize);
+        const float floorTop = 5.0f * (large ? 2.0f : 1.0f) * cell;
+        float previous = rig.Racer().y;
+        for (int i = 0; i < 12; ++i) {
+            rig.race->CoreUpdate(1.0f);
+            EXPECT_LT(rig.Racer().y - previous, cell) << "less than a cell per frame";
+            EXPECT_LE(rig.Racer().y, floorTop - cell);
+            previous = rig.Racer().y;
+        }
+        EXPECT_FLOAT_EQ(rig.Racer().y, floorTop - cell) << "rests on the floor";
+        EXPECT_EQ(rig.Racer().verticalContact, 1);
+        EXPECT_EQ(rig.Racer().groundBlock, 2);
+    }
+}
+
+TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "S..#......",
+        "##########",
+    });
+    rig.race->running = 1;
+    for (int i = 0; i < 90; ++i) {
+        rig.Racer().rightHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_FLOAT_EQ(rig.Racer().x, 128.0f);
+    EXPECT_EQ(rig.Racer().horizontalContact, 1);
+    EXPECT_FLOAT_EQ(rig.Racer().movedX, 0.0f);
+    EXPECT_EQ(rig.audio.Count("Hit"), 1);
+    // Walking away clears the contact; coming back plays it again.
+    for (int i = 0; i < 10; ++i) {
+        rig.Racer().leftHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_EQ(rig.Racer().horizontalContact, 0);
+    for (int i = 0; i < 30; ++i) {
+        rig.Racer().rightHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_EQ(rig.audio.Count("Hit"), 2);
+    // The play-field border is a wall too.
+    RaceRig border(kFlat);
+    border.race->running = 1;
+    for (int i = 0; i < 5; ++i) {
+        border.Racer().rightHeld = 1;
+        border.race->CoreUpdate(1.0f / 60.0f);
+    }
+    for (int i = 0; i < 10; ++i) {
+        border.Racer().leftHeld = 1;
+        border.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_FLOAT_EQ(border.Racer().x, 0.0f);
+    EXPECT_EQ(border.audio.Count("Hit"), 1);
+}
+
+TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "##########",
+        "..........",
+        "S.........",
+        "##########",
+    });
+    rig.race->running = 1;
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Racer().jumpHeld = 1;
+    int frame = 0;
+    while (rig.audio.Count("RoofHit") == 0 && frame < 60) {
+        rig.race->CoreUpdate(1.0f / 60.0f);
+        ++frame;
+    }
+    ASSERT_EQ(rig.audio.Count("RoofHit"), 1);
+    EXPECT_LT(rig.Racer().verticalSpeed, 0.0f) << "the upward speed stays";
+    EXPECT_EQ(rig.Racer().inAir, 1);
+    EXPECT_FLOAT_EQ(rig.Racer().y, 448.0f) << "snapped under the ceiling";
+    EXPECT_EQ(rig.Racer().groundBlock, 0) << "no ground under a roof";
+    // Pressed against the ceiling until gravity turns the speed; RoofHit does not repeat.
+    for (int i = 0; i < 60; ++i) {
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_EQ(rig.audio.Count("RoofHit"), 1);
+    EXPECT_FLOAT_EQ(rig.Racer().y, 512.0f);
+    EXPECT_EQ(rig.Racer().inAir, 0);
+}
+
+TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "S.UU......",
+        "##########",
+    });
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.race->running = 1;
+    rig.Racer().x = 150.0f; // one step away from straddling both pickups
+    rig.Racer().rightHeld = 1;
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    EXPECT_EQ(rig.world.GetBlock(2, 8), Block::Blank);
+    EXPECT_EQ(rig.world.GetBlock(3, 8), Block::Blank);
+    EXPECT_EQ(rig.audio.Count("SpeedUp"), 2);
+    EXPECT_FLOAT_EQ(rig.Racer().speed, 600.0f);
+    // A speed-up is set, not multiplied: the racer now covers 10 pixels per 60th of a second.
+    const float before = rig.Racer().x;
+    rig.Racer().rightHeld = 1;
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    EXPECT_NEAR(rig.Racer().x - before, 10.0f, 0.001f);
+}
+
+TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "SJVDV.KG..",
+        "##########",
+    });
+    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.race->running = 1;
+    ArPlayer& racer = rig.Racer();
+    for (int i = 0; i < 120 && racer.x < 380.0f; ++i) {
+        racer.rightHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_FLOAT_EQ(racer.jumpImpulse, 1004.0f);
+    EXPECT_FALSE(rig.race->flip) << "two Flip Vision pickups cancel";
+    EXPECT_EQ(rig.audio.Count("FlipScreen"), 2);
+    EXPECT_TRUE(rig.race->confusion);
+    EXPECT_EQ(rig.audio.Count("Confusion"), 1);
+    EXPECT_EQ(rig.audio.Count("SuperJump"), 1);
+    EXPECT_EQ(rig.audio.Count("OpenGates"), 1);
+    EXPECT_EQ(rig.world.GetBlock(6, 8), Block::Blank) << "the key is taken";
+    EXPECT_EQ(rig.world.GetBlock(7, 8), Block::Blank) << "the gate is gone";
+    EXPECT_FALSE(rig.world.gatesOpen) << "gates open for the ghost only";
+    for (int c = 1; c <= 4; ++c) {
+        EXPECT_EQ(rig.world.GetBlock(c, 8), Block::Blank);
+    }
+    // The bigger impulse: a jump now rises about 1004^2 / 3000 = 336 pixels.
+    const float floorY = racer.y;
+    racer.jumpHeld = 1;
+    float top = floorY;
+    for (int i = 0; i < 90; ++i) {
+        rig.race->CoreUpdate(1.0f / 60.0f);
+        top = std::min(top, racer.y);
+    }
+    EXPECT_NEAR(floorY - top, 336.0f - 1004.0f / 120.0f, 1.0f);
+}
+
+TEST(ArEntityTest, TheGhostOpensGatesOnlyForItselfAndLeavesTheMapAlone) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "SK.UG.....",
+        "##########",
+    });
+    ArPlayer& ghost = *rig.race->Ghost();
+    ArPlayer& racer = rig.Racer();
+    rig.race->running = 1;
+    for (int i = 0; i < 120; ++i) {
+        ghost.rightHeld = 1;
+        ghost.UpdateRacer();
+        ghost.ClearInput();
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_TRUE(rig.world.gatesOpen);
+    EXPECT_EQ(rig.world.GetBlock(1, 8), Block::RedGateKey) << "the key stays for the ghost";
+    EXPECT_GT(ghost.x, 4.0f * 64.0f) << "the ghost passed the gate";
+    EXPECT_FLOAT_EQ(racer.x, 0.0f) << "the racer stands where it was";
+    EXPECT_FLOAT_EQ(ghost.speed, 600.0f);
+    EXPECT_EQ(rig.world.GetBlock(3, 8), Block::SpeedUp) << "the ghost takes no pickup away";
+    EXPECT_EQ(rig.audio.sounds.size(), 0u) << "the ghost is silent";
+    // The steered racer meets the gate as a wall although the ghost opened it.
+    racer.x = 128.0f;
+    for (int i = 0; i < 60; ++i) {
+        racer.rightHeld = 1;
+        rig.race->CoreUpdate(1.0f / 60.0f);
+    }
+    EXPECT_FLOAT_EQ(racer.x, 192.0f);
+    EXPECT_EQ(rig.world.GetBlock(4, 8), Block::RedGate);
+}
+
+TEST(ArEntityTest, TheFinishNeedsTheInsetOverlap) {
+    for (const bool large : {false, true}) {
+        RaceRig rig(large ? std::vector<std::string>(20, std::string(20, '.'))
+                          : std::vector<std::string>(10, std::string(10, '.')));
+        const int cell = rig.world.blockSize;
+        const float inset = large ? 10.0f : 20.0f;
+        const int row = rig.world.mapSize - 2;
+        for (int c = 0; c < rig.world.mapSize; ++c) {
+            rig.world.SetBlock(c, row + 1, 2);
+        }
+        rig.world.SetBlock(4, row, Block::Finish);
+        ArPlayer& racer = rig.Racer();
+        racer.y = static_cast<float>(row * cell);
+        const float finishX = static_cast<float>(4 * cell);
+        // Touching the edge, then overlapping by exactly the inset: not yet.
+        for (const float x :
+             {finishX - static_cast<float>(cell), finishX - static_cast<float>(cell) + inset}) {
+            racer.x = x;
+            racer.Move(x, racer.y, 0.0f, true);
+            EXPECT_EQ(rig.race->finishReached, 0) << x;
+        }
+        racer.Move(finishX - static_cast<float>(cell) + inset + 0.5f, racer.y, 0.0f, true);
+        EXPECT_EQ(rig.race->finishReached, 1);
+        // From the other side as well.
+        rig.race->finishReached = 0;
+        racer.x = finishX + static_cast<float>(cell) - inset;
+        racer.Move(racer.x, racer.y, 0.0f, true);
+        EXPECT_EQ(rig.race->finishReached, 0);
+        racer.Move(racer.x - 0.5f, racer.y, 0.0f, true);
+        EXPECT_EQ(rig.race->finishReached, 1);
+    }
+}
+
+TEST(ArEntityTest, FireKillsOnlyWhereItsImageIsNotTheColourKey) {
+    const std::vector<std::string> rows = {
+        "..........", "..........", "..........", "..........", "..........",
+        "..........", "..........", "..........", "S...f.....", "##########",
+    };
+    // Flames only in the bottom half of the cell.
+    std::vector<uint32_t> lowFlames(64 * 64, 0xFFFF00FFu);
+    for (int i = 32 * 64; i < 64 * 64; ++i) {
+        lowFlames[static_cast<size_t>(i)] = 0xFFFF2000u;
+    }
+    {
+        RaceRig rig(rows);
+        rig.drawer.fire = lowFlames;
+        ArPlayer& racer = rig.Racer();
+        // Above the fire cell, overlapping its transparent top half only.
+        racer.x = 256.0f;
+        racer.y = 512.0f - 33.0f;
+        racer.Move(racer.x, racer.y, 0.0f, true);
+        EXPECT_EQ(racer.active, 1);
+        EXPECT_EQ(rig.audio.Count("Fire"), 0);
+        // Down into the flames.
+        racer.Move(racer.x, 512.0f - 20.0f, 0.0f, true);
+        EXPECT_EQ(racer.active, 0);
+        EXPECT_EQ(rig.audio.Count("Fire"), 1);
+    }
+    {
+        // An image without a single flame pixel never burns.
+        RaceRig rig(rows);
+        rig.drawer.fire.assign(64 * 64, 0xFFFF00FFu);
+        rig.race->running = 1;
+        for (int i = 0; i < 80; ++i) {
+            rig.Racer().rightHeld = 1;
+            rig.race->CoreUpdate(1.0f / 60.0f);
+        }
+        EXPECT_GT(rig.Racer().x, 300.0f);
+        EXPECT_EQ(rig.Racer().active, 1);
+    }
+}
+
+TEST(ArEntityTest, CollidesScansOnlyTheOverlapOfTheImage) {
+    RaceRig rig(kFlat);
+    ArPlayer& racer = rig.Racer();
+    racer.x = 100.0f;
+    racer.y = 100.0f;
+    // One visible pixel at column 10, row 5 of the other box's image.
+    std::vector<uint32_t> image(64 * 64, 0xFFFF00FFu);
+    image[5 * 64 + 10] = 0xFF000000u;
+    bool hitX = false;
+    bool hitY = false;
+    // The other box lies 50 pixels right and 0 down: its columns 0..12 overlap, 0..12 are scanned.
+    EXPECT_TRUE(racer.Collides(150.0f, 100.0f, 64.0f, 64.0f, image.data(), hitX, hitY));
+    EXPECT_TRUE(hitX && hitY);
+    // 55 pixels right: only columns 0..7 are scanned, the pixel at 10 is not.
+    EXPECT_FALSE(racer.Collides(155.0f, 100.0f, 64.0f, 64.0f, image.data(), hitX, hitY));
+    EXPECT_TRUE(racer.Collides(155.0f, 100.0f, 64.0f, 64.0f, nullptr, hitX, hitY)) << "boxes alone overlap";
+    // Left of the racer: image columns from 64 - overlap on.
+    EXPECT_FALSE(racer.Collides(100.0f - 50.0f, 100.0f, 64.0f, 64.0f, image.data(), hitX, hitY));
+    // Boxes that only touch do not collide.
+    EXPECT_FALSE(racer.Collides(164.0f, 100.0f, 64.0f, 64.0f, nullptr, hitX, hitY));
+    EXPECT_FALSE(hitX || hitY);
+}
+
+TEST(ArEntityTest, CanMoveToRespectsTheFieldWallsAndCows) {
+    RaceRig rig({
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "..........",
+        "S#C.......",
+        "##########",
+    });
+    ArPlayer& racer = rig.Racer();
+    EXPECT_FALSE(racer.CanMoveTo(-1.0f, 0.0f)) << "the border";
+    EXPECT_FALSE(racer.CanMoveTo(1.0f, 0.0f)) << "a wall";
+    EXPECT_FALSE(racer.CanMoveTo(0.0f, 1.0f)) << "the floor";
+    EXPECT_TRUE(racer.CanMoveTo(0.0f, -1.0f));
+    racer.x = 192.0f;
+    EXPECT_FALSE(racer.CanMoveTo(-1.0f, 0.0f)) << "the cow";
+    EXPECT_TRUE(racer.CanMoveTo(1.0f, 0.0f));
+}

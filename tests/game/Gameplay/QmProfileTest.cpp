@@ -1,0 +1,21 @@
+// profile.dat: the character number, one plain line.
+#include "Gameplay/QmProfile.h"
+
+#include "Platform/VeFiles.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+TEST(QmProfileTest, TheCharacterNumberRoundTripsAndAMissingFileReadsZero) {
+    TempUserData data;
+    EXPECT_EQ(QmProfile::LoadProfile(), 0);
+    QmProfile::SaveProfile(3);
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(data.GameFolder() + "/profile.dat", bytes));
+    EXPECT_EQ(bytes, "3") << "no newline";
+    EXPECT_EQ(QmProfile::LoadProfile(), 3);
+    ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "12 trailing\r\nsecond line"));
+    EXPECT_EQ(QmProfile::LoadProfile(), 12);
+    ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "not a number"));
+    EXPECT_EQ(QmProfile::LoadProfile(), 0);
+}

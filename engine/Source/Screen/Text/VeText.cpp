@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 
 VeText::VeText(const std::string& initialText, const VeTextStyle* initialStyle, bool upperCase) {
     SetText(initialText, upperCase);
@@ -85,13 +86,17 @@ void VeText::Layout(int32_t& width, int32_t& height) {
                     break;
                 }
                 int32_t end = candidate;
+                bool atSpace = false;
                 for (int32_t i = candidate; i >= previousEnd + 1; --i) {
                     if (text[static_cast<size_t>(i)] == ' ') {
                         end = i;
+                        atSpace = true;
                         break;
                     }
                 }
-                const int32_t counted = wrapPositions.empty() ? end : end - previousEnd + 1;
+                // A first line broken inside a word shows all its end + 1 characters.
+                const int32_t counted =
+                    wrapPositions.empty() ? (atSpace ? end : end + 1) : end - previousEnd + 1;
                 largest = std::max(largest, counted);
                 wrapPositions.push_back(end);
                 previousEnd = end;
@@ -120,30 +125,65 @@ void VeText::Layout(int32_t& width, int32_t& height) {
 void VeText::Render() {
     const bool small = SmallLettersInEffect();
     const int32_t unit = style.size;
-    const int32_t weight = std::max(style.weight, 1);
     const int32_t advance = Advance();
     const int32_t lineStep = LineStep();
-    const int32_t shift = small ? 2 * unit : 0;
     const size_t wrapCount = wrapPositions.size();
-    for (int32_t dy = 0; dy < weight; ++dy) {
-        for (int32_t dx = 0; dx < weight; ++dx) {
-            int32_t x = dx;
-            int32_t y = dy + shift;
-            size_t nextWrap = 0;
-            for (size_t k = 0; k < text.size(); ++k) {
-                const unsigned char c = masked ? 'X' : static_cast<unsigned char>(text[k]);
-                if (small && VeGlyphs::HasSmall(c)) {
-                    VeGlyphs::DrawSmall(surface, c, x, y, unit, style.colour);
-                } else {
-                    VeGlyphs::DrawMain(surface, c, x, y, unit, style.colour, small);
-                }
-                if (nextWrap < wrapCount && static_cast<int32_t>(k) == wrapPositions[nextWrap]) {
-                    ++nextWrap;
-                    x = dx;
-                    y += lineStep;
-                } else {
-                    x += advance;
-                }
+    int32_t x = 0;
+    int32_t y = small ? 2 * unit : 0;
+    size_t nextWrap = 0;
+    for (size_t k = 0; k < text.size(); ++k) {
+        const unsigned char c = masked ? 'X' : static_cast<unsigned char>(text[k]);
+        if (small && VeGlyphs::HasSmall(c)) {
+            VeGlyphs::DrawSmall(surface, c, x, y, unit, style.colour);
+        } else {
+            VeGlyphs::DrawMain(surface, c, x, y, unit, style.colour, small);
+        }
+        if (nextWrap < wrapCount && static_cast<int32_t>(k) == wrapPositions[nextWrap]) {
+            ++nextWrap;
+            x = 0;
+            y += lineStep;
+        } else {
+            x += advance;
+        }
+    }
+    Thicken();
+}
+
+void VeText::Thicken() {
+    // Every pass of the strokes, shifted by (dx, dy) for dx and dy from 0 to Weight - 1, covers
+    // the one-pixel pass spread over a Weight x Weight box to the right and down. The one-pixel
+    // pass has no ink left of or above the surface, so spreading it here gives the same pixels as
+    // drawing the strokes Weight x Weight times, in one sweep.
+    const int32_t weight = std::max(style.weight, 1);
+    const int32_t w = surface.width;
+    const int32_t h = surface.height;
+    if (weight == 1 || w == 0 || h == 0) {
+        return;
+    }
+    uint32_t* pixels = surface.Pixels();
+    const int32_t row = surface.RowLength();
+    // Across: a pixel is ink when one of the Weight pixels ending at it is.
+    std::vector<uint8_t> across(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
+    for (int32_t py = 0; py < h; ++py) {
+        const uint32_t* source = pixels + static_cast<ptrdiff_t>(row) * py;
+        uint8_t* out = across.data() + static_cast<ptrdiff_t>(w) * py;
+        int32_t lastInk = -weight;
+        for (int32_t px = 0; px < w; ++px) {
+            if (source[px] != kColourKey) {
+                lastInk = px;
+            }
+            out[px] = px - lastInk < weight ? 1 : 0;
+        }
+    }
+    // Down: the same over the Weight rows ending at it.
+    for (int32_t px = 0; px < w; ++px) {
+        int32_t lastInk = -weight;
+        for (int32_t py = 0; py < h; ++py) {
+            if (across[static_cast<size_t>(w) * static_cast<size_t>(py) + static_cast<size_t>(px)] != 0) {
+                lastInk = py;
+            }
+            if (py - lastInk < weight) {
+                pixels[static_cast<ptrdiff_t>(row) * py + px] = style.colour;
             }
         }
     }
@@ -156,32 +196,51 @@ void VeText::DrawOnto(VeSurface& target, int32_t x, int32_t y, bool centreX, flo
     }
     const int32_t w = surface.width;
     const int32_t h = surface.height;
-    auto stroke = [&](int32_t sx, int32_t sy) {
-        return sx >= 0 && sy >= 0 && sx < w && sy < h && surface.GetXY(sx, sy) != kColourKey;
-    };
-    if (outlineColour != kColourKey) {
-        for (int32_t sy = -1; sy <= h; ++sy) {
-            for (int32_t sx = -1; sx <= w; ++sx) {
-                if (stroke(sx, sy)) {
-                    continue;
-                }
-                bool rim = false;
-                for (int32_t ny = sy - 1; ny <= sy + 1 && !rim; ++ny) {
-                    for (int32_t nx = sx - 1; nx <= sx + 1 && !rim; ++nx) {
-                        rim = stroke(nx, ny);
-                    }
-                }
-                if (rim) {
-                    target.BlendXY(x + sx, y + sy, outlineColour, alpha);
-                }
-            }
+    if (w == 0 || h == 0 || target.Pixels() == nullptr) {
+        return;
+    }
+    const uint32_t* pixels = surface.Pixels();
+    const int32_t row = surface.RowLength();
+    // Only the part of the text (and its rim) that lands on the target is visited.
+    const int32_t rim = outlineColour != kColourKey ? 1 : 0;
+    const int32_t left = std::max(-rim, -x);
+    const int32_t top = std::max(-rim, -y);
+    const int32_t right = std::min(w + rim, target.width - x);
+    const int32_t bottom = std::min(h + rim, target.height - y);
+    if (left >= right || top >= bottom) {
+        return;
+    }
+    const int32_t targetRow = target.RowLength();
+    uint32_t* out = target.Pixels();
+    // The ink as a mask with a one-pixel margin all round, so the rim test needs no bounds checks.
+    const int32_t maskRow = w + 2;
+    std::vector<uint8_t> mask(static_cast<size_t>(maskRow) * static_cast<size_t>(h + 2), 0);
+    for (int32_t sy = 0; sy < h; ++sy) {
+        const uint32_t* source = pixels + static_cast<ptrdiff_t>(row) * sy;
+        uint8_t* line = mask.data() + static_cast<ptrdiff_t>(maskRow) * (sy + 1) + 1;
+        for (int32_t sx = 0; sx < w; ++sx) {
+            line[sx] = source[sx] != kColourKey ? 1 : 0;
         }
     }
-    for (int32_t sy = 0; sy < h; ++sy) {
-        for (int32_t sx = 0; sx < w; ++sx) {
-            const uint32_t pixel = surface.GetXY(sx, sy);
-            if (pixel != kColourKey) {
-                target.BlendXY(x + sx, y + sy, pixel, alpha);
+    for (int32_t sy = top; sy < bottom; ++sy) {
+        const uint8_t* above = mask.data() + static_cast<ptrdiff_t>(maskRow) * sy + 1;
+        const uint8_t* here = above + maskRow;
+        const uint8_t* below = here + maskRow;
+        uint32_t* targetLine = out + static_cast<ptrdiff_t>(targetRow) * (y + sy) + x;
+        for (int32_t sx = left; sx < right; ++sx) {
+            uint32_t colour = 0;
+            if (here[sx] != 0) {
+                colour = pixels[static_cast<ptrdiff_t>(row) * sy + sx];
+            } else if (rim != 0 && (above[sx - 1] | above[sx] | above[sx + 1] | here[sx - 1] | here[sx + 1] |
+                                    below[sx - 1] | below[sx] | below[sx + 1]) != 0) {
+                colour = outlineColour;
+            } else {
+                continue;
+            }
+            if (alpha == 1.0f) {
+                targetLine[sx] = colour;
+            } else {
+                target.BlendPixel(static_cast<int32_t>(&targetLine[sx] - out), colour, alpha);
             }
         }
     }

@@ -60,4 +60,5 @@ public:
 private:
     void Layout(int32_t& width, int32_t& height);
     void Render();
+    void Thicken();
 };

@@ -29,12 +29,12 @@ VeSurface RenderSheet() {
     };
     // Sizes 1 to 6 with the weights the pages use, and the frame-rate display.
     const VeTextStyle styles[] = {
-        VeTextStyle(1, 0xFFFFFF, 1, 1, 1, kSheetWidth - 20, 0, false),
-        VeTextStyle(2, 0xFFFFFF, 2, 2, 1, kSheetWidth - 20),
-        VeTextStyle(3, 0xFFFFFF, 3, 3, 1, kSheetWidth - 20),
-        VeTextStyle(4, 0xE6D514, 3, 2, 1, kSheetWidth - 20),
-        VeTextStyle(5, 0x1ADE0C, 4, 2, 1, kSheetWidth - 20),
-        VeTextStyle(6, 0xFFFFFF, 4, 2, 0, kSheetWidth - 20),
+        VeTextStyle(1, 0xFFFFFF, 1, 1, 1, kSheetWidth - 60, 0, false),
+        VeTextStyle(2, 0xFFFFFF, 2, 2, 1, kSheetWidth - 60),
+        VeTextStyle(3, 0xFFFFFF, 3, 3, 1, kSheetWidth - 60),
+        VeTextStyle(4, 0xE6D514, 3, 2, 1, kSheetWidth - 60),
+        VeTextStyle(5, 0x1ADE0C, 4, 2, 1, kSheetWidth - 60),
+        VeTextStyle(6, 0xFFFFFF, 4, 2, 0, kSheetWidth - 60),
     };
     std::vector<Row> rows;
     int32_t y = 10;

@@ -120,6 +120,12 @@ TEST(VeTextTest, WrapsAtSpacesAndBreaksLongWordsHard) {
         }
     }
 
+    // The first line broken inside a word keeps its full width, so no letter is cut off.
+    VeText split("ABCDEFGH", &style);
+    EXPECT_EQ(split.wrapPositions, std::vector<int32_t>({5}));
+    EXPECT_EQ(split.columns, 6);
+    EXPECT_EQ(split.Width(), 35);
+
     // Short enough for one line: no wrap positions, as without a limit.
     VeText shortText("HELLO", &style);
     EXPECT_TRUE(shortText.wrapPositions.empty());
@@ -228,6 +234,44 @@ TEST(VeTextTest, WeightRepeatsTheStrokes) {
     EXPECT_EQ(l3.surface.GetXY(2, 0), 0xFFFFFFu);
     EXPECT_EQ(l3.surface.GetXY(3, 0), kColourKey);
     EXPECT_EQ(l3.surface.GetXY(10, 10), 0xFFFFFFu);
+}
+
+TEST(VeTextTest, WeightEqualsTheStrokesDrawnInEveryShiftedPosition) {
+    const std::string sample = "Quillmaze! 0123456789 \xC5\x86 #&@ gjpqy WM";
+    for (int32_t size = 1; size <= 6; ++size) {
+        for (int32_t weight = 1; weight <= 5; ++weight) {
+            VeTextStyle style(size, 0x123456, weight, 2, 1, 200);
+            VeText text(sample, &style);
+            // The strokes drawn once for every shift (dx, dy) below Weight, along the same layout.
+            VeSurface expected(text.Width(), text.Height());
+            expected.Fill(kColourKey);
+            const bool small = text.SmallLettersInEffect();
+            for (int32_t dy = 0; dy < weight; ++dy) {
+                for (int32_t dx = 0; dx < weight; ++dx) {
+                    int32_t x = dx;
+                    int32_t y = dy + (small ? 2 * size : 0);
+                    size_t wrap = 0;
+                    for (size_t k = 0; k < text.text.size(); ++k) {
+                        const unsigned char c = static_cast<unsigned char>(text.text[k]);
+                        if (small && VeGlyphs::HasSmall(c)) {
+                            VeGlyphs::DrawSmall(expected, c, x, y, size, 0x123456);
+                        } else {
+                            VeGlyphs::DrawMain(expected, c, x, y, size, 0x123456, small);
+                        }
+                        if (wrap < text.wrapPositions.size() &&
+                            text.wrapPositions[wrap] == static_cast<int32_t>(k)) {
+                            ++wrap;
+                            x = dx;
+                            y += text.LineStep();
+                        } else {
+                            x += text.Advance();
+                        }
+                    }
+                }
+            }
+            ASSERT_TRUE(SamePixels(text.surface, expected)) << "size " << size << " weight " << weight;
+        }
+    }
 }
 
 TEST(VeTextTest, EveryGlyphStaysInsideItsCell) {

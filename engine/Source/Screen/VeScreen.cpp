@@ -15,6 +15,9 @@
 #include <SDL_syswm.h>
 #include <glm/gtc/matrix_transform.hpp>
 
+#include <dlfcn.h>
+#include <link.h>
+
 #include <cstdio>
 #include <cstring>
 
@@ -28,6 +31,14 @@ bool softwarePathForced = false;
 
 int FollowWindowEvents(void* /*screen*/, SDL_Event* event) {
     VeCursor::OnEvent(*event);
+    return 0;
+}
+
+// Keeps a loaded shared library loaded until the process ends.
+int PinLibrary(dl_phdr_info* info, size_t /*size*/, void* /*data*/) {
+    if (info->dlpi_name != nullptr && info->dlpi_name[0] != '\0') {
+        dlopen(info->dlpi_name, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+    }
     return 0;
 }
 
@@ -97,6 +108,9 @@ void VeScreen::Init() {
         VeSurface::SetOverlayFormat(VeOverlayFormat{32, red, green, blue});
     }
     SDL_AddEventWatch(FollowWindowEvents, this);
+    // The OpenGL and windowing libraries SDL has loaded stay loaded after the screen closes:
+    // graphics drivers are not made to be unloaded and loaded again within one process.
+    dl_iterate_phdr(PinLibrary, nullptr);
 }
 
 void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool startFullscreen,

@@ -41,7 +41,10 @@ TEST(VtThreadTest, StartingARunningThreadCreatesNothing) {
     EXPECT_FALSE(thread.Join());
 
     // An ended thread may be started again.
+    thread.open = false;
     EXPECT_TRUE(thread.Start());
+    EXPECT_TRUE(Eventually([&] { return thread.runs.load() == 2; }));
+    thread.open = true;
     EXPECT_TRUE(thread.Join());
     EXPECT_EQ(thread.runs.load(), 2);
 }

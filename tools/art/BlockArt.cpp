@@ -127,15 +127,16 @@ ArtImage BlockArt::Border(int size) {
     // Riveted dark stone: the frame around the play field in the 3D view.
     ArtImage image = SolidBlock(size, P::S1);
     if (size >= 32) {
-        int bevel = size >= 64 ? 4 : 2;
-        for (int y = bevel + 1; y < size - bevel - 1; ++y) {
-            for (int x = bevel + 1; x < size - bevel - 1; ++x) {
-                float n = ArtNoise::Fractal(float(x), float(y), size / 4, size, 3, 77);
-                if (n < 0.36f) {
-                    image.Set(x, y, P::S0);
-                } else if (n > 0.68f && size >= 64) {
-                    image.Set(x, y, P::S2);
-                }
+        // A recessed panel: its upper and left edges in shadow, its lower and right edges lit.
+        int inset = size / 4 + 1;
+        int w = size - 2 * inset;
+        int t = size >= 64 ? 2 : 1;
+        for (int k = 0; k < t; ++k) {
+            for (int i = inset + k; i < inset + w - k; ++i) {
+                image.Set(i, inset + k, P::S0);
+                image.Set(inset + k, i, P::S0);
+                image.Set(i, inset + w - 1 - k, P::S2);
+                image.Set(inset + w - 1 - k, i, P::S2);
             }
         }
         int r = size / 5;
@@ -173,46 +174,53 @@ ArtImage BlockArt::EditorCursor(int size, bool flash) {
 }
 
 ArtImage BlockArt::RedGate(int size) {
-    // Bars between two rails, in the key's red: clearly a door, and the gaps show what lies behind.
+    // Bars between two rails and two posts, in the key's red: clearly a door, and the gaps show what
+    // lies behind it.
     ArtImage bars(size, size);
-    int rail = std::max(2, size / 8);
-    int inner0 = 1;
-    int inner1 = size - 1;
-    bars.FillRect(inner0, inner0, inner1 - inner0, rail, P::R2);
-    bars.FillRect(inner0, inner1 - rail, inner1 - inner0, rail, P::R2);
-    int count = 4;
-    int barWidth = std::max(2, size / 10);
-    if (size == 16) {
-        barWidth = 2;
+    int rail = size >= 64 ? 7 : size >= 32 ? 4 : 3;
+    int post = size >= 64 ? 5 : size >= 32 ? 3 : 2;
+    int count = size >= 64 ? 4 : size >= 32 ? 3 : 2;
+    bars.FillRect(0, 0, size, rail, P::R2);
+    bars.FillRect(0, size - rail, size, rail, P::R2);
+    bars.FillRect(0, 0, post, size, P::R2);
+    bars.FillRect(size - post, 0, post, size, P::R2);
+    float gap = float(size - 2 * post - count * post) / float(count + 1);
+    for (int i = 0; i < count; ++i) {
+        int x = post + int(std::lround(gap * (i + 1) + post * i));
+        bars.FillRect(x, 0, post, size, P::R2);
     }
-    for (int k = 0; k < count; ++k) {
-        int centre = inner0 + (inner1 - inner0) * (2 * k + 1) / (2 * count);
-        bars.FillRect(centre - barWidth / 2, inner0, barWidth, inner1 - inner0, P::R2);
+    int mid = size / 2;
+    if (size >= 64) {
+        bars.FillRect(0, mid - 2, size, 4, P::R2);
     }
     if (size >= 32) {
-        // A middle crossbar with a lock plate.
-        int mid = size / 2;
-        int crossbar = std::max(2, size / 16);
-        bars.FillRect(inner0, mid - crossbar / 2, inner1 - inner0, crossbar, P::R2);
-        int plateW = size / 4 + 2;
-        int plateH = size / 3;
+        int plateW = size >= 64 ? 14 : 8;
+        int plateH = size >= 64 ? 18 : 10;
         bars.FillRect(mid - plateW / 2, mid - plateH / 2, plateW, plateH, P::R2);
     }
     Shading::Bevel(bars, size >= 64 ? 2 : 1);
+    if (size >= 64) {
+        Shading::OutlineOwnHue(bars);
+    }
+    // The frame's outer edge.
+    for (int k = 0; k < size; ++k) {
+        bars.Paint(k, 0, P::R0);
+        bars.Paint(k, size - 1, P::R0);
+        bars.Paint(0, k, P::R0);
+        bars.Paint(size - 1, k, P::R0);
+    }
     if (size >= 32) {
-        int mid = size / 2;
-        int hole = std::max(1, size / 16);
+        int hole = size >= 64 ? 2 : 1;
         // The keyhole: a round top and a slot.
-        bars.FillEllipse(mid + 0.0f, mid - hole * 0.5f, float(hole) + 0.5f, float(hole) + 0.5f, P::Ink);
-        bars.FillRect(mid - std::max(1, hole / 2), mid, std::max(1, hole), hole * 3, P::Ink);
+        bars.FillEllipse(mid + 0.0f, mid - hole * 0.5f - 0.5f, hole + 0.8f, hole + 0.8f, P::Ink);
+        bars.FillRect(mid - hole / 2 - (hole == 1 ? 0 : 0), mid, std::max(1, hole), hole * 3, P::Ink);
         // Rivets on the rails.
         for (int k = 0; k < 4; ++k) {
-            int cx = 1 + (size - 2) * (2 * k + 1) / 8;
-            bars.Set(cx, rail / 2 + 1, P::R3);
-            bars.Set(cx, size - 1 - rail / 2 - 1, P::R3);
+            int cx = post + 1 + (size - 2 * post - 2) * (2 * k + 1) / 8;
+            bars.Set(cx, rail / 2, P::R3);
+            bars.Set(cx, size - 1 - rail / 2, P::R3);
         }
     }
-    Shading::OutlineOwnHue(bars);
     return bars;
 }
 

@@ -1,0 +1,462 @@
+// The shipped images: every file the game loads exists, decodes through the engine's PNG loader and
+// has the size its user expects; the magenta key appears exactly where something must show
+// through (never in solid blocks, always around pickups and decorations, in the racer's eye areas);
+// the sheets cut into whole tiles; and the pictures keep the look the game depends on.
+#include "Screen/Surface/VePNGFile.h"
+#include "Support/HaltCapture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr uint32_t kKey = 0xFF00FF;
+constexpr uint32_t kFinishColour = 0xFE0000;
+const int kSizes[3] = {16, 32, 64};
+
+// How the key may appear in an image.
+enum class Look {
+    Opaque, // a solid thing or a full picture: no key at all
+    Sprite, // a thing with a shape: key around it (all four corners), something drawn
+    Any,    // drawn over white or used as parts: anything goes
+};
+
+struct Expected {
+    std::string path;
+    int width;
+    int height;
+    Look look;
+};
+
+std::string Sized(const std::string& stem, int size) {
+    return stem + "_" + std::to_string(size) + ".png";
+}
+
+// Every image with a fixed size: the single-block art at its three sizes and the other pictures.
+std::vector<Expected> FixedImages() {
+    std::vector<Expected> all;
+    for (int s : kSizes) {
+        for (const char* colour : {"Orange", "Blue", "Green", "Yellow", "Red"}) {
+            all.push_back({Sized(std::string("Assets/Blocks/") + colour, s), s, s, Look::Opaque});
+        }
+        all.push_back({Sized("Assets/Blocks/Blank", s), s, s, Look::Any});
+        all.push_back({Sized("Assets/Blocks/Border", s), s, s, Look::Opaque});
+        all.push_back({Sized("Assets/Blocks/Finish", s), s, s, Look::Sprite});
+        all.push_back({Sized("Assets/Blocks/Fire", s), s, s, Look::Sprite});
+        all.push_back({Sized("Assets/Blocks/Editor", s), s, s, Look::Opaque});
+        all.push_back({Sized("Assets/Blocks/EditorFlash", s), s, s, Look::Any});
+        all.push_back({Sized("Assets/Gates/Red", s), s, s, Look::Any});
+        for (const char* pickup : {"SuperJump", "SpeedUp", "FlipScreen", "RedGateKey", "Disco"}) {
+            all.push_back({Sized(std::string("Assets/Pickups/") + pickup, s), s, s, Look::Sprite});
+        }
+        all.push_back({Sized("Assets/Background", s), s, s, Look::Opaque});
+        all.push_back({Sized("Assets/Characters/Cow/Cow", s), s, s, Look::Sprite});
+    }
+    all.push_back({"Assets/Blocks/Finish_3D.png", 64, 64, Look::Opaque});
+    all.push_back({"Assets/Characters/Default.png", 64, 64, Look::Opaque});
+    all.push_back({"Assets/Characters/Default_Sides.png", 64, 64, Look::Opaque});
+    all.push_back({"Assets/Characters/Default_32.png", 32, 32, Look::Opaque});
+    all.push_back({"Assets/Characters/Default_32_Sides.png", 32, 32, Look::Opaque});
+    all.push_back({"Assets/Characters/Default_16.png", 16, 16, Look::Opaque});
+    all.push_back({"Assets/Characters/Default_16_Sides.png", 16, 16, Look::Opaque});
+    all.push_back({"Assets/Characters/DefaultAnimation/Eye_32.png", 2, 4, Look::Any});
+    all.push_back({"Assets/Characters/DefaultAnimation/Eye_64.png", 6, 12, Look::Any});
+    all.push_back({"Assets/Icon.png", 64, 64, Look::Sprite});
+    for (const char* badge : {"Gold", "Silver", "Bronze", "Badge"}) {
+        all.push_back({std::string("Assets/Badges/") + badge + ".png", 32, 32, Look::Sprite});
+    }
+    for (const char* language : {"Dutch", "English", "French", "Norwegian"}) {
+        all.push_back({std::string("Assets/Lang/") + language + ".png", 48, 32, Look::Opaque});
+    }
+    all.push_back({"Assets/HUD/Panel.png", 256, 40, Look::Opaque});
+    all.push_back({"Assets/Menu/Lock.png", 16, 16, Look::Sprite});
+    all.push_back({"Assets/Menu/Official.png", 16, 16, Look::Sprite});
+    for (const char* button : {"Save", "Play", "MapSizeSmall", "MapSizeLarge", "Options", "LockedG",
+                               "UnlockedG", "EditableG", "NotEditableG", "Dice", "Clear", "Fill", "Copy"}) {
+        all.push_back({std::string("Assets/EditorGUI/") + button + ".png", 32, 32, Look::Any});
+        all.push_back({std::string("Assets/EditorGUI/") + button + "Hover.png", 32, 32, Look::Any});
+    }
+    for (const char* mark : {"Locked", "Unlocked", "Editable", "NotEditable", "Edited"}) {
+        all.push_back({std::string("Assets/EditorGUI/") + mark + ".png", 16, 16, Look::Sprite});
+    }
+    for (const char* command : {"Select", "Place", "EditName", "MapSizeLarge", "Locked", "Editable",
+                                "ResetScore", "Clear", "Save", "Play", "Fill", "Dice", "Copy", "Back"}) {
+        all.push_back(
+            {std::string("Assets/EditorGUI/DisplayControls/") + command + ".png", 24, 24, Look::Sprite});
+    }
+    return all;
+}
+
+struct Image {
+    bool ok = false;
+    int width = 0;
+    int height = 0;
+    std::vector<uint32_t> pixels;
+    uint32_t At(int x, int y) const { return pixels[size_t(y) * size_t(width) + size_t(x)] & 0xFFFFFF; }
+    bool Key(int x, int y) const { return At(x, y) == kKey; }
+    // Key pixels inside the rectangle.
+    int KeysIn(int x0, int y0, int w, int h) const {
+        int n = 0;
+        for (int y = y0; y < y0 + h; ++y) {
+            for (int x = x0; x < x0 + w; ++x) {
+                n += Key(x, y) ? 1 : 0;
+            }
+        }
+        return n;
+    }
+};
+
+// Loads through the game's own loader; a halt (missing or broken file) becomes a test failure.
+Image Load(const std::string& path) {
+    Image image;
+    MessageBoxCapture capture;
+    VePNGFile file;
+    try {
+        file.Load(std::string(QM_SOURCE_DIR) + "/" + path);
+    } catch (const HaltIntercepted& halt) {
+        ADD_FAILURE() << path << ": " << halt.title << ": " << halt.text;
+        return image;
+    }
+    image.ok = true;
+    image.width = file.width;
+    image.height = file.height;
+    image.pixels = file.pixels;
+    return image;
+}
+
+bool FileExists(const std::string& path) {
+    return std::filesystem::exists(std::string(QM_SOURCE_DIR) + "/" + path);
+}
+
+int Red(uint32_t c) {
+    return int((c >> 16) & 0xFF);
+}
+int Green(uint32_t c) {
+    return int((c >> 8) & 0xFF);
+}
+int Blue(uint32_t c) {
+    return int(c & 0xFF);
+}
+int Luma(uint32_t c) {
+    return (Red(c) * 299 + Green(c) * 587 + Blue(c) * 114) / 1000;
+}
+
+// Every file on disk that the game loads, fixed-size or not.
+std::vector<std::string> EveryImagePath() {
+    std::vector<std::string> paths;
+    for (const Expected& e : FixedImages()) {
+        paths.push_back(e.path);
+    }
+    for (int s : kSizes) {
+        paths.push_back(Sized("Assets/Blocks/Tileset_Forest", s));
+        paths.push_back(Sized("Assets/Decorations/Forest_Decorations", s));
+    }
+    paths.push_back("Assets/Logo.png");
+    for (int c = 0;
+         FileExists("Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_64.png"); ++c) {
+        for (int s : {32, 64}) {
+            std::string stem =
+                "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" + std::to_string(s);
+            paths.push_back(stem + ".png");
+            paths.push_back(stem + "_Sides.png");
+        }
+    }
+    return paths;
+}
+
+TEST(ArtTest, EveryImageTheGameLoadsExistsDecodesAndHasItsSize) {
+    for (const Expected& e : FixedImages()) {
+        SCOPED_TRACE(e.path);
+        Image image = Load(e.path);
+        if (!image.ok) {
+            continue;
+        }
+        EXPECT_EQ(image.width, e.width);
+        EXPECT_EQ(image.height, e.height);
+    }
+}
+
+TEST(ArtTest, SolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
+    for (const Expected& e : FixedImages()) {
+        SCOPED_TRACE(e.path);
+        Image image = Load(e.path);
+        if (!image.ok || image.width != e.width || image.height != e.height) {
+            continue;
+        }
+        int keys = image.KeysIn(0, 0, image.width, image.height);
+        if (e.look == Look::Opaque) {
+            EXPECT_EQ(keys, 0) << "a solid image has transparent pixels";
+        } else if (e.look == Look::Sprite) {
+            int w = image.width - 1;
+            int h = image.height - 1;
+            EXPECT_TRUE(image.Key(0, 0) && image.Key(w, 0) && image.Key(0, h) && image.Key(w, h))
+                << "the corners of a shaped image are not transparent";
+            EXPECT_LT(keys, image.width * image.height) << "nothing is drawn";
+            EXPECT_GT(image.width * image.height - keys, image.width * image.height / 8)
+                << "hardly anything is drawn";
+        }
+    }
+}
+
+TEST(ArtTest, NoPixelIsBlendedWithTheKeyAndThePaletteStaysSmall) {
+    std::set<uint32_t> colours;
+    for (const std::string& path : EveryImagePath()) {
+        SCOPED_TRACE(path);
+        Image image = Load(path);
+        int blended = 0;
+        for (uint32_t p : image.pixels) {
+            uint32_t c = p & 0xFFFFFF;
+            colours.insert(c);
+            // Anything near magenta that is not the key itself would be a fringe against the key.
+            if (c != kKey && Red(c) > 150 && Blue(c) > 150 && Green(c) < 90) {
+                ++blended;
+            }
+        }
+        EXPECT_EQ(blended, 0) << "pixels mixed with the key";
+    }
+    colours.erase(kKey);
+    colours.erase(kFinishColour);
+    EXPECT_LE(colours.size(), 40u) << "the images use more colours than the game's palette";
+}
+
+TEST(ArtTest, TilesetRowsAreWholeOpaqueBlocksWithSixFacesAndTheSameRowsAtEverySize) {
+    int rows16 = -1;
+    for (int s : kSizes) {
+        SCOPED_TRACE(s);
+        Image sheet = Load(Sized("Assets/Blocks/Tileset_Forest", s));
+        if (!sheet.ok) {
+            continue;
+        }
+        EXPECT_EQ(sheet.width, 6 * s) << "a row is one block: its front face and the six faces of its cube";
+        ASSERT_EQ(sheet.height % s, 0);
+        int rows = sheet.height / s;
+        EXPECT_GE(rows, 1);
+        EXPECT_LE(rows, 144) << "default block ids run from 6 to 149";
+        if (rows16 < 0) {
+            rows16 = rows;
+        }
+        EXPECT_EQ(rows, rows16) << "every size must offer the same blocks";
+        EXPECT_EQ(sheet.KeysIn(0, 0, sheet.width, sheet.height), 0) << "blocks are solid";
+    }
+}
+
+TEST(ArtTest, DecorationSheetsHoldTheSameShapedDecorationsAtEverySize) {
+    int count16 = -1;
+    for (int s : kSizes) {
+        SCOPED_TRACE(s);
+        Image sheet = Load(Sized("Assets/Decorations/Forest_Decorations", s));
+        if (!sheet.ok) {
+            continue;
+        }
+        ASSERT_EQ(sheet.width % s, 0);
+        ASSERT_EQ(sheet.height % s, 0);
+        int count = (sheet.width / s) * (sheet.height / s);
+        EXPECT_LE(count, 96) << "decoration ids run from 150 to 245";
+        if (count16 < 0) {
+            count16 = count;
+        }
+        EXPECT_EQ(count, count16);
+        for (int t = 0; t < count; ++t) {
+            int x0 = (t % (sheet.width / s)) * s;
+            int y0 = (t / (sheet.width / s)) * s;
+            int keys = sheet.KeysIn(x0, y0, s, s);
+            EXPECT_GT(keys, s * s / 4) << "decoration " << t << " would look like a wall";
+            EXPECT_LT(keys, s * s - s) << "decoration " << t << " is (nearly) empty";
+        }
+    }
+}
+
+TEST(ArtTest, FinishCarriesTheCyclingColourAndNoOtherColourOnItsPath) {
+    std::vector<std::string> paths = {"Assets/Blocks/Finish_3D.png"};
+    for (int s : kSizes) {
+        paths.push_back(Sized("Assets/Blocks/Finish", s));
+    }
+    for (const std::string& path : paths) {
+        SCOPED_TRACE(path);
+        Image image = Load(path);
+        int marked = 0;
+        for (uint32_t p : image.pixels) {
+            uint32_t c = p & 0xFFFFFF;
+            if (c == kFinishColour) {
+                ++marked;
+                continue;
+            }
+            // The cycle passes only through colours with one channel full and another empty; a pixel
+            // of such a colour would be repainted by mistake when the cycle reaches it.
+            int hi = std::max({Red(c), Green(c), Blue(c)});
+            int lo = std::min({Red(c), Green(c), Blue(c)});
+            if (c != kKey) {
+                EXPECT_FALSE(hi >= 0xFE && lo == 0) << std::hex << "colour 0x" << c << " lies on the cycle";
+            }
+        }
+        EXPECT_GT(marked, int(image.pixels.size()) / 10) << "too little of the finish changes colour";
+    }
+}
+
+TEST(ArtTest, RedGateIsRedBarsWithGapsBetweenThem) {
+    for (int s : kSizes) {
+        SCOPED_TRACE(s);
+        Image gate = Load(Sized("Assets/Gates/Red", s));
+        if (!gate.ok) {
+            continue;
+        }
+        int keys = gate.KeysIn(0, 0, s, s);
+        EXPECT_GT(keys, s * s / 5) << "no gaps between the bars";
+        int red = 0;
+        for (uint32_t p : gate.pixels) {
+            uint32_t c = p & 0xFFFFFF;
+            red += (c != kKey && Red(c) > Green(c) + Blue(c)) ? 1 : 0;
+        }
+        EXPECT_GT(red, (s * s - keys) * 8 / 10) << "the gate is not in the key's red";
+        // The bars reach from the top to the bottom: the middle column of some bar is drawn on every row.
+        bool barFound = false;
+        for (int x = 0; x < s && !barFound; ++x) {
+            barFound = gate.KeysIn(x, 0, 1, s) == 0;
+        }
+        EXPECT_TRUE(barFound);
+    }
+}
+
+TEST(ArtTest, ColouredBlocksAreMostlyTheirBlockColour) {
+    const std::pair<const char*, uint32_t> blocks[5] = {{"Orange", 0xE99209},
+                                                        {"Blue", 0x1678D6},
+                                                        {"Green", 0x1ADE0C},
+                                                        {"Yellow", 0xE6D514},
+                                                        {"Red", 0xE1120C}};
+    for (int s : kSizes) {
+        for (const auto& [name, colour] : blocks) {
+            SCOPED_TRACE(Sized(name, s));
+            Image block = Load(Sized(std::string("Assets/Blocks/") + name, s));
+            int count = int(std::count_if(block.pixels.begin(), block.pixels.end(),
+                                          [&](uint32_t p) { return (p & 0xFFFFFF) == colour; }));
+            EXPECT_GT(count, s * s / 3);
+        }
+    }
+}
+
+struct EyePlaces {
+    int size, leftX, rightX, y, shift;
+};
+
+// Where the race draws the eye image on a racer of each size, and how far it shifts it.
+const EyePlaces kEyes[2] = {{32, 8, 22, 10, 1}, {64, 16, 42, 20, 3}};
+
+int CharacterCount() {
+    int count = 0;
+    while (FileExists("Assets/Characters/DefaultAnimation/Character" + std::to_string(count) + "_64.png")) {
+        ++count;
+    }
+    return count;
+}
+
+TEST(ArtTest, AtLeastFourCharactersAtBothRacerSizesWithTheirSides) {
+    int count = CharacterCount();
+    EXPECT_GE(count, 4);
+    for (int c = 0; c < count; ++c) {
+        for (const EyePlaces& e : kEyes) {
+            std::string stem = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
+                               std::to_string(e.size);
+            SCOPED_TRACE(stem);
+            Image strip = Load(stem + ".png");
+            Image sides = Load(stem + "_Sides.png");
+            if (!strip.ok || !sides.ok) {
+                continue;
+            }
+            EXPECT_EQ(strip.height, e.size);
+            EXPECT_EQ(strip.width % e.size, 0);
+            EXPECT_GE(strip.width / e.size, 2) << "a blink needs at least an open and a closed frame";
+            EXPECT_EQ(sides.width, e.size);
+            EXPECT_EQ(sides.height, e.size);
+            EXPECT_EQ(sides.KeysIn(0, 0, e.size, e.size), 0) << "the cube's sides are solid";
+        }
+    }
+}
+
+TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
+    for (const EyePlaces& e : kEyes) {
+        Image eye = Load("Assets/Characters/DefaultAnimation/Eye_" + std::to_string(e.size) + ".png");
+        if (!eye.ok) {
+            continue;
+        }
+        // The two eye places are mirror images about the racer's middle.
+        EXPECT_EQ(e.leftX + e.rightX + eye.width, e.size);
+        int zoneW = eye.width + 2 * e.shift;
+        int zoneH = eye.height + 2 * e.shift;
+        for (int c = 0; c < CharacterCount(); ++c) {
+            std::string path = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
+                               std::to_string(e.size) + ".png";
+            SCOPED_TRACE(path);
+            Image strip = Load(path);
+            if (!strip.ok || strip.height != e.size || strip.width < 2 * e.size) {
+                continue;
+            }
+            int frames = strip.width / e.size;
+            for (int f = 0; f < frames; ++f) {
+                int x0 = f * e.size;
+                int s = e.size;
+                EXPECT_EQ(strip.KeysIn(x0, 0, s, 1) + strip.KeysIn(x0, s - 1, s, 1) +
+                              strip.KeysIn(x0, 0, 1, s) + strip.KeysIn(x0 + s - 1, 0, 1, s),
+                          0)
+                    << "frame " << f << " does not keep the square's edge";
+            }
+            for (int x : {e.leftX, e.rightX}) {
+                int zx = x - e.shift;
+                int zy = e.y - e.shift;
+                EXPECT_EQ(strip.KeysIn(zx, zy, zoneW, zoneH), zoneW * zoneH)
+                    << "frame 0 covers an eye wherever the racer looks";
+                int last = (frames - 1) * e.size;
+                EXPECT_LT(strip.KeysIn(last + zx, zy, zoneW, zoneH), zoneW * zoneH / 2)
+                    << "the last frame does not close the eye";
+            }
+        }
+    }
+}
+
+TEST(ArtTest, BackgroundsAreCalmAndDoNotCompeteWithTheBlocks) {
+    for (int s : kSizes) {
+        SCOPED_TRACE(s);
+        Image bg = Load(Sized("Assets/Background", s));
+        if (!bg.ok) {
+            continue;
+        }
+        int lo = 255;
+        int hi = 0;
+        for (uint32_t p : bg.pixels) {
+            lo = std::min(lo, Luma(p & 0xFFFFFF));
+            hi = std::max(hi, Luma(p & 0xFFFFFF));
+            int saturation = std::max({Red(p), Green(p), Blue(p)}) - std::min({Red(p), Green(p), Blue(p)});
+            EXPECT_LT(saturation, 80) << "a background colour is too vivid";
+        }
+        EXPECT_LT(hi - lo, 48) << "the background's contrast is too high";
+    }
+}
+
+TEST(ArtTest, EditorHoverButtonsDifferFromTheirNormalButtons) {
+    for (const char* button : {"Save", "Play", "MapSizeSmall", "MapSizeLarge", "Options", "LockedG",
+                               "UnlockedG", "EditableG", "NotEditableG", "Dice", "Clear", "Fill", "Copy"}) {
+        SCOPED_TRACE(button);
+        Image normal = Load(std::string("Assets/EditorGUI/") + button + ".png");
+        Image hover = Load(std::string("Assets/EditorGUI/") + button + "Hover.png");
+        EXPECT_NE(normal.pixels, hover.pixels);
+    }
+}
+
+TEST(ArtTest, LogoFitsTheScreenAboveTheMenuButtons) {
+    Image logo = Load("Assets/Logo.png");
+    if (!logo.ok) {
+        return;
+    }
+    EXPECT_LE(logo.width, 640) << "the menus centre the logo on a 640-pixel screen";
+    EXPECT_GE(logo.width, 320) << "the logo should read across the screen";
+    EXPECT_LE(logo.height, 140);
+    EXPECT_TRUE(logo.Key(0, 0) && logo.Key(logo.width - 1, logo.height - 1))
+        << "the logo is drawn over the menu";
+}
+
+} // namespace

@@ -12,7 +12,9 @@
 // the sum from clipping: its divisor follows a loud peak at once and falls back by at most 0.01
 // per mixed channel.
 //
-// Without any sound device the manager still loads, plays and stops channels; nobody hears them.
+// The system's output falls back to a silent device when no sound device can be opened, so channels
+// still start, end and stop on time. With no output at all (Open failed), sounds still load but Play
+// hands out empty handles.
 // Bad or missing wave files, and playing a name that was never loaded, halt with a message.
 #include "Audio/VeAudioChannel.h"
 #include "Audio/VeAudioOutput.h"

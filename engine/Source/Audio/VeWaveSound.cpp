@@ -79,7 +79,9 @@ std::unique_ptr<VeWaveSound> VeWaveSound::Load(const std::string& path, float vo
     }
     const bool mono = sound->channels == 1;
     sound->samples.resize(mono ? sampleCount * 2 : sampleCount);
-    std::memcpy(sound->samples.data(), bytes.data() + dataStart, sampleCount * 2);
+    if (sampleCount > 0) {
+        std::memcpy(sound->samples.data(), bytes.data() + dataStart, sampleCount * 2);
+    }
     if (debug) {
         Log("Loading WAV file \"%s\"..", path.c_str());
     }

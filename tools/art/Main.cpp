@@ -12,6 +12,7 @@
 #include "MenuArt.h"
 #include "PickupArt.h"
 #include "PngWriter.h"
+#include "ScenePreview.h"
 #include "TilesetArt.h"
 
 #include <cstdio>
@@ -37,6 +38,7 @@ int main(int argc, char** argv) {
         BackgroundArt::Paint(set);
         MenuArt::Paint(set);
         EditorArt::Paint(set);
+        ScenePreview::Paint(set);
 
         int changed = set.WriteAll(root);
         bool sheetChanged = false;

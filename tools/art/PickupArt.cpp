@@ -30,13 +30,17 @@ void Sparkles(ArtImage& image, int size, const float (*points)[2], int count) {
 
 ArtImage PickupArt::SuperJump(int size) {
     ArtImage result(size, size);
+    // The spring: a zigzag of wire between two plates, the back strokes darker than the front.
     Layer coil(size);
-    // Three slanted turns of wire, lit on the front.
-    for (int i = 0; i < 3; ++i) {
-        float y = 0.62f + i * 0.085f;
-        coil.Line(0.30f, y, 0.70f, y + 0.06f, 1.2f, P::S3);
-        coil.Line(0.70f, y + 0.06f, 0.68f, y + 0.075f, 1.0f, P::S2);
+    const int strokes = 4;
+    for (int i = 0; i < strokes; ++i) {
+        float y0 = 0.61f + i * 0.25f / strokes;
+        float y1 = y0 + 0.25f / strokes;
+        bool front = i % 2 == 0;
+        coil.Line(front ? 0.30f : 0.70f, y0, front ? 0.70f : 0.30f, y1, size >= 64 ? 0.75f : 1.0f,
+                  front ? P::S3 : P::S1);
     }
+    Shading::OutlineOwnHue(coil.image);
     result.Blit(coil.image, 0, 0);
     Layer plates(size);
     plates.Rect(0.22f, 0.52f, 0.56f, 0.09f, P::G2);

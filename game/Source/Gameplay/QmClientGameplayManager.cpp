@@ -77,6 +77,7 @@ void QmClientGameplayManager::Update(float dt) {
     frameTime = dt;
     const int64_t now = GetTimeMs();
     ArPlayer* racer = Racer();
+    drawer.BeginFrame();
 
     // 1. A quarter-second fade-in.
     fade -= dt * 4.0f;

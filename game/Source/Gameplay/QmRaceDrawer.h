@@ -16,6 +16,9 @@ public:
 
     virtual ~QmRaceDrawer() = default;
 
+    // The race's drawing for a frame begins (before anything else of the race is drawn).
+    virtual void BeginFrame() {}
+
     // The screen's fade multiplier (0 black, 1 full picture).
     virtual void SetFade(float /*multiplier*/) {}
     // Turns the frame image by 180 degrees (the flip pickup).

@@ -7,6 +7,7 @@
 #include "Platform/VeMessageBox.h"
 
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -25,6 +26,24 @@ constexpr std::array<StoredKey, 8> kStored = {{
     {QmOptions::kAnimatedMenuBackground, false},
     {QmOptions::kAutoUpdates, false},
 }};
+
+// Every key with its value before the file is read. The shadows follow the 3D graphics once a file
+// has been read.
+constexpr std::array<std::pair<const char*, const char*>, 13> kDefaults = {{
+    {QmOptions::kLanguage, "English"},
+    {QmOptions::kFullscreen, "0"},
+    {QmOptions::kMusic, "1"},
+    {QmOptions::kUsername, ""},
+    {QmOptions::kPassword, ""},
+    {QmOptions::kFps, "0"},
+    {QmOptions::kVsync, "1"},
+    {QmOptions::kHud, "1"},
+    {QmOptions::kUi, "1"},
+    {QmOptions::k3DGraphics, "1"},
+    {QmOptions::kAnimatedMenuBackground, "1"},
+    {QmOptions::kAutoUpdates, "1"},
+    {QmOptions::kShadowsEnabled, "0"},
+}};
 } // namespace
 
 QmOptions::QmOptions() {
@@ -36,19 +55,9 @@ std::string QmOptions::FilePath() {
 }
 
 void QmOptions::SetDefaults() {
-    values[kLanguage] = "English";
-    values[kFullscreen] = "0";
-    values[kMusic] = "1";
-    values[kUsername] = "";
-    values[kPassword] = "";
-    values[kFps] = "0";
-    values[kVsync] = "1";
-    values[kHud] = "1";
-    values[kUi] = "1";
-    values[k3DGraphics] = "1";
-    values[kAnimatedMenuBackground] = "1";
-    values[kAutoUpdates] = "1";
-    values[kShadowsEnabled] = "0";
+    for (const auto& [key, value] : kDefaults) {
+        values[key] = std::string(value);
+    }
 }
 
 void QmOptions::LoadOptions() {
@@ -63,9 +72,9 @@ void QmOptions::LoadOptions() {
     }
     if (!QmLanguage::IsLanguage(values[kLanguage])) {
         Log("Unknown language \"%s\" in the options: using English.\n", values[kLanguage].c_str());
-        values[kLanguage] = "English";
+        values[kLanguage] = std::string("English");
     }
-    values[kShadowsEnabled] = IsOn(k3DGraphics) ? "1" : "0";
+    SetOn(kShadowsEnabled, IsOn(k3DGraphics));
 }
 
 bool QmOptions::SaveOptions() {
@@ -98,5 +107,5 @@ bool QmOptions::IsOn(const std::string& key) const {
 }
 
 void QmOptions::SetOn(const std::string& key, bool on) {
-    values[key] = on ? "1" : "0";
+    values[key] = std::string(on ? "1" : "0");
 }

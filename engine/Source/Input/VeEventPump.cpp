@@ -50,6 +50,9 @@ void VeEventPump::Pump(uint8_t (&down)[kKeyCount]) {
         case VeInputEvent::WindowActivated:
             input->Reset();
             break;
+        case VeInputEvent::WindowResized:
+            input->RefreshViewport();
+            break;
         default:
             break;
         }

@@ -4,6 +4,7 @@
 #include "Input/VeSdlGamePadSource.h"
 #include "Input/VeSdlInputSource.h"
 #include "Platform/VeTime.h"
+#include "Screen/VeScreen.h"
 
 #include <cstring>
 
@@ -15,6 +16,13 @@ VeInput::VeInput(VeScreen* owner) : VeInput(owner, std::make_unique<VeSdlInputSo
     if (GamePad::Instance() == nullptr) {
         ownedPad = std::make_unique<GamePad>(std::make_unique<VeSdlGamePadSource>());
     }
+    if (screen != nullptr) {
+        RefreshViewport();
+        screen->SetViewportListener([this](const VeViewportMapping& mapping) {
+            SetViewport(mapping.x, mapping.y, mapping.scaleX, mapping.scaleY);
+        });
+        followsScreen = true;
+    }
 }
 
 VeInput::VeInput(VeScreen* owner, std::unique_ptr<VeInputSource> source)
@@ -24,6 +32,9 @@ VeInput::VeInput(VeScreen* owner, std::unique_ptr<VeInputSource> source)
 }
 
 VeInput::~VeInput() {
+    if (followsScreen) {
+        screen->SetViewportListener(nullptr);
+    }
     if (currentInput == this) {
         currentInput = nullptr;
     }
@@ -31,6 +42,13 @@ VeInput::~VeInput() {
 
 VeInput* VeInput::Current() {
     return currentInput;
+}
+
+void VeInput::RefreshViewport() {
+    if (screen != nullptr) {
+        const VeViewportMapping mapping = screen->GetViewportMapping();
+        SetViewport(mapping.x, mapping.y, mapping.scaleX, mapping.scaleY);
+    }
 }
 
 int VeInput::MapToLogical(int raw, float scale, int offset) {

@@ -17,7 +17,8 @@ class GamePad;
 
 class VeInput {
 public:
-    // Reads the system's devices and owns the process's game pad reader (when none exists yet).
+    // Reads the system's devices and owns the process's game pad reader (when none exists yet);
+    // follows the screen's letterboxing when a screen is given.
     explicit VeInput(VeScreen* screen);
     // Reads the given source; no game pad is made (tests, tools).
     VeInput(VeScreen* screen, std::unique_ptr<VeInputSource> source);
@@ -40,6 +41,8 @@ public:
         scaleX = newScaleX > 0.0f ? newScaleX : 1.0f;
         scaleY = newScaleY > 0.0f ? newScaleY : 1.0f;
     }
+    // Reads where the drawing area lies from the screen (after the window changed), if there is one.
+    void RefreshViewport();
     // A raw window coordinate in logical pixels, computed in single precision and truncated.
     static int MapToLogical(int raw, float scale, int offset);
     // True when the system or the window's close button asked the program to end.
@@ -74,4 +77,5 @@ private:
     void UpdateKeys(const uint8_t (&down)[kKeyCount]);
 
     std::unique_ptr<GamePad> ownedPad;
+    bool followsScreen = false;
 };

@@ -212,20 +212,25 @@ void VeText::DrawOnto(VeSurface& target, int32_t x, int32_t y, bool centreX, flo
     }
     const int32_t targetRow = target.RowLength();
     uint32_t* out = target.Pixels();
-    // The ink as a mask with a one-pixel margin all round, so the rim test needs no bounds checks.
-    const int32_t maskRow = w + 2;
-    std::vector<uint8_t> mask(static_cast<size_t>(maskRow) * static_cast<size_t>(h + 2), 0);
+    // The ink as a mask with a two-pixel margin all round, so the rim test of every visited pixel
+    // (the text and one pixel around it) reads inside the mask.
+    constexpr int32_t kMargin = 2;
+    const int32_t maskRow = w + 2 * kMargin;
+    std::vector<uint8_t> mask(static_cast<size_t>(maskRow) * static_cast<size_t>(h + 2 * kMargin), 0);
+    auto maskLine = [&](int32_t sy) {
+        return mask.data() + static_cast<ptrdiff_t>(maskRow) * (sy + kMargin) + kMargin;
+    };
     for (int32_t sy = 0; sy < h; ++sy) {
         const uint32_t* source = pixels + static_cast<ptrdiff_t>(row) * sy;
-        uint8_t* line = mask.data() + static_cast<ptrdiff_t>(maskRow) * (sy + 1) + 1;
+        uint8_t* line = maskLine(sy);
         for (int32_t sx = 0; sx < w; ++sx) {
             line[sx] = source[sx] != kColourKey ? 1 : 0;
         }
     }
     for (int32_t sy = top; sy < bottom; ++sy) {
-        const uint8_t* above = mask.data() + static_cast<ptrdiff_t>(maskRow) * sy + 1;
-        const uint8_t* here = above + maskRow;
-        const uint8_t* below = here + maskRow;
+        const uint8_t* above = maskLine(sy - 1);
+        const uint8_t* here = maskLine(sy);
+        const uint8_t* below = maskLine(sy + 1);
         uint32_t* targetLine = out + static_cast<ptrdiff_t>(targetRow) * (y + sy) + x;
         for (int32_t sx = left; sx < right; ++sx) {
             uint32_t colour = 0;
@@ -250,4 +255,14 @@ void VeText::DrawString(VeSurface& target, const std::string& string, int32_t x,
                         const VeTextStyle& textStyle, bool centreX, float alpha, uint32_t outlineColour) {
     VeText text(string, &textStyle);
     text.DrawOnto(target, x, y, centreX, alpha, outlineColour);
+}
+
+void VeText::DrawFpsText(VeSurface& overlay, const VeFpsText& fps) {
+    VeTextStyle style;
+    style.Size(fps.size)
+        .Colour(fps.colour)
+        .Weight(fps.weight)
+        .LetterSpacing(fps.letterSpacing)
+        .SmallLetters(false);
+    DrawString(overlay, fps.text, fps.centreX, fps.top, style, true, fps.alpha, fps.secondColour);
 }

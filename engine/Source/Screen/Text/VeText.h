@@ -10,6 +10,7 @@
 // LineHeight; no spacing follows the last character or line.
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
+#include "Screen/VeFpsText.h"
 
 #include <string>
 #include <vector>
@@ -47,6 +48,9 @@ public:
     static void DrawString(VeSurface& target, const std::string& text, int32_t x, int32_t y,
                            const VeTextStyle& style, bool centreX = false, float alpha = 1.0f,
                            uint32_t outlineColour = kColourKey);
+    // The screen's frame-rate display: capitals and digits in the asked style, centred, with the
+    // second colour as the outline. Plug it in with VeScreen::SetFpsTextDrawer.
+    static void DrawFpsText(VeSurface& overlay, const VeFpsText& fps);
 
     VeSurface surface;
     VeTextStyle style;

@@ -2,7 +2,11 @@
 
 #include "Screen/Text/VeGlyphs.h"
 
+#include "Platform/VeLog.h"
+#include "Screen/VeScreen.h"
 #include "Support/HaltCapture.h"
+
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -394,4 +398,51 @@ TEST(VeTextTest, DrawsOntoSurfacesCentredAndOutlined) {
     // Off the edges: clipped, nothing else touched.
     VeText::DrawString(outlined, "WIDE TEXT", -20, 17, style, false, 1.0f, 0x000000);
     EXPECT_EQ(outlined.GetXY(39, 0), 0x101010u);
+}
+
+TEST(VeTextTest, FrameRateDisplayIsDrawnByTheScreen) {
+    const std::filesystem::path previousFolder = std::filesystem::current_path();
+    std::filesystem::current_path(QM_SOURCE_DIR);
+    const VeLogSink previousSink = SetLogSink([](const std::string&) {});
+    VeScreen::ForceSoftwarePath(true);
+    {
+        VeScreen screen(640, 640, false, false, true, "", "");
+        screen.SetFramePacing(false);
+        screen.SetFrameCapture(true);
+        screen.SetFpsTextDrawer(&VeText::DrawFpsText);
+        screen.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x000000}, 1.0f / 60.0f);
+        screen.overlay.Fill(0x404040);
+        screen.PrepareFrame();
+        screen.Present(1.0f / 60.0f);
+        std::vector<uint32_t> frame;
+        int32_t width = 0;
+        int32_t height = 0;
+        ASSERT_TRUE(screen.ReadLastFrame(frame, width, height));
+        ASSERT_EQ(width, 640);
+        // The text at size 4, weight 4: cells of 21 pixels less one spacing, 20 high, centred on
+        // x 320 with its top at y 10, in the colour of the synchronisation state inside a black rim.
+        const std::string shown =
+            std::string(screen.vsync ? "VSYNC + " : "") + "FPS: " + std::to_string(screen.frameRate.fps);
+        const uint32_t colour = screen.vsync ? 0x00FF00 : 0xFF0000;
+        const int32_t textWidth = static_cast<int32_t>(shown.size()) * 21 - 1;
+        const int32_t left = 320 - textWidth / 2;
+        int red = 0;
+        int black = 0;
+        int outside = 0;
+        for (int32_t y = 0; y < 60; ++y) {
+            for (int32_t x = 0; x < 640; ++x) {
+                const uint32_t pixel = frame[static_cast<size_t>(y * width + x)] & 0xFFFFFF;
+                const bool inBox = x >= left - 1 && x <= left + textWidth && y >= 9 && y <= 30;
+                red += pixel == colour ? 1 : 0;
+                black += pixel == 0x000000 ? 1 : 0;
+                outside += (pixel != 0x404040 && !inBox) ? 1 : 0;
+            }
+        }
+        EXPECT_GT(red, 300);
+        EXPECT_GT(black, 100);
+        EXPECT_EQ(outside, 0);
+    }
+    VeScreen::ForceSoftwarePath(false);
+    SetLogSink(previousSink);
+    std::filesystem::current_path(previousFolder);
 }

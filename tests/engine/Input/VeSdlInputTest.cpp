@@ -1,0 +1,109 @@
+#include "Input/VeInput.h"
+
+#include "Input/GamePad.h"
+#include "Platform/VeLog.h"
+#include "Screen/VeScreen.h"
+
+#include <SDL.h>
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+// The input state on a real window: the system's event queue, the mouse mapped through the
+// screen's letterboxing, and the process's game pad reader.
+namespace {
+class VeSdlInputTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        previousFolder = std::filesystem::current_path();
+        std::filesystem::current_path(QM_SOURCE_DIR);
+        previousSink = SetLogSink([](const std::string&) {});
+        VeScreen::ForceSoftwarePath(true);
+        screen = std::make_unique<VeScreen>(640, 640, false, false, true, "", "");
+        screen->SetFramePacing(false);
+        input = std::make_unique<VeInput>(screen.get());
+        screen->input = input.get();
+    }
+    void TearDown() override {
+        input.reset();
+        screen.reset();
+        VeScreen::ForceSoftwarePath(false);
+        SetLogSink(previousSink);
+        std::filesystem::current_path(previousFolder);
+    }
+
+    void Push(Uint32 type, Uint8 windowEvent = 0, Sint32 wheelY = 0) {
+        SDL_Event event{};
+        event.type = type;
+        event.common.timestamp = SDL_GetTicks();
+        if (type == SDL_WINDOWEVENT) {
+            event.window.windowID = SDL_GetWindowID(screen->window);
+            event.window.event = windowEvent;
+        } else if (type == SDL_MOUSEWHEEL) {
+            event.wheel.windowID = SDL_GetWindowID(screen->window);
+            event.wheel.y = wheelY;
+            event.wheel.direction = SDL_MOUSEWHEEL_NORMAL;
+        }
+        ASSERT_EQ(SDL_PushEvent(&event), 1);
+    }
+
+    std::unique_ptr<VeScreen> screen;
+    std::unique_ptr<VeInput> input;
+
+private:
+    std::filesystem::path previousFolder;
+    VeLogSink previousSink;
+};
+} // namespace
+
+TEST_F(VeSdlInputTest, EventsFromTheSystemQueueReachTheState) {
+    EXPECT_EQ(VeInput::Current(), input.get());
+    EXPECT_NE(GamePad::Instance(), nullptr);
+    input->Update();
+    input->ClearPressed();
+
+    Push(SDL_MOUSEWHEEL, 0, -1);
+    input->Update();
+    EXPECT_TRUE(input->mousePressed[kMouseWheelDown]);
+    input->ClearPressed();
+
+    std::vector<VeInputEvent::Kind> heard;
+    input->pump->listener = [&heard](const VeInputEvent& event) { heard.push_back(event.kind); };
+    Push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_LEAVE);
+    Push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_ENTER);
+    input->pendingPressed[VeKey::F10] = 1;
+    Push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_FOCUS_GAINED);
+    Push(SDL_QUIT);
+    input->Update();
+    EXPECT_TRUE(input->QuitRequested());
+    // The activation forgot the injected press.
+    EXPECT_FALSE(input->pressed[VeKey::F10]);
+    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::MouseLeft), heard.end());
+    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::WindowActivated), heard.end());
+    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::Quit), heard.end());
+}
+
+TEST_F(VeSdlInputTest, PointerFollowsTheLetterboxOfTheWindow) {
+    // Windowed at its own size: one window pixel per logical pixel.
+    EXPECT_EQ(input->offsetX, 0);
+    EXPECT_EQ(input->offsetY, 0);
+    EXPECT_FLOAT_EQ(input->scaleX, 1.0f);
+    SDL_WarpMouseInWindow(screen->window, 200, 300);
+    input->Update();
+    EXPECT_EQ(input->mouseX, 200);
+    EXPECT_EQ(input->mouseY, 300);
+
+    // Full screen on a wider display: the screen tells the input where the drawing area went.
+    screen->SetFullscreen(true, input.get());
+    const VeViewportMapping mapping = screen->GetViewportMapping();
+    EXPECT_EQ(input->offsetX, mapping.x);
+    EXPECT_EQ(input->offsetY, mapping.y);
+    EXPECT_FLOAT_EQ(input->scaleX, mapping.scaleX);
+    const int rawX = static_cast<int>((320.0f + static_cast<float>(mapping.x)) * mapping.scaleX);
+    const int rawY = static_cast<int>((320.0f + static_cast<float>(mapping.y)) * mapping.scaleY);
+    SDL_WarpMouseInWindow(screen->window, rawX, rawY);
+    input->Update();
+    EXPECT_NEAR(input->mouseX, 320, 1);
+    EXPECT_NEAR(input->mouseY, 320, 1);
+    screen->SetFullscreen(false, input.get());
+}

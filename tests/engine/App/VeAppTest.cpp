@@ -1,0 +1,160 @@
+#include "App/VeApp.h"
+
+#include "App/VeRegistry.h"
+#include "Input/VeInput.h"
+#include "Platform/VeLog.h"
+#include "Screen/VeScreen.h"
+#include "Support/TempUserData.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+class TestApp : public VeApp {
+public:
+    void CreateManagers() override { managersCreated = true; }
+    void Frame() override {
+        ++frames;
+        if (frames == quitAfter) {
+            quitRequested = true;
+        }
+    }
+    bool managersCreated = false;
+    int frames = 0;
+    int quitAfter = 3;
+};
+
+// Collects the log lines of the engine's start-up and shutdown (other lines are left out).
+class ProgressLog {
+public:
+    ProgressLog() {
+        previous = SetLogSink([this](const std::string& text) {
+            static const std::vector<std::string> progress = {
+                "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
+                "Creating Console..\n",
+                "Initializing Timer..\n",
+                "Creating Screen..\n",
+                "Initializing Input..\n",
+                "Initializing Audio..\n",
+                "Shutting down Audio..\n",
+                "Shutting down Input..\n",
+                "Shutting down Screen..\n",
+                "Shutting down Console..\n",
+                "Shutting down Registry..\n",
+            };
+            for (const std::string& line : progress) {
+                if (text == line) {
+                    lines.push_back(text);
+                }
+            }
+        });
+    }
+    ~ProgressLog() { SetLogSink(previous); }
+    std::vector<std::string> lines;
+
+private:
+    VeLogSink previous;
+};
+
+void Settings(VeRegistry& registry, int console, int timer, int screen, int input, int audio, int debugInfo) {
+    registry.SetInt("VE_USE_CONSOLE", console);
+    registry.SetInt("VE_USE_TIMER", timer);
+    registry.SetInt("VE_USE_SCREEN", screen);
+    registry.SetInt("VE_USE_INPUT", input);
+    registry.SetInt("VE_USE_AUDIO", audio);
+    registry.SetInt("VE_DEBUG_INFO", debugInfo);
+}
+} // namespace
+
+TEST(VeAppTest, StartsAndStopsOnlyTheSwitchedOnServicesWithTheirLines) {
+    ProgressLog log;
+    {
+        TestApp app;
+        EXPECT_EQ(VeApp::Current(), &app);
+        Settings(*app.registry, 1, 1, 0, 1, 2, 1); // input without a screen, audio set to 2: neither
+        app.Init();
+        EXPECT_NE(app.console, nullptr);
+        EXPECT_EQ(app.screen, nullptr);
+        EXPECT_EQ(app.input, nullptr);
+        EXPECT_EQ(app.audio, nullptr);
+        EXPECT_FALSE(app.ShouldQuit()); // no input manager to ask
+        app.Shutdown();
+        EXPECT_EQ(app.registry, nullptr);
+        EXPECT_EQ(app.console, nullptr);
+        app.Shutdown(); // runs once: the destructor's call adds nothing either
+    }
+    EXPECT_EQ(VeApp::Current(), nullptr);
+    EXPECT_EQ(log.lines, (std::vector<std::string>{
+                             "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
+                             "Creating Console..\n",
+                             "Initializing Timer..\n",
+                             "Shutting down Input..\n", // switched on, though nothing was made
+                             "Shutting down Console..\n",
+                             "Shutting down Registry..\n",
+                         }));
+}
+
+TEST(VeAppTest, WithoutDebugInfoOnlyTheFingerprintIsPrinted) {
+    ProgressLog log;
+    {
+        TestApp app;
+        Settings(*app.registry, 1, 1, 0, 0, 0, 2);
+        app.Init();
+    } // the destructor stops the services
+    EXPECT_EQ(log.lines, (std::vector<std::string>{"App Fingerprint: [PRJ0019::VELNOS::v1.0]\n"}));
+}
+
+TEST(VeAppTest, RunLoopsUntilQuitAndClearsAnEarlierQuitRequest) {
+    TestApp app;
+    Settings(*app.registry, 0, 0, 0, 0, 0, 0);
+    app.quitRequested = true; // Init starts afresh
+    app.Run();
+    EXPECT_TRUE(app.managersCreated);
+    EXPECT_EQ(app.frames, 3);
+    EXPECT_TRUE(app.ShouldQuit());
+}
+
+// Needs a display (the tests run under Xvfb) and SDL's dummy audio driver.
+TEST(VeAppTest, FullStartUpConnectsScreenInputAndAudio) {
+    TempUserData userData;
+    ProgressLog log;
+    {
+        TestApp app;
+        app.windowWidth = 640;
+        app.windowHeight = 640;
+        Settings(*app.registry, 0, 1, 1, 1, 1, 1);
+        app.registry->SetString("VE_ERROR_MESSAGE_SUFFIX", "\n\nSuffix.");
+        app.Init();
+        ASSERT_NE(app.screen, nullptr);
+        ASSERT_NE(app.input, nullptr);
+        ASSERT_NE(app.audio, nullptr);
+        EXPECT_EQ(app.screen->input, app.input);
+        EXPECT_EQ(app.screen->width, 640);
+        EXPECT_EQ(app.screen->errorSuffix, "\n\nSuffix.");
+
+        // The window's close button reaches ShouldQuit through the input manager.
+        EXPECT_FALSE(app.ShouldQuit());
+        SDL_Event quit{};
+        quit.type = SDL_QUIT;
+        SDL_PushEvent(&quit);
+        app.input->Update();
+        EXPECT_TRUE(app.ShouldQuit());
+        app.registry->SetInt("VE_USE_INPUT", 0); // only read while input is switched on
+        EXPECT_FALSE(app.ShouldQuit());
+        app.registry->SetInt("VE_USE_INPUT", 1);
+    }
+    EXPECT_EQ(log.lines, (std::vector<std::string>{
+                             "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
+                             "Initializing Timer..\n",
+                             "Creating Screen..\n",
+                             "Initializing Input..\n",
+                             "Initializing Audio..\n",
+                             "Shutting down Audio..\n",
+                             "Shutting down Input..\n",
+                             "Shutting down Screen..\n",
+                             "Shutting down Registry..\n",
+                         }));
+}

@@ -1,0 +1,43 @@
+#include "Coordinator/QmSharedSounds.h"
+
+#include "Audio/VeAudioManager.h"
+
+const std::array<QmSharedSounds::Entry, QmSharedSounds::kCount>& QmSharedSounds::Table() {
+    static const std::array<Entry, kCount> table{{
+        {"Countdown", "Audio/Countdown.wav", 0.32f},
+        {"Finish", "Audio/Finish.wav", 1.0f},
+        {"Hit", "Audio/Hit.wav", 0.64f},
+        {"Fire", "Audio/Fire.wav", 1.0f},
+        {"EnemyHit", "Audio/EnemyHit.wav", 0.32f},
+        {"Jump", "Audio/Jump.wav", 1.0f},
+        {"RoofHit", "Audio/RoofHit.wav", 0.64f},
+        {"Select", "Audio/Select.wav", 1.0f},
+        {"Start", "Audio/Start.wav", 0.32f},
+        {"SuperJump", "Audio/SuperJump.wav", 1.0f},
+        {"SpeedUp", "Audio/SpeedUp.wav", 1.0f},
+        {"FlipScreen", "Audio/FlipScreen.wav", 0.32f},
+        {"OpenGates", "Audio/OpenGates.wav", 0.32f},
+        {"Disabled", "Audio/Disabled.wav", 0.32f},
+        {"Unlocked", "Audio/Unlocked.wav", 1.0f},
+        {"UnlockedTour", "Audio/UnlockedTour.wav", 1.0f},
+        {"Hurry", "Audio/Hurry.wav", 0.32f},
+        {"HurryMore", "Audio/HurryMore.wav", 0.32f},
+        {"Cow", "Audio/Cow.wav", 0.64f},
+        {"CowHitPlayer", "Audio/CowHitPlayer.wav", 0.32f},
+        {"Click", "Audio/Click.wav", 0.32f},
+        {"DoubleClick", "Audio/DoubleClick.wav", 0.32f},
+        {"Swap", "Audio/Swap.wav", 0.64f},
+        {"LongSwap", "Audio/LongSwap.wav", 0.64f},
+        {"Hover", "Audio/Hover.wav", 0.64f},
+        {"Confusion", "Audio/Confusion.wav", 1.0f},
+        {"MusicInGame", "Audio/Music/Suspicious.wav", 0.64f},
+        {"Music", "Audio/Music/MainMenu.wav", 0.32f},
+    }};
+    return table;
+}
+
+void QmSharedSounds::LoadAll(VeAudioManager& audio) {
+    for (const Entry& entry : Table()) {
+        audio.LoadWave(entry.name, entry.file, entry.volume);
+    }
+}

@@ -1,0 +1,61 @@
+#pragma once
+// The game's application object. It fills the engine settings, creates the coordinator once the
+// engine's services run, and runs one Frame per main-loop iteration:
+//   time (the tick difference, or the fixed frame delta when one is set), input update, clear,
+//   prepare, the coordinator's GameFrame, sceneChanged cleared and this frame's presses dropped,
+//   present.
+// Scenes: switching sets previousScene and scene together and raises sceneChanged when the scene
+// really changed; Frame lowers it after the game frame, so pages see it for exactly one frame.
+// The command line can limit the number of frames and ask for a screenshot of the last one,
+// which is written when the loop has ended, before the game's managers are released.
+#include "App/VeApp.h"
+#include "Coordinator/QmCommandLine.h"
+
+#include <cstdint>
+#include <string>
+
+class VaCoordinator;
+
+enum VaScene : int32_t {
+    SceneNone = 0, // before the coordinator is initialised
+    SceneMenu = 1,
+    SceneEditor = 2,
+    SceneRace = 3,
+    SceneAfterRace = 4,
+};
+
+class VaApp : public VeApp {
+public:
+    static constexpr const char* kAppFingerprint = "[PRJ0028::VELNOS::v1.0]";
+    static constexpr const char* kErrorSuffix =
+        "\n\nPlease download the latest version or contact Velnosoft.";
+
+    VaApp();
+    ~VaApp() override;
+
+    // The engine settings of the game, in their order.
+    void FillSettings();
+    // Takes over what the command line asks for; call before Init.
+    void UseCommandLine(const QmCommandLine& line);
+
+    void CreateManagers() override;
+    void Frame() override;
+    // Writes the asked-for screenshot, then releases the game's managers (not the engine's
+    // services: the destructor stops those).
+    void Shutdown() override;
+    void SwitchScene(int32_t newScene);
+    // False when a screenshot was asked for and could not be written.
+    bool ScreenshotWritten() const { return screenshotWritten; }
+
+    VaCoordinator* coordinator = nullptr;
+    int32_t scene = SceneNone;
+    int32_t previousScene = SceneNone;
+    bool sceneChanged = false;
+    QmCommandLine commandLine;
+    int64_t framesRun = 0;
+
+private:
+    void WriteScreenshot();
+
+    bool screenshotWritten = true;
+};

@@ -221,9 +221,3 @@ TEST_F(VeInputTest, QuitRequestIsKeptAndWindowEventsReachTheListener) {
     EXPECT_EQ(heard, std::vector<VeInputEvent::Kind>(
                          {VeInputEvent::MouseLeft, VeInputEvent::Quit, VeInputEvent::MouseEntered}));
 }
-
-TEST_F(VeInputTest, TheProcessKnowsItsInputState) {
-    EXPECT_EQ(VeInput::Current(), input.get());
-    input.reset();
-    EXPECT_EQ(VeInput::Current(), nullptr);
-}

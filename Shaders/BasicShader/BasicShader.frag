@@ -1,9 +1,9 @@
 #version 330 core
-// Composes the 2D overlay over the 3D scene (or over black in 2D).
-// - Only the top screenDisplaySize part of the screen shows the overlay; the texture holds just
-//   those rows.
-// - Overlay alpha: 0 transparent (the magenta key), 255 opaque, anything between blends.
-// - screenColorMultiplier scales the final colour (fades); greyScale turns it grey.
+// Composes the 2D overlay over the 3D scene (renderToTexture 1) or over black.
+// Overlay alpha: 0 transparent (the magenta key), 1 opaque, anything between blends. Below the
+// part of the screen that screenDisplaySize shows, the overlay is transparent.
+// screenColorMultiplier scales the final colour (fades, flashes); greyScale turns it grey.
+// Written without data-dependent branches: it runs for every pixel of every frame.
 
 in vec2 overlayUV;
 in vec2 sceneUV;
@@ -13,31 +13,21 @@ uniform sampler2D renderedSceneTextureID;
 uniform int useTexture;
 uniform int renderToTexture;
 uniform int greyScale;
-uniform float screenDisplaySize;
 uniform float screenColorMultiplier;
-uniform float pixelSizeX;
-uniform float pixelSizeY;
 
 out vec4 color;
 
 void main() {
+    vec4 overlay = texture(textureID, overlayUV);
+    overlay.a *= step(overlayUV.y, 1.0) * float(useTexture);
+
     vec3 base = vec3(0.0);
     if (renderToTexture == 1) {
-        // Sample the scene at the centre of the pixel this fragment covers.
-        vec2 pixel = vec2(pixelSizeX, pixelSizeY);
-        vec2 centre = (floor(sceneUV / pixel) + 0.5) * pixel;
-        base = texture(renderedSceneTextureID, centre).rgb;
+        base = texture(renderedSceneTextureID, sceneUV).rgb;
     }
 
-    vec4 overlay = vec4(0.0);
-    if (useTexture == 1 && screenDisplaySize > 0.0 && overlayUV.y < screenDisplaySize) {
-        overlay = texture(textureID, vec2(overlayUV.x, overlayUV.y / screenDisplaySize));
-    }
-
-    vec3 result = mix(base, overlay.rgb, overlay.a) * max(screenColorMultiplier, 0.0);
-    result = min(result, vec3(1.0));
-    if (greyScale == 1) {
-        result = vec3(dot(result, vec3(0.299, 0.587, 0.114)));
-    }
+    vec3 result = min(mix(base, overlay.rgb, overlay.a) * max(screenColorMultiplier, 0.0), vec3(1.0));
+    float luminance = dot(result, vec3(0.299, 0.587, 0.114));
+    result = mix(result, vec3(luminance), float(greyScale));
     color = vec4(result, 1.0);
 }

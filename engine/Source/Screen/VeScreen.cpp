@@ -42,6 +42,19 @@ int PinLibrary(dl_phdr_info* info, size_t /*size*/, void* /*data*/) {
     return 0;
 }
 
+// The overlay's top rows as the texture needs them, in one pass: the same as copying them and
+// applying the colour key without clearing (the key keeps alpha 0, other pixels without alpha
+// become opaque, blended pixels keep theirs).
+void CopyKeyed(const VeSurface& from, VeSurface& to) {
+    const uint32_t* source = from.Pixels();
+    uint32_t* target = to.Pixels();
+    const int32_t count = to.pixelCount;
+    for (int32_t i = 0; i < count; ++i) {
+        uint32_t c = source[i];
+        target[i] = c | ((c >> 24) == 0 && c != kColourKey ? 0xFF000000u : 0u);
+    }
+}
+
 bool ParseVersion(const char* text, int& major, int& minor) {
     return text != nullptr && std::sscanf(text, "%d.%d", &major, &minor) == 2;
 }
@@ -357,8 +370,7 @@ void VeScreen::PresentGL() {
     if (uploadSurface.width != width || uploadSurface.height != rows) {
         uploadSurface.Create(width, rows);
     }
-    uploadSurface.CopyPixels(overlay, width * rows);
-    uploadSurface.ApplyColourKey(kColourKey, false);
+    CopyKeyed(overlay, uploadSurface);
     ComposeGL(frameCapture);
     SDL_GL_SwapWindow(window);
 }

@@ -5,6 +5,19 @@
 #include <algorithm>
 #include <stdexcept>
 
+std::string AssetSet::Name(std::initializer_list<std::string_view> parts) {
+    std::string name;
+    for (std::string_view part : parts) {
+        name.append(part.data(), part.size());
+    }
+    return name;
+}
+
+std::string AssetSet::Sized(std::string_view stem, int size) {
+    std::string number = std::to_string(size);
+    return Name({stem, "_", number, ".png"});
+}
+
 void AssetSet::Add(const std::string& path, const ArtImage& image, const std::string& group) {
     if (Find(path)) {
         throw std::runtime_error("image drawn twice: " + path);

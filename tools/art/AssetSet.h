@@ -3,7 +3,9 @@
 // shown under on the contact sheet. Painters add to it; the main program writes it out.
 #include "ArtImage.h"
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct ArtAsset {
@@ -16,6 +18,12 @@ struct ArtAsset {
 
 class AssetSet {
 public:
+    // The parts joined; built by appending, which some compilers' overflow checks handle better than
+    // chains of operator+ on temporaries.
+    static std::string Name(std::initializer_list<std::string_view> parts);
+    // stem + "_" + size + ".png", the naming of images made at several block sizes.
+    static std::string Sized(std::string_view stem, int size);
+
     // Adding a path twice is a programming error and throws.
     void Add(const std::string& path, const ArtImage& image, const std::string& group);
     // A picture for the contact sheet only, labelled with label; never written as a game file.

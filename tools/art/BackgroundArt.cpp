@@ -43,7 +43,7 @@ ArtImage BackgroundArt::Background(int size) {
 
 void BackgroundArt::Paint(AssetSet& set) {
     for (int size : {16, 32, 64}) {
-        set.Add("Assets/Background_" + std::to_string(size) + ".png", Background(size), "Backgrounds");
+        set.Add(AssetSet::Sized("Assets/Background", size), Background(size), "Backgrounds");
     }
     // The backgrounds as the map shows them, tiled, for the contact sheet.
     for (int size : {16, 32, 64}) {
@@ -54,6 +54,6 @@ void BackgroundArt::Paint(AssetSet& set) {
                 tiled.BlitOpaque(tile, x, y);
             }
         }
-        set.AddPreview("Tiled background " + std::to_string(size), tiled, "Backgrounds");
+        set.AddPreview(AssetSet::Name({"Tiled background ", std::to_string(size)}), tiled, "Backgrounds");
     }
 }

@@ -331,20 +331,20 @@ void BlockArt::Paint(AssetSet& set) {
     const std::pair<const char*, uint32_t> coloured[5] = {
         {"Orange", P::O2}, {"Blue", P::B2}, {"Green", P::G2}, {"Yellow", P::Y2}, {"Red", P::R2}};
     for (int size : kSizes) {
-        std::string suffix = "_" + std::to_string(size) + ".png";
-        set.Add("Assets/Blocks/Blank" + suffix, Blank(size), "Blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/Blank", size), Blank(size), "Blocks");
         for (const auto& [name, colour] : coloured) {
-            set.Add("Assets/Blocks/" + std::string(name) + suffix, SolidBlock(size, colour), "Blocks");
+            set.Add(AssetSet::Sized(AssetSet::Name({"Assets/Blocks/", name}), size), SolidBlock(size, colour),
+                    "Blocks");
         }
     }
     for (int size : kSizes) {
-        std::string suffix = "_" + std::to_string(size) + ".png";
-        set.Add("Assets/Blocks/Border" + suffix, Border(size), "Special blocks");
-        set.Add("Assets/Gates/Red" + suffix, RedGate(size), "Special blocks");
-        set.Add("Assets/Blocks/Finish" + suffix, Finish(size), "Special blocks");
-        set.Add("Assets/Blocks/Fire" + suffix, Fire(size), "Special blocks");
-        set.Add("Assets/Blocks/Editor" + suffix, EditorCursor(size, false), "Special blocks");
-        set.Add("Assets/Blocks/EditorFlash" + suffix, EditorCursor(size, true), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/Border", size), Border(size), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Gates/Red", size), RedGate(size), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/Finish", size), Finish(size), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/Fire", size), Fire(size), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/Editor", size), EditorCursor(size, false), "Special blocks");
+        set.Add(AssetSet::Sized("Assets/Blocks/EditorFlash", size), EditorCursor(size, true),
+                "Special blocks");
     }
     set.Add("Assets/Blocks/Finish_3D.png", Finish3D(), "Special blocks");
 }

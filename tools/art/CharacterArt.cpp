@@ -379,22 +379,25 @@ void CharacterArt::Paint(AssetSet& set) {
     set.Add("Assets/Characters/Default_16.png", Default16(), "Racer");
     set.Add("Assets/Characters/Default_16_Sides.png", Default16Sides(), "Racer");
     const std::string folder = "Assets/Characters/DefaultAnimation/";
-    set.Add(folder + "Eye_32.png", Eye(32), "Racer");
-    set.Add(folder + "Eye_64.png", Eye(64), "Racer");
+    set.Add(AssetSet::Name({folder, "Eye_32.png"}), Eye(32), "Racer");
+    set.Add(AssetSet::Name({folder, "Eye_64.png"}), Eye(64), "Racer");
     for (int c = 0; c < Count; ++c) {
         for (int size : {32, 64}) {
             ArtImage strip(size * Frames, size);
             for (int f = 0; f < Frames; ++f) {
                 strip.BlitOpaque(BodyFrame(c, size, f), f * size, 0);
             }
-            std::string name = folder + "Character" + std::to_string(c) + "_" + std::to_string(size);
-            set.Add(name + ".png", strip, "Characters");
-            set.Add(name + "_Sides.png", Sides(c, size), "Characters");
+            std::string name =
+                AssetSet::Name({folder, "Character", std::to_string(c), "_", std::to_string(size)});
+            set.Add(AssetSet::Name({name, ".png"}), strip, "Characters");
+            set.Add(AssetSet::Name({name, "_Sides.png"}), Sides(c, size), "Characters");
         }
     }
     // How each character looks in the race, for the contact sheet only.
     for (int c = 0; c < Count; ++c) {
-        set.AddPreview("In the race " + std::to_string(c) + " at 64", Composed(c, 64), "Characters as raced");
-        set.AddPreview("In the race " + std::to_string(c) + " at 32", Composed(c, 32), "Characters as raced");
+        set.AddPreview(AssetSet::Name({"In the race ", std::to_string(c), " at 64"}), Composed(c, 64),
+                       "Characters as raced");
+        set.AddPreview(AssetSet::Name({"In the race ", std::to_string(c), " at 32"}), Composed(c, 32),
+                       "Characters as raced");
     }
 }

@@ -151,6 +151,6 @@ ArtImage CowArt::Cow(int size) {
 
 void CowArt::Paint(AssetSet& set) {
     for (int size : {16, 32, 64}) {
-        set.Add("Assets/Characters/Cow/Cow_" + std::to_string(size) + ".png", Cow(size), "Cow");
+        set.Add(AssetSet::Sized("Assets/Characters/Cow/Cow", size), Cow(size), "Cow");
     }
 }

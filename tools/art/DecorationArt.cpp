@@ -73,26 +73,32 @@ ArtImage Flower(int size, uint32_t petal, uint32_t centre) {
     return result;
 }
 
-ArtImage Bluebells(int size) {
+ArtImage Daisies(int size) {
     ArtImage result(size, size);
-    Layer stem(size);
-    stem.Curve(0.40f, 0.93f, 0.40f, 0.20f, 0.74f, 0.20f, 1.0f, P::M1);
-    stem.Blade(0.40f, 0.93f, 0.12f, 0.20f, 0.56f, P::M2);
-    stem.Blade(0.44f, 0.93f, 0.12f, 0.62f, 0.66f, P::M2);
-    Stack(result, stem);
-    Layer bells(size);
-    const float pos[3][2] = {{0.46f, 0.36f}, {0.62f, 0.30f}, {0.76f, 0.40f}};
-    for (const auto& p : pos) {
-        bells.Polygon({{p[0] - 0.07f, p[1] + 0.13f},
-                       {p[0] - 0.05f, p[1]},
-                       {p[0] + 0.05f, p[1]},
-                       {p[0] + 0.07f, p[1] + 0.13f}},
-                      P::B2);
-        bells.Ellipse(p[0], p[1] + 0.01f, 0.05f, 0.04f, P::B2);
-        bells.Line(p[0] - 0.08f, p[1] + 0.14f, p[0] + 0.08f, p[1] + 0.14f, 1.0f, P::B3);
+    struct D {
+        float x, top, r;
+    };
+    const D daisies[3] = {{0.28f, 0.46f, 0.10f}, {0.56f, 0.26f, 0.12f}, {0.80f, 0.56f, 0.09f}};
+    Layer stems(size);
+    for (const D& d : daisies) {
+        stems.Line(d.x, 0.93f, d.x, d.top, 1.0f, P::M1);
     }
-    Shading::Bevel(bells.image, BevelWidth(size));
-    Stack(result, bells);
+    stems.Blade(0.42f, 0.93f, 0.10f, 0.30f, 0.70f, P::M2);
+    stems.Blade(0.66f, 0.93f, 0.10f, 0.78f, 0.74f, P::M2);
+    result.Blit(stems.image, 0, 0);
+    Layer heads(size);
+    for (const D& d : daisies) {
+        for (int k = 0; k < 6; ++k) {
+            float a = k * 1.0472f;
+            heads.Ellipse(d.x + std::cos(a) * d.r * 0.8f, d.top + std::sin(a) * d.r * 0.8f, d.r * 0.55f,
+                          d.r * 0.55f, P::White);
+        }
+    }
+    Shading::Bevel(heads.image, 1);
+    for (const D& d : daisies) {
+        heads.Ellipse(d.x, d.top, d.r * 0.45f, d.r * 0.45f, P::Y2);
+    }
+    result.Blit(heads.image, 0, 0);
     Shading::OutlineOwnHue(result);
     return result;
 }
@@ -159,6 +165,8 @@ void Mushroom(ArtImage& result, int size, float x, float capY, float capR, float
     Layer stem(size);
     stem.Rect(x - capR * 0.35f, capY, capR * 0.7f, stemH, P::White);
     Shading::Bevel(stem.image, 1);
+    // The stem's shaded side.
+    stem.Rect(x + capR * 0.08f, capY, capR * 0.27f, stemH, P::S3);
     result.Blit(stem.image, 0, 0);
     Layer top(size);
     top.Ellipse(x, capY + 0.01f, capR, capR * 0.75f, cap);
@@ -480,7 +488,7 @@ ArtImage DecorationArt::Decoration(int index, int size) {
     case 3:
         return Flower(size, P::Y2, P::O2);
     case 4:
-        return Bluebells(size);
+        return Daisies(size);
     case 5:
         return Fern(size);
     case 6:
@@ -532,7 +540,6 @@ ArtImage DecorationArt::Sheet(int size) {
 
 void DecorationArt::Paint(AssetSet& set) {
     for (int size : {16, 32, 64}) {
-        set.Add("Assets/Decorations/Forest_Decorations_" + std::to_string(size) + ".png", Sheet(size),
-                "Decorations");
+        set.Add(AssetSet::Sized("Assets/Decorations/Forest_Decorations", size), Sheet(size), "Decorations");
     }
 }

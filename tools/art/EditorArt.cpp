@@ -302,17 +302,17 @@ void EditorArt::Paint(AssetSet& set) {
                              "LockedG", "UnlockedG", "EditableG",    "NotEditableG", "Dice",
                              "Clear",   "Fill",      "Copy"};
     for (const char* name : toolbar) {
-        set.Add(std::string("Assets/EditorGUI/") + name + ".png", Button(name, false), "Editor");
-        set.Add(std::string("Assets/EditorGUI/") + name + "Hover.png", Button(name, true), "Editor");
+        set.Add(AssetSet::Name({"Assets/EditorGUI/", name, ".png"}), Button(name, false), "Editor");
+        set.Add(AssetSet::Name({"Assets/EditorGUI/", name, "Hover.png"}), Button(name, true), "Editor");
     }
     for (const char* name : {"Locked", "Unlocked", "Editable", "NotEditable", "Edited"}) {
-        set.Add(std::string("Assets/EditorGUI/") + name + ".png", Glyph(name, 16), "Editor");
+        set.Add(AssetSet::Name({"Assets/EditorGUI/", name, ".png"}), Glyph(name, 16), "Editor");
     }
     const char* commands[] = {"Select",   "Place",      "EditName", "MapSizeLarge", "Locked",
                               "Editable", "ResetScore", "Clear",    "Save",         "Play",
                               "Fill",     "Dice",       "Copy",     "Back"};
     for (const char* name : commands) {
-        set.Add(std::string("Assets/EditorGUI/DisplayControls/") + name + ".png", Glyph(name, 24),
+        set.Add(AssetSet::Name({"Assets/EditorGUI/DisplayControls/", name, ".png"}), Glyph(name, 24),
                 "Editor commands");
     }
 }

@@ -281,11 +281,11 @@ void MenuArt::Paint(AssetSet& set) {
     set.Add("Assets/Icon.png", Icon(), "Menus");
     const char* badges[4] = {"Gold", "Silver", "Bronze", "Badge"};
     for (int k = 0; k < 4; ++k) {
-        set.Add(std::string("Assets/Badges/") + badges[k] + ".png", Badge(k), "Menus");
+        set.Add(AssetSet::Name({"Assets/Badges/", badges[k], ".png"}), Badge(k), "Menus");
     }
     const char* languages[4] = {"Dutch", "English", "French", "Norwegian"};
     for (int k = 0; k < 4; ++k) {
-        set.Add(std::string("Assets/Lang/") + languages[k] + ".png", Flag(k), "Menus");
+        set.Add(AssetSet::Name({"Assets/Lang/", languages[k], ".png"}), Flag(k), "Menus");
     }
     set.Add("Assets/HUD/Panel.png", Panel(), "Menus");
     set.Add("Assets/Menu/Lock.png", LockMark(), "Menus");

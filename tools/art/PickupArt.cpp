@@ -213,11 +213,10 @@ ArtImage PickupArt::Disco(int size) {
 
 void PickupArt::Paint(AssetSet& set) {
     for (int size : {16, 32, 64}) {
-        std::string suffix = "_" + std::to_string(size) + ".png";
-        set.Add("Assets/Pickups/SuperJump" + suffix, SuperJump(size), "Pickups");
-        set.Add("Assets/Pickups/SpeedUp" + suffix, SpeedUp(size), "Pickups");
-        set.Add("Assets/Pickups/FlipScreen" + suffix, FlipScreen(size), "Pickups");
-        set.Add("Assets/Pickups/RedGateKey" + suffix, RedGateKey(size), "Pickups");
-        set.Add("Assets/Pickups/Disco" + suffix, Disco(size), "Pickups");
+        set.Add(AssetSet::Sized("Assets/Pickups/SuperJump", size), SuperJump(size), "Pickups");
+        set.Add(AssetSet::Sized("Assets/Pickups/SpeedUp", size), SpeedUp(size), "Pickups");
+        set.Add(AssetSet::Sized("Assets/Pickups/FlipScreen", size), FlipScreen(size), "Pickups");
+        set.Add(AssetSet::Sized("Assets/Pickups/RedGateKey", size), RedGateKey(size), "Pickups");
+        set.Add(AssetSet::Sized("Assets/Pickups/Disco", size), Disco(size), "Pickups");
     }
 }

@@ -20,7 +20,7 @@ const ArtImage& Get(const AssetSet& set, const std::string& path) {
 }
 
 std::string Sized(const std::string& stem, int size) {
-    return stem + "_" + std::to_string(size) + ".png";
+    return AssetSet::Sized(stem, size);
 }
 
 // One character per cell: tileset rows by small letter, coloured blocks by capital, the rest by
@@ -86,6 +86,31 @@ void ScenePreview::Paint(AssetSet& set) {
         "1t@..E..!..j..2.....o.*...m.....", "rrrrrrrr..rrr.b.gggggg..mmmmmm..",
         "ccccccccffcccyb.eeeeeeffeeeeee.C", "cccccccccccccccceeeeeeeeeeeegggg",
     };
+    // The main menu as the game lays it out: the 32-pixel background tiled, a few fallen blocks, the
+    // logo 30 pixels from the top and the grey button row below it.
+    ArtImage menu(640, 640);
+    const ArtImage& background = Get(set, "Assets/Background_32.png");
+    for (int y = 0; y < 640; y += 32) {
+        for (int x = 0; x < 640; x += 32) {
+            menu.BlitOpaque(background, x, y);
+        }
+    }
+    const char* colours[5] = {"Orange", "Blue", "Green", "Yellow", "Red"};
+    const int stack[20] = {3, 5, 2, 6, 4, 1, 0, 2, 3, 7, 5, 2, 4, 6, 1, 3, 2, 5, 4, 6};
+    for (int c = 0; c < 20; ++c) {
+        for (int r = 0; r < stack[c]; ++r) {
+            menu.Blit(Get(set, Sized(AssetSet::Name({"Assets/Blocks/", colours[(c * 3 + r * 7) % 5]}), 32)),
+                      c * 32, 608 - r * 32);
+        }
+    }
+    const ArtImage& logo = Get(set, "Assets/Logo.png");
+    menu.Blit(logo, 320 - logo.Width() / 2, 30);
+    for (int b = 0; b < 4; ++b) {
+        int top = 170 + b * 62;
+        menu.FillRect(120, top, 400, 60, 0x333333);
+        menu.FrameRect(120, top, 400, 60, b == 0 ? 0xFF0000 : 0x000000);
+    }
+    set.AddPreview("The main menu", menu, "Sample scenes");
     set.AddPreview("A map at 64 pixels", Scene(set, small, 64).Crop(0, 0, 64 * 18, 64 * 6), "Sample scenes");
     set.AddPreview("A map at 32 pixels", Scene(set, large, 32), "Sample scenes");
 }

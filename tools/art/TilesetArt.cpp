@@ -211,9 +211,9 @@ void Bricks(Tile& t, bool mossy, float mossAmount) {
             float bias = (1.0f - float(y) / float(t.size)) * 0.35f * mossAmount;
             bool inMortar = ids[size_t(y * t.size + x)] < 0;
             float m = v + bias + (inMortar ? 0.12f : 0.0f);
-            if (m > 0.72f) {
+            if (m > 0.75f) {
                 t.image.Set(x, y, P::M2);
-            } else if (m > 0.67f) {
+            } else if (m > 0.70f) {
                 t.image.Set(x, y, P::M1);
             }
         }
@@ -407,9 +407,9 @@ void Bark(Tile& t, bool birch) {
         for (int y = s * 2 / 3; y < s; ++y) {
             for (int x = 0; x < s; ++x) {
                 float v = Noise(t, float(x), float(y), s / 4, 3, 43) + float(y) / s * 0.25f;
-                if (v > 0.84f) {
+                if (v > 0.88f) {
                     t.image.Set(x, y, P::M2);
-                } else if (v > 0.79f) {
+                } else if (v > 0.84f) {
                     t.image.Set(x, y, P::M1);
                 }
             }
@@ -708,7 +708,6 @@ ArtImage TilesetArt::Sheet(int size) {
 
 void TilesetArt::Paint(AssetSet& set) {
     for (int size : {16, 32, 64}) {
-        set.Add("Assets/Blocks/Tileset_Forest_" + std::to_string(size) + ".png", Sheet(size),
-                "Forest tileset");
+        set.Add(AssetSet::Sized("Assets/Blocks/Tileset_Forest", size), Sheet(size), "Forest tileset");
     }
 }

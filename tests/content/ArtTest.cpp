@@ -330,9 +330,9 @@ TEST(ArtTest, ColouredBlocksAreMostlyTheirBlockColour) {
                                                         {"Yellow", 0xE6D514},
                                                         {"Red", 0xE1120C}};
     for (int s : kSizes) {
-        for (const auto& block : blocks) {
-            const char* name = block.first;
-            const uint32_t colour = block.second;
+        for (const auto& entry : blocks) {
+            const char* name = entry.first;
+            const uint32_t colour = entry.second;
             SCOPED_TRACE(Sized(name, s));
             Image block = Load(Sized(std::string("Assets/Blocks/") + name, s));
             int count = int(std::count_if(block.pixels.begin(), block.pixels.end(),

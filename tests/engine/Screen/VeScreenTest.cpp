@@ -1,9 +1,11 @@
 #include "engine/Screen/ScreenTestSupport.h"
 
 #include "Screen/Surface/VeSurface.h"
-
+#include "Screen/VeCursor.h"
 #include "Support/HaltCapture.h"
 #include "Support/TempUserData.h"
+
+#include <SDL.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -182,4 +184,46 @@ TEST(VeScreenOldOpenGLTest, BelowThreeThreeFallsBackToSoftwareOrHaltsWhenRequire
                 "OpenGL Initialization failed.*OpenGL version 2\\.1 .* detected\\..*This application "
                 "requires version "
                 "3\\.3 or higher\\. Try updating your graphic card driver\\.");
+}
+
+TEST_F(ScreenTestBase, LeavingTheWindowShowsTheArrowUntilTheMouseComesBack) {
+    VeScreen& s = OpenScreen(false);
+    auto push = [&](Uint32 type, Uint8 windowEvent) {
+        SDL_Event event{};
+        event.type = type;
+        event.window.event = windowEvent;
+        event.window.windowID = SDL_GetWindowID(s.window);
+        SDL_PushEvent(&event);
+    };
+    VeCursor::SetMode(3);
+    push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_ENTER);
+    PresentAndRead();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE) << "mode 3 hides the cursor inside the window";
+
+    push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_LEAVE);
+    EXPECT_TRUE(VeCursor::MouseOutside());
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE) << "leaving shows the arrow";
+    PresentAndRead();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE) << "no cursor updates while the mouse is outside";
+
+    push(SDL_MOUSEMOTION, 0);
+    EXPECT_FALSE(VeCursor::MouseOutside());
+    PresentAndRead();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);
+
+    VeCursor::SetMode(1);
+    PresentAndRead();
+    EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE);
+    VeCursor::SetMode(0);
+    SDL_FlushEvents(SDL_FIRSTEVENT, SDL_LASTEVENT);
+}
+
+TEST_F(ScreenTestBase, TheWindowIconIsLoadedAndAMissingOneHalts) {
+    VeScreen::ForceSoftwarePath(true);
+    screen = std::make_unique<VeScreen>(640, 640, false, false, true, "Assets/Icon.png", "");
+    EXPECT_NE(screen->window, nullptr);
+    screen.reset();
+    EXPECT_HALT(VeScreen(640, 640, false, false, true, "Assets/NoSuchIcon.png", ""),
+                "Halt: Could not find image",
+                "App halted when loading image: Assets/NoSuchIcon.png (VePNGFile::Load)");
 }

@@ -40,6 +40,15 @@ std::string QmCipherFile::EncodeLines(const std::vector<std::string>& lines, boo
     return bytes;
 }
 
+bool QmCipherFile::UpdateLines(const std::string& path, const std::vector<std::string>& lines,
+                               bool lastLineEnded) {
+    std::vector<std::string> raw;
+    if (ReadTextLines(path, raw) && !raw.empty() && raw[0] == kMarker && DecodeLines(raw) == lines) {
+        return true;
+    }
+    return WriteLines(path, lines, lastLineEnded);
+}
+
 bool QmCipherFile::WriteLines(const std::string& path, const std::vector<std::string>& lines,
                               bool lastLineEnded) {
     return WriteFileAtomic(path, EncodeLines(lines, lastLineEnded));

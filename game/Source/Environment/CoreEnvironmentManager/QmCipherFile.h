@@ -22,4 +22,8 @@ public:
     static std::string EncodeLines(const std::vector<std::string>& lines, bool lastLineEnded = true);
     static bool WriteLines(const std::string& path, const std::vector<std::string>& lines,
                            bool lastLineEnded = true);
+    // Writes the file only when it does not already hold these lines enciphered after a marker, so
+    // that rewriting an unchanged list touches no disk.
+    static bool UpdateLines(const std::string& path, const std::vector<std::string>& lines,
+                            bool lastLineEnded = true);
 };

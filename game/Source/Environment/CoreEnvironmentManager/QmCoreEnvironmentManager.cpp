@@ -470,6 +470,16 @@ std::string QmCoreEnvironmentManager::GenerateFileName([[maybe_unused]] bool isF
             return candidate;
         }
     }
+    // A current name that is already base_<number> stays, so a scan does not rename it again.
+    const std::string stem = base + "_";
+    if (current.size() > stem.size() + extension.size() && current.compare(0, stem.size(), stem) == 0 &&
+        current.compare(current.size() - extension.size(), extension.size(), extension) == 0) {
+        const std::string number =
+            current.substr(stem.size(), current.size() - stem.size() - extension.size());
+        if (number.find_first_not_of("0123456789") == std::string::npos) {
+            return current;
+        }
+    }
     for (int attempt = 0; attempt < kMaxRandomNameTries; ++attempt) {
         candidate = base + "_" + std::to_string(Rand()) + extension;
         if (isFree(candidate)) {
@@ -513,7 +523,7 @@ void QmCoreEnvironmentManager::WriteTours() {
         }
     }
     CreateFolder(GamePath("Maps"));
-    QmCipherFile::WriteLines(GamePath("Maps/tours.dat"), folders, false);
+    QmCipherFile::UpdateLines(GamePath("Maps/tours.dat"), folders, false);
 }
 
 void QmCoreEnvironmentManager::ReadTour(int t) {
@@ -564,8 +574,8 @@ void QmCoreEnvironmentManager::SaveTour(int t, bool retag) {
         return;
     }
     CreateFolder(GamePath("Maps/" + tourFolders[t]));
-    QmCipherFile::WriteLines(GamePath(TourFolderPath(t) + "tour.dat"),
-                             QmTourFile::FormatTour(record, tourLevels[t]), false);
+    QmCipherFile::UpdateLines(GamePath(TourFolderPath(t) + "tour.dat"),
+                              QmTourFile::FormatTour(record, tourLevels[t]), false);
 }
 
 void QmCoreEnvironmentManager::NewTour() {

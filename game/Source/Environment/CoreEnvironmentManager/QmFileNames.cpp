@@ -78,6 +78,12 @@ std::string QmFileNames::CutUtf8(const std::string& text, size_t maxBytes) {
     return text.substr(0, end);
 }
 
+std::string QmFileNames::Tagged(char tag, const std::string& text) {
+    std::string line(1, tag);
+    line += OneLine(text);
+    return line;
+}
+
 std::string QmFileNames::OneLine(const std::string& text) {
     std::string result;
     result.reserve(text.size());

@@ -24,4 +24,6 @@ public:
     static std::string CutUtf8(const std::string& text, size_t maxBytes);
     // The text without CR and LF, so it stays on its line of a file.
     static std::string OneLine(const std::string& text);
+    // A tagged line of a map or tour file: the tag, then the text on one line.
+    static std::string Tagged(char tag, const std::string& text);
 };

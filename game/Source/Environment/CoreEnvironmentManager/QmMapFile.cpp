@@ -58,12 +58,12 @@ QmMapContents QmMapFile::Parse(const std::vector<std::string>& lines) {
 std::vector<std::string> QmMapFile::Format(const QmMapContents& contents) {
     std::vector<std::string> lines;
     lines.reserve(6 + kColumns);
-    lines.push_back("i" + std::to_string(contents.blockSize));
-    lines.push_back("n" + QmFileNames::OneLine(contents.name));
-    lines.push_back("u" + QmFileNames::OneLine(contents.uid));
+    lines.push_back(QmFileNames::Tagged('i', std::to_string(contents.blockSize)));
+    lines.push_back(QmFileNames::Tagged('n', contents.name));
+    lines.push_back(QmFileNames::Tagged('u', contents.uid));
     lines.push_back(contents.locked ? "l1" : "l0");
     lines.push_back(contents.editable ? "e1" : "e0");
-    lines.push_back("t" + QmFileNames::OneLine(contents.tourUid));
+    lines.push_back(QmFileNames::Tagged('t', contents.tourUid));
     for (int x = 0; x < kColumns; ++x) {
         lines.push_back(FormatColumn(&contents.blocks[static_cast<size_t>(x) * kColumns]));
     }

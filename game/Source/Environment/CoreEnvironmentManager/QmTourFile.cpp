@@ -60,11 +60,11 @@ std::vector<std::string> QmTourFile::FormatTour(const TourRecord& record,
     }
     return {
         record.official ? "o1" : "o0",
-        "n" + QmFileNames::OneLine(record.name),
+        QmFileNames::Tagged('n', record.name),
         record.locked ? "l1" : "l0",
         record.editable ? "e1" : "e0",
         record.collectsFiles ? "a1" : "a0",
-        "u" + QmFileNames::OneLine(record.uid),
+        QmFileNames::Tagged('u', record.uid),
         list,
     };
 }

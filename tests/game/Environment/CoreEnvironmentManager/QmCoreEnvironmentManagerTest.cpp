@@ -317,6 +317,10 @@ TEST_F(WorldTest, GeneratedFileNamesAreFreeCamelCaseNames) {
     const std::string random = world.GenerateFileName(false, "Level", "Maps/Forest/", ".map", "");
     EXPECT_EQ(random.rfind("Level_", 0), 0u);
     EXPECT_FALSE(FileExists(Game("Maps/Forest/" + random)));
+    EXPECT_EQ(world.GenerateFileName(false, "Level", "Maps/Forest/", ".map", "Level_48213.map"),
+              "Level_48213.map")
+        << "a numbered name past the nineteenth stays";
+    EXPECT_NE(world.GenerateFileName(false, "Level", "Maps/Forest/", ".map", "Level_x1.map"), "Level_x1.map");
 
     EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", ""), "Forest_2");
     EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", "Forest"), "Forest");

@@ -37,9 +37,7 @@ TEST(QmTourFileTest, ReadsOverTheDefaults) {
 }
 
 TEST(QmTourFileTest, WritesTheFieldsInOrderAndReadsThemBack) {
-    TourRecord record;
-    record.name = "My Tour";
-    record.uid = "77";
+    const TourRecord record{false, "My Tour", false, true, true, "77"};
     const Lines lines = QmTourFile::FormatTour(record, {"A.map", "B.map"});
     EXPECT_EQ(lines, (Lines{"o0", "nMy Tour", "l0", "e1", "a1", "u77", "A.map,B.map"}));
     EXPECT_EQ(QmTourFile::FormatTour(record, {}).back(), "");

@@ -34,7 +34,11 @@ public:
 
 class FakeFrontEnd : public QmWorldFrontEndLink {
 public:
-    std::string GetLine(int number) override { return "L" + std::to_string(number); }
+    std::string GetLine(int number) override {
+        std::string line = "L";
+        line += std::to_string(number);
+        return line;
+    }
     void ShowNotice(const std::string& title, const std::string& text) override {
         notices.push_back(title + "|" + text);
     }

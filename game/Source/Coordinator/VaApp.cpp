@@ -95,6 +95,10 @@ void VaApp::WriteScreenshot() {
 }
 
 void VaApp::Shutdown() {
+    if (gameShutDown) {
+        return;
+    }
+    gameShutDown = true;
     WriteScreenshot();
     delete coordinator;
     coordinator = nullptr;

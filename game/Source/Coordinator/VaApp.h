@@ -41,7 +41,7 @@ public:
     void CreateManagers() override;
     void Frame() override;
     // Writes the asked-for screenshot, then releases the game's managers (not the engine's
-    // services: the destructor stops those).
+    // services: the destructor stops those). Runs once.
     void Shutdown() override;
     void SwitchScene(int32_t newScene);
     // False when a screenshot was asked for and could not be written.
@@ -58,4 +58,5 @@ private:
     void WriteScreenshot();
 
     bool screenshotWritten = true;
+    bool gameShutDown = false;
 };

@@ -1,0 +1,109 @@
+// The built program, run as a player or a script would run it: from a folder without the data,
+// with the command line, in a window (the tests run under Xvfb), writing a screenshot.
+#include "Screen/Surface/VePNGFile.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+struct Outcome {
+    int exitCode = -1;
+    std::string output;
+};
+
+class ProgramRun : public ::testing::Test {
+protected:
+    void SetUp() override {
+        program = fs::read_symlink("/proc/self/exe").parent_path().parent_path() / "quillmaze";
+        if (!fs::exists(program)) {
+            GTEST_SKIP() << "the program is not built beside the tests: " << program;
+        }
+        working = fs::path(userData.path) / "elsewhere";
+        fs::create_directories(working);
+    }
+
+    Outcome Run(const std::string& arguments) {
+        const fs::path log = fs::path(userData.path) / "output.txt";
+        const std::string command = "cd '" + working.string() +
+                                    "' && QUILLMAZE_NO_DIALOGS=1 SDL_AUDIODRIVER=dummy '" + program.string() +
+                                    "' " + arguments + " > '" + log.string() + "' 2>&1";
+        Outcome outcome;
+        const int status = std::system(command.c_str());
+        outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        std::ifstream file(log);
+        std::stringstream text;
+        text << file.rdbuf();
+        outcome.output = text.str();
+        return outcome;
+    }
+
+    // Runs ten frames with the frame-rate display and checks the screenshot: the text at the top
+    // centre in the display's colours, everything else the menu's empty black.
+    void CheckScreenshot(const std::string& extra) {
+        const std::string shot = userData.path + "/shot.png";
+        const Outcome outcome = Run("--frames 10 --screenshot '" + shot + "' --fps " + extra);
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
+        ASSERT_TRUE(fs::exists(shot)) << outcome.output;
+        EXPECT_NE(outcome.output.find("Coordinator initialized.\n"), std::string::npos);
+        EXPECT_NE(outcome.output.find("Shutting down Registry..\n"), std::string::npos);
+
+        VePNGFile image;
+        image.Load(shot);
+        ASSERT_EQ(image.width, 640);
+        ASSERT_EQ(image.height, 640);
+        int textPixels = 0;
+        int strayPixels = 0;
+        for (int32_t y = 0; y < image.height; ++y) {
+            for (int32_t x = 0; x < image.width; ++x) {
+                const uint32_t pixel = image.pixels[static_cast<size_t>(y * image.width + x)] & 0xFFFFFF;
+                if (pixel == 0) {
+                    continue;
+                }
+                const bool inBand = y >= 5 && y < 45 && x >= 120 && x < 520;
+                const bool textColour = pixel == 0xFF0000 || pixel == 0x00FF00;
+                if (inBand && textColour) {
+                    ++textPixels;
+                } else if (!inBand) {
+                    ++strayPixels;
+                }
+            }
+        }
+        EXPECT_GT(textPixels, 100);
+        EXPECT_EQ(strayPixels, 0);
+    }
+
+    TempUserData userData;
+    fs::path program;
+    fs::path working;
+};
+} // namespace
+
+TEST_F(ProgramRun, ShowsTheFrameRateThroughOpenGL) {
+    CheckScreenshot("");
+}
+
+TEST_F(ProgramRun, ShowsTheFrameRateWithoutOpenGL) {
+    CheckScreenshot("--software --fixed-dt 0.016");
+}
+
+TEST_F(ProgramRun, AnswersTheCommandLine) {
+    const Outcome help = Run("--help");
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_NE(help.output.find("--screenshot FILE"), std::string::npos) << help.output;
+
+    const Outcome unknown = Run("--frames 5 --bogus");
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_NE(unknown.output.find("Unknown option '--bogus'"), std::string::npos) << unknown.output;
+    EXPECT_EQ(unknown.output.find("App Fingerprint"), std::string::npos); // nothing was started
+
+    const Outcome unwritable = Run("--frames 2 --screenshot '" + userData.path + "/missing/folder/shot.png'");
+    EXPECT_EQ(unwritable.exitCode, 1) << unwritable.output;
+}

@@ -1,0 +1,104 @@
+#include "Coordinator/VaApp.h"
+
+#include "App/VeRegistry.h"
+#include "HeadlessGame.h"
+
+#include <gtest/gtest.h>
+
+using VaAppTest = HeadlessGame;
+
+TEST_F(VaAppTest, FillsTheEngineSettingsOfTheGame) {
+    VaApp app;
+    EXPECT_EQ(app.windowWidth, 640);
+    EXPECT_EQ(app.windowHeight, 640);
+    EXPECT_EQ(app.scene, SceneNone);
+    EXPECT_EQ(app.coordinator, nullptr);
+    app.FillSettings();
+    VeRegistry& registry = *app.registry;
+    EXPECT_EQ(registry.GetString("VE_APP_FINGERPRINT"), "[PRJ0028::VELNOS::v1.0]");
+    for (const char* on : {"VE_USE_TIMER", "VE_USE_SCREEN", "VE_USE_INPUT", "VE_USE_AUDIO",
+                           "VE_LAUNCH_CENTERED", "VE_DEBUG_AUDIO", "VE_DEBUG_INFO"}) {
+        EXPECT_TRUE(registry.IsOn(on)) << on;
+    }
+    for (const char* off : {"VE_REQUIRE_OPENGL", "VE_LAUNCH_FULLSCREEN", "VE_USE_CONSOLE"}) {
+        EXPECT_TRUE(registry.HasInt(off)) << off;
+        EXPECT_FALSE(registry.IsOn(off)) << off;
+    }
+    EXPECT_EQ(registry.GetString("VE_WINDOW_ICON"), "Assets/Icon.png");
+    EXPECT_EQ(registry.GetString("VE_ERROR_MESSAGE_SUFFIX"),
+              "\n\nPlease download the latest version or contact Velnosoft.");
+}
+
+TEST_F(VaAppTest, ASceneChangeIsSeenForExactlyOneFrame) {
+    Start();
+    EXPECT_EQ(app->scene, SceneMenu); // the coordinator's start-up ends in the menu
+    EXPECT_EQ(app->previousScene, SceneNone);
+    EXPECT_TRUE(app->sceneChanged);
+    app->Frame();
+    EXPECT_FALSE(app->sceneChanged);
+
+    app->SwitchScene(SceneRace);
+    EXPECT_EQ(app->previousScene, SceneMenu);
+    EXPECT_EQ(app->scene, SceneRace);
+    EXPECT_TRUE(app->sceneChanged);
+    app->Frame();
+    EXPECT_FALSE(app->sceneChanged);
+    EXPECT_EQ(app->scene, SceneRace);
+
+    // Switching to the scene already shown is no change, though previousScene follows.
+    app->SwitchScene(SceneRace);
+    EXPECT_FALSE(app->sceneChanged);
+    EXPECT_EQ(app->previousScene, SceneRace);
+
+    // The race asks to return: the game frame goes back to the menu.
+    coordinator->returnToMenuRequested = true;
+    coordinator->restartRequested = true;
+    app->Frame();
+    EXPECT_EQ(app->scene, SceneMenu);
+    EXPECT_FALSE(coordinator->returnToMenuRequested);
+    EXPECT_FALSE(coordinator->restartRequested);
+    EXPECT_FALSE(app->sceneChanged); // lowered again at the end of that frame
+}
+
+TEST_F(VaAppTest, FrameTimeComesFromTheTicksUnlessFixed) {
+    Start();
+    now = 1000;
+    app->Frame(); // the first frame counts from the start
+    EXPECT_FLOAT_EQ(app->frameDelta, 1.0f);
+    now = 1016;
+    app->Frame();
+    EXPECT_NEAR(app->frameDelta, 0.016f, 1e-6f);
+    app->Frame();
+    EXPECT_EQ(app->frameDelta, 0.0f);
+
+    SetFixedFrameDelta(0.02f);
+    now = 5000;
+    app->Frame();
+    EXPECT_FLOAT_EQ(app->frameDelta, 0.02f);
+    SetFixedFrameDelta(0.0f);
+    now = 5010;
+    app->Frame();
+    EXPECT_NEAR(app->frameDelta, 0.010f, 1e-6f); // the ticks went on underneath
+}
+
+TEST_F(VaAppTest, CommandLineLimitsTheFramesAndFixesTheirLength) {
+    Start({"--frames", "3", "--fixed-dt", "0.05"});
+    EXPECT_FLOAT_EQ(GetFixedFrameDelta(), 0.05f);
+    for (int frame = 1; frame <= 3; ++frame) {
+        EXPECT_FALSE(app->ShouldQuit()) << frame;
+        now += 7;
+        app->Frame();
+        EXPECT_FLOAT_EQ(app->frameDelta, 0.05f);
+    }
+    EXPECT_TRUE(app->ShouldQuit());
+    EXPECT_EQ(app->framesRun, 3);
+    EXPECT_TRUE(app->ScreenshotWritten()); // none asked for
+}
+
+TEST_F(VaAppTest, AScreenshotWithoutAWindowIsReportedAsNotWritten) {
+    Start({"--screenshot", userData.path + "/shot.png"});
+    app->Frame();
+    app->Shutdown();
+    EXPECT_FALSE(app->ScreenshotWritten());
+    EXPECT_EQ(app->coordinator, nullptr);
+}

@@ -7,6 +7,7 @@
 
 #include <SDL.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -226,4 +227,34 @@ TEST_F(ScreenTestBase, TheWindowIconIsLoadedAndAMissingOneHalts) {
     EXPECT_HALT(VeScreen(640, 640, false, false, true, "Assets/NoSuchIcon.png", ""),
                 "Halt: Could not find image",
                 "App halted when loading image: Assets/NoSuchIcon.png (VePNGFile::Load)");
+}
+
+// Full screen needs a window manager, which the test display lacks; a larger window of another
+// shape letterboxes the same way.
+TEST_P(VeScreenPathTest, AWiderWindowLetterboxesTheLogicalScreen) {
+    VeScreen& s = OpenScreen(GetParam());
+    if (std::string(SDL_GetCurrentVideoDriver()) == "offscreen") {
+        GTEST_SKIP() << "the offscreen driver's drawing surface keeps its first size";
+    }
+    SDL_SetWindowSize(s.window, 1000, 800);
+    s.overlay.Fill(0xFFFFFF);
+    ScreenshotImage shot;
+    // The window system takes a frame or two to give the drawing surface its new size.
+    for (int frame = 0; frame < 3; ++frame) {
+        SDL_PumpEvents();
+        s.ResetViewport();
+        shot = PresentAndRead();
+    }
+    ASSERT_EQ(shot.width, 1000);
+    ASSERT_EQ(shot.height, 800);
+    VeViewportMapping mapping = s.GetViewportMapping();
+    EXPECT_FLOAT_EQ(mapping.scaleX, 1.25f);
+    EXPECT_FLOAT_EQ(mapping.scaleY, 1.25f);
+    EXPECT_EQ(mapping.x, 80) << "(1000 / 1.25 - 640) / 2 logical pixels of bar";
+    EXPECT_EQ(shot.At(50, 400), 0x000000u) << "the bars are black";
+    EXPECT_EQ(shot.At(950, 400), 0x000000u);
+    EXPECT_EQ(shot.At(102, 2), 0xFFFFFFu) << "the picture fills the height";
+    EXPECT_EQ(shot.At(897, 797), 0xFFFFFFu);
+    EXPECT_EQ(shot.At(97, 400), 0x000000u);
+    EXPECT_EQ(shot.At(903, 400), 0x000000u);
 }

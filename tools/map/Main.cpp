@@ -97,7 +97,12 @@ std::string Cells(const QmMapContents& map, BlockId id, int size) {
     for (int x = 0; x < size; ++x) {
         for (int y = 0; y < size; ++y) {
             if (map.blocks[x * 20 + y] == id) {
-                text += (text.empty() ? "" : " ") + std::to_string(x) + "," + std::to_string(y);
+                if (!text.empty()) {
+                    text += ' ';
+                }
+                text += std::to_string(x);
+                text += ',';
+                text += std::to_string(y);
             }
         }
     }
@@ -190,7 +195,8 @@ int Generate(const std::vector<std::string>& args) {
 
     QmMapContents map;
     map.blockSize = world.blockSize;
-    map.name = "Seed " + std::to_string(seed);
+    map.name = "Seed ";
+    map.name += std::to_string(seed);
     const int first = Rand();
     map.uid = std::to_string(first) + std::to_string(Rand());
     map.blocks = world.blocks;

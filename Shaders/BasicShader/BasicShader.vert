@@ -17,6 +17,6 @@ out vec2 sceneUV;
 
 void main() {
     gl_Position = MVP * vec4(vertexPosition, 1.0);
-    overlayUV = vec2(vertexUV.x, vertexUV.y / max(screenDisplaySize, 1e-6));
+    overlayUV = vec2(vertexUV.x, vertexUV.y / clamp(screenDisplaySize, 1e-6, 1.0));
     sceneUV = vec2(vertexUV.x, 1.0 - vertexUV.y);
 }

@@ -258,3 +258,18 @@ TEST_P(VeScreenPathTest, AWiderWindowLetterboxesTheLogicalScreen) {
     EXPECT_EQ(shot.At(97, 400), 0x000000u);
     EXPECT_EQ(shot.At(903, 400), 0x000000u);
 }
+
+TEST_P(VeScreenPathTest, DisplaySizesOutsideZeroToOneShowAllOrNothing) {
+    VeScreen& s = OpenScreen(GetParam());
+    s.overlay.Fill(0x00FF00);
+    s.overlay.Rect(0, 600, 640, 40, 0xFF0000);
+    s.screenDisplaySize = 2.0f;
+    ScreenshotImage all = PresentAndRead();
+    EXPECT_EQ(all.At(320, 300), 0x00FF00u);
+    EXPECT_EQ(all.At(320, 620), 0xFF0000u) << "the bottom rows stay in place";
+
+    s.screenDisplaySize = 0.0f;
+    ScreenshotImage none = PresentAndRead();
+    EXPECT_EQ(none.At(320, 0), 0x000000u);
+    EXPECT_EQ(none.At(320, 620), 0x000000u);
+}

@@ -7,7 +7,9 @@ namespace {
 std::vector<QmHighscoreEntry> Entries(int count, int64_t first = 1000, int64_t step = 1000) {
     std::vector<QmHighscoreEntry> list;
     for (int i = 0; i < count; ++i) {
-        list.push_back({"P" + std::to_string(i), QmHighscoreList::TimeText(first + step * i)});
+        std::string name = "P";
+        name += std::to_string(i);
+        list.push_back({name, QmHighscoreList::TimeText(first + step * i)});
     }
     return list;
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-struct PngSpec {
+struct PngContent {
     int width = 2;
     int height = 1;
     int colourType = PNG_COLOR_TYPE_RGB;
@@ -24,23 +24,23 @@ struct PngSpec {
 };
 
 // Writes a PNG of any colour type with libpng, rows already packed as the type and depth need.
-void WritePng(const std::string& path, const PngSpec& spec) {
+void WritePng(const std::string& path, const PngContent& content) {
     FILE* file = std::fopen(path.c_str(), "wb");
     ASSERT_NE(file, nullptr);
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png_create_info_struct(png);
     png_init_io(png, file);
-    png_set_IHDR(png, info, spec.width, spec.height, spec.bitDepth, spec.colourType, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    if (!spec.palette.empty()) {
-        png_set_PLTE(png, info, spec.palette.data(), static_cast<int>(spec.palette.size()));
+    png_set_IHDR(png, info, content.width, content.height, content.bitDepth, content.colourType,
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (!content.palette.empty()) {
+        png_set_PLTE(png, info, content.palette.data(), static_cast<int>(content.palette.size()));
     }
-    if (!spec.paletteAlpha.empty()) {
-        png_set_tRNS(png, info, spec.paletteAlpha.data(), static_cast<int>(spec.paletteAlpha.size()),
+    if (!content.paletteAlpha.empty()) {
+        png_set_tRNS(png, info, content.paletteAlpha.data(), static_cast<int>(content.paletteAlpha.size()),
                      nullptr);
     }
     png_write_info(png, info);
-    for (const auto& row : spec.rows) {
+    for (const auto& row : content.rows) {
         png_write_row(png, row.data());
     }
     png_write_end(png, nullptr);
@@ -52,12 +52,12 @@ class VePNGFileTest : public ::testing::Test {
 protected:
     std::string Path(const std::string& name) const { return temp.path + "/" + name; }
 
-    std::vector<uint32_t> LoadPixels(const PngSpec& spec) {
-        WritePng(Path("image.png"), spec);
+    std::vector<uint32_t> LoadPixels(const PngContent& content) {
+        WritePng(Path("image.png"), content);
         VePNGFile file;
         file.Load(Path("image.png"));
-        EXPECT_EQ(file.width, spec.width);
-        EXPECT_EQ(file.height, spec.height);
+        EXPECT_EQ(file.width, content.width);
+        EXPECT_EQ(file.height, content.height);
         return file.pixels;
     }
 
@@ -67,48 +67,48 @@ protected:
 } // namespace
 
 TEST_F(VePNGFileTest, RgbKeepsMagentaAsTheKeyTopRowFirst) {
-    PngSpec spec;
-    spec.height = 2;
-    spec.rows = {{255, 0, 255, 1, 2, 3}, {10, 20, 30, 255, 0, 254}};
-    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00FF00FF, 0x00010203, 0x000A141E, 0x00FF00FE}));
+    PngContent content;
+    content.height = 2;
+    content.rows = {{255, 0, 255, 1, 2, 3}, {10, 20, 30, 255, 0, 254}};
+    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00FF00FF, 0x00010203, 0x000A141E, 0x00FF00FE}));
 }
 
 TEST_F(VePNGFileTest, RgbaDropsTheAlphaByte) {
-    PngSpec spec;
-    spec.colourType = PNG_COLOR_TYPE_RGB_ALPHA;
-    spec.rows = {{1, 2, 3, 0, 4, 5, 6, 200}};
-    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00010203, 0x00040506}));
+    PngContent content;
+    content.colourType = PNG_COLOR_TYPE_RGB_ALPHA;
+    content.rows = {{1, 2, 3, 0, 4, 5, 6, 200}};
+    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00010203, 0x00040506}));
 }
 
 TEST_F(VePNGFileTest, PaletteExpandsAndTransparentEntriesBecomeTheKey) {
-    PngSpec spec;
-    spec.width = 3;
-    spec.colourType = PNG_COLOR_TYPE_PALETTE;
-    spec.palette = {{0, 0, 0}, {200, 100, 50}, {9, 8, 7}};
-    spec.paletteAlpha = {0, 255, 255};
-    spec.rows = {{2, 0, 1}};
-    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0x00090807, 0x00FF00FF, 0x00C86432}));
+    PngContent content;
+    content.width = 3;
+    content.colourType = PNG_COLOR_TYPE_PALETTE;
+    content.palette = {{0, 0, 0}, {200, 100, 50}, {9, 8, 7}};
+    content.paletteAlpha = {0, 255, 255};
+    content.rows = {{2, 0, 1}};
+    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00090807, 0x00FF00FF, 0x00C86432}));
 }
 
 TEST_F(VePNGFileTest, GreyScalesOfEveryDepthBecomeRgb) {
-    PngSpec low;
+    PngContent low;
     low.width = 4;
     low.colourType = PNG_COLOR_TYPE_GRAY;
     low.bitDepth = 2;
     low.rows = {{0b00011011}};
     EXPECT_EQ(LoadPixels(low), (std::vector<uint32_t>{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF}));
 
-    PngSpec alpha;
+    PngContent alpha;
     alpha.colourType = PNG_COLOR_TYPE_GRAY_ALPHA;
     alpha.rows = {{0x40, 255, 0x80, 10}};
     EXPECT_EQ(LoadPixels(alpha), (std::vector<uint32_t>{0x404040, 0xFF00FF}));
 }
 
 TEST_F(VePNGFileTest, SixteenBitSamplesAreReducedToEight) {
-    PngSpec spec;
-    spec.bitDepth = 16;
-    spec.rows = {{0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}};
-    EXPECT_EQ(LoadPixels(spec), (std::vector<uint32_t>{0xFF00FF, 0x12569A}));
+    PngContent content;
+    content.bitDepth = 16;
+    content.rows = {{0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}};
+    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0xFF00FF, 0x12569A}));
 }
 
 TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {
@@ -124,11 +124,11 @@ TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {
     EXPECT_HALT(file.Load(Path("short.png")), "Halt: Invalid Image Type",
                 "App halted when loading invalid image type (VePNGFile::Load)");
 
-    PngSpec spec;
-    spec.width = 40;
-    spec.height = 40;
-    spec.rows.assign(40, std::vector<uint8_t>(120, 77));
-    WritePng(Path("whole.png"), spec);
+    PngContent content;
+    content.width = 40;
+    content.height = 40;
+    content.rows.assign(40, std::vector<uint8_t>(120, 77));
+    WritePng(Path("whole.png"), content);
     std::string bytes;
     std::ifstream in(Path("whole.png"), std::ios::binary);
     bytes.assign(std::istreambuf_iterator<char>(in), {});
@@ -154,10 +154,10 @@ TEST_F(VePNGFileTest, SaveWritesWhatLoadReads) {
 }
 
 TEST_F(VePNGFileTest, ImageCopiesThePngIntoASurface) {
-    PngSpec spec;
-    spec.height = 2;
-    spec.rows = {{255, 0, 255, 1, 2, 3}, {4, 5, 6, 7, 8, 9}};
-    WritePng(Path("image.png"), spec);
+    PngContent content;
+    content.height = 2;
+    content.rows = {{255, 0, 255, 1, 2, 3}, {4, 5, 6, 7, 8, 9}};
+    WritePng(Path("image.png"), content);
     VeImage image(Path("image.png"));
     EXPECT_EQ(image.path, Path("image.png"));
     ASSERT_EQ(image.width, 2);

@@ -1,0 +1,385 @@
+#include "RouteSearch.h"
+
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Gameplay/QmCoreGameplayManager.h"
+#include "Gameplay/QmRaceAudio.h"
+#include "Gameplay/QmRaceHost.h"
+#include "Gameplay/QmRecording.h"
+#include "Platform/VeRandom.h"
+#include "Platform/VeTime.h"
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+#include <limits>
+#include <memory>
+#include <queue>
+#include <unordered_map>
+#include <vector>
+
+namespace {
+constexpr int64_t kClockStart = 1000;
+constexpr int kJump = 1;
+constexpr int kLeft = 2;
+constexpr int kRight = 4;
+// Inputs to try from each state; the first run starts with a single key, so that its first
+// event (race time 0, during the countdown) is the only one at that time.
+constexpr std::array<int, 6> kInputs = {kRight, kLeft, 0, kRight | kJump, kLeft | kJump, kJump};
+
+struct EntityState {
+    float x, y, width, height, gravity, verticalSpeed, speed, movedX, movedY, jumpImpulse;
+    uint8_t active, inAir, falling, verticalContact, horizontalContact, finished, physical;
+    int32_t groundBlock, direction;
+};
+
+EntityState Save(const ArEntity& e) {
+    return EntityState{e.x,
+                       e.y,
+                       e.width,
+                       e.height,
+                       e.gravity,
+                       e.verticalSpeed,
+                       e.speed,
+                       e.movedX,
+                       e.movedY,
+                       e.jumpImpulse,
+                       e.active,
+                       e.inAir,
+                       e.falling,
+                       e.verticalContact,
+                       e.horizontalContact,
+                       e.finished,
+                       e.physical,
+                       e.groundBlock,
+                       e.direction};
+}
+
+void Load(ArEntity& e, const EntityState& s) {
+    e.x = s.x;
+    e.y = s.y;
+    e.width = s.width;
+    e.height = s.height;
+    e.gravity = s.gravity;
+    e.verticalSpeed = s.verticalSpeed;
+    e.speed = s.speed;
+    e.movedX = s.movedX;
+    e.movedY = s.movedY;
+    e.jumpImpulse = s.jumpImpulse;
+    e.active = s.active;
+    e.inAir = s.inAir;
+    e.falling = s.falling;
+    e.verticalContact = s.verticalContact;
+    e.horizontalContact = s.horizontalContact;
+    e.finished = s.finished;
+    e.physical = s.physical;
+    e.groundBlock = s.groundBlock;
+    e.direction = s.direction;
+}
+
+struct EnemyState {
+    EntityState entity;
+    uint32_t touching; // bit i: touching enemy i (maps have far fewer than 32 cows)
+};
+
+struct Node {
+    int parent;
+    int frame;
+    int input;
+    int cells; // index into the pool of distinct grids
+    bool gatesOpen;
+    int64_t countdownStart, countdownAccum, lastCountdownTime, runStart, finalTime, runAccum;
+    uint8_t countingDown, running, raceOver, finishReached, inputHeldLastFrame;
+    bool flip, confusion;
+    EntityState racer;
+    std::vector<EnemyState> enemies;
+};
+
+struct GridHash {
+    size_t operator()(const std::array<BlockId, 400>& cells) const {
+        uint64_t h = 1469598103934665603ull;
+        for (BlockId id : cells) {
+            h = (h ^ static_cast<uint64_t>(static_cast<uint32_t>(id))) * 1099511628211ull;
+        }
+        return static_cast<size_t>(h);
+    }
+};
+
+// Cells from which the Finish can be reached by steps through passable cells (gates count as
+// open), counted in cells: the search's sense of how far a position is from the end.
+std::vector<int> FinishDistances(QmCoreEnvironmentManager& world) {
+    const int n = world.mapSize;
+    std::vector<int> distance(static_cast<size_t>(n * n), std::numeric_limits<int>::max());
+    std::deque<int> open;
+    for (int x = 0; x < n; ++x) {
+        for (int y = 0; y < n; ++y) {
+            if (world.GetBlock(x, y) == Block::Finish) {
+                distance[static_cast<size_t>(x * n + y)] = 0;
+                open.push_back(x * n + y);
+            }
+        }
+    }
+    while (!open.empty()) {
+        const int cell = open.front();
+        open.pop_front();
+        const int cx = cell / n;
+        const int cy = cell % n;
+        for (int dx = -1; dx <= 1; ++dx) {
+            for (int dy = -1; dy <= 1; ++dy) {
+                const int x = cx + dx;
+                const int y = cy + dy;
+                if ((dx == 0 && dy == 0) || x < 0 || y < 0 || x >= n || y >= n) {
+                    continue;
+                }
+                const BlockId id = world.GetBlock(x, y);
+                if (QmBlocks::IsDefaultBlock(id)) {
+                    continue;
+                }
+                const size_t index = static_cast<size_t>(x * n + y);
+                if (distance[index] > distance[static_cast<size_t>(cell)] + 1) {
+                    distance[index] = distance[static_cast<size_t>(cell)] + 1;
+                    open.push_back(x * n + y);
+                }
+            }
+        }
+    }
+    return distance;
+}
+
+struct StateKey {
+    int32_t x, y, verticalSpeed, flags, cells, frame;
+    bool operator==(const StateKey&) const = default;
+};
+
+struct StateKeyHash {
+    size_t operator()(const StateKey& k) const {
+        uint64_t h = 1469598103934665603ull;
+        for (int32_t v : {k.x, k.y, k.verticalSpeed, k.flags, k.cells, k.frame}) {
+            h = (h ^ static_cast<uint64_t>(static_cast<uint32_t>(v))) * 1099511628211ull;
+        }
+        return static_cast<size_t>(h);
+    }
+};
+
+int64_t FrameClock(int frame, float dt) {
+    return kClockStart + std::llround(static_cast<double>(frame) * static_cast<double>(dt) * 1000.0);
+}
+} // namespace
+
+std::string RouteSearch::RecordingText(const std::string& frameInputs, float dt) {
+    QmRecording recording;
+    int previous = 0;
+    const int64_t first = FrameClock(1, dt);
+    for (size_t i = 0; i < frameInputs.size(); ++i) {
+        const int frame = static_cast<int>(i) + 1;
+        const int input = frameInputs[i];
+        // Changes of one frame share its race time; the recording keeps one event per time, so the
+        // second and third change go a millisecond or two earlier, still after the previous frame.
+        int64_t time = frame == 1 ? 0 : FrameClock(frame, dt) - first;
+        const auto change = [&](int bit, int pressed, int released) {
+            if ((input & bit) != (previous & bit)) {
+                recording.Add(time, (input & bit) ? pressed : released);
+                --time;
+            }
+        };
+        change(kJump, QmRecording::JumpPressed, QmRecording::JumpReleased);
+        change(kLeft, QmRecording::LeftPressed, QmRecording::LeftReleased);
+        change(kRight, QmRecording::RightPressed, QmRecording::RightReleased);
+        previous = input;
+    }
+    return recording.ToText();
+}
+
+RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOptions& options) {
+    RouteResult result;
+    int64_t now = kClockStart;
+    SetTimeSource([&now] { return now; });
+    SeedRand(options.seed);
+    world.gatesOpen = false;
+
+    QmRaceAudio audio;
+    QmRaceHost host;
+    auto race = std::make_unique<QmCoreGameplayManager>(world, audio, host);
+    race->StartRace(false, true);
+    ArPlayer& racer = *race->Racer();
+    const size_t enemyCount = race->enemies.size();
+
+    std::vector<std::array<BlockId, 400>> grids;
+    std::unordered_map<std::array<BlockId, 400>, int, GridHash> gridIndex;
+    const auto internGrid = [&]() {
+        auto found = gridIndex.find(world.blocks);
+        if (found != gridIndex.end()) {
+            return found->second;
+        }
+        grids.push_back(world.blocks);
+        const int index = static_cast<int>(grids.size()) - 1;
+        gridIndex.emplace(world.blocks, index);
+        return index;
+    };
+
+    const auto capture = [&](int parent, int frame, int input) {
+        Node node;
+        node.parent = parent;
+        node.frame = frame;
+        node.input = input;
+        node.cells = internGrid();
+        node.gatesOpen = world.gatesOpen;
+        node.countdownStart = race->countdownStart;
+        node.countdownAccum = race->countdownAccum;
+        node.lastCountdownTime = race->lastCountdownTime;
+        node.runStart = race->runStart;
+        node.finalTime = race->finalTime;
+        node.runAccum = race->runAccum;
+        node.countingDown = race->countingDown;
+        node.running = race->running;
+        node.raceOver = race->raceOver;
+        node.finishReached = race->finishReached;
+        node.inputHeldLastFrame = race->inputHeldLastFrame;
+        node.flip = race->flip;
+        node.confusion = race->confusion;
+        node.racer = Save(racer);
+        for (size_t i = 0; i < enemyCount; ++i) {
+            const ArEnemy& enemy = *race->enemies[i];
+            EnemyState state{Save(enemy), 0};
+            for (const ArEnemy* other : enemy.touching) {
+                for (size_t j = 0; j < enemyCount; ++j) {
+                    if (race->enemies[j].get() == other) {
+                        state.touching |= 1u << j;
+                    }
+                }
+            }
+            node.enemies.push_back(state);
+        }
+        return node;
+    };
+    const auto restore = [&](const Node& node) {
+        world.blocks = grids[static_cast<size_t>(node.cells)];
+        world.gatesOpen = node.gatesOpen;
+        race->countdownStart = node.countdownStart;
+        race->countdownAccum = node.countdownAccum;
+        race->lastCountdownTime = node.lastCountdownTime;
+        race->runStart = node.runStart;
+        race->finalTime = node.finalTime;
+        race->runAccum = node.runAccum;
+        race->countingDown = node.countingDown;
+        race->running = node.running;
+        race->raceOver = node.raceOver;
+        race->finishReached = node.finishReached;
+        race->inputHeldLastFrame = node.inputHeldLastFrame;
+        race->flip = node.flip;
+        race->confusion = node.confusion;
+        Load(racer, node.racer);
+        racer.ClearInput();
+        for (size_t i = 0; i < enemyCount; ++i) {
+            ArEnemy& enemy = *race->enemies[i];
+            Load(enemy, node.enemies[i].entity);
+            enemy.touching.clear();
+            for (size_t j = 0; j < enemyCount; ++j) {
+                if (node.enemies[i].touching & (1u << j)) {
+                    enemy.touching.push_back(race->enemies[j].get());
+                }
+            }
+        }
+    };
+
+    const std::vector<int> distances = FinishDistances(world);
+    const int n = world.mapSize;
+    const float cell = static_cast<float>(world.blockSize);
+    const double framesPerCell = cell / (world.blockSize == 32 ? 150.0 : 300.0) / options.dt;
+    const auto estimate = [&](const EntityState& r) {
+        const int cx = std::clamp(static_cast<int>((r.x + cell * 0.5f) / cell), 0, n - 1);
+        const int cy = std::clamp(static_cast<int>((r.y + cell * 0.5f) / cell), 0, n - 1);
+        const int d = distances[static_cast<size_t>(cx * n + cy)];
+        return d == std::numeric_limits<int>::max() ? 1.0e6 : d * framesPerCell;
+    };
+
+    std::vector<Node> nodes;
+    nodes.push_back(capture(-1, 0, 0));
+    using Entry = std::pair<double, int>;
+    std::priority_queue<Entry, std::vector<Entry>, std::greater<Entry>> open;
+    open.emplace(0.0, 0);
+    std::unordered_map<StateKey, int, StateKeyHash> seen;
+    const int maxFrame = static_cast<int>(options.maxSeconds / options.dt) + 1;
+    int goal = -1;
+
+    while (!open.empty() && goal < 0 && result.expanded < options.maxStates) {
+        const int index = open.top().second;
+        open.pop();
+        ++result.expanded;
+        for (int input : kInputs) {
+            const Node& parent = nodes[static_cast<size_t>(index)];
+            if (parent.frame == 0 && (input == (kRight | kJump) || input == (kLeft | kJump) || input == 0)) {
+                continue;
+            }
+            if (parent.frame + options.stepFrames > maxFrame) {
+                continue;
+            }
+            restore(parent);
+            const int startFrame = parent.frame;
+            bool finished = false;
+            bool dead = false;
+            int frame = startFrame;
+            for (int step = 0; step < options.stepFrames; ++step) {
+                frame = startFrame + step + 1;
+                now = FrameClock(frame, options.dt);
+                racer.jumpHeld = (input & kJump) ? 1 : 0;
+                racer.leftHeld = (input & kLeft) ? 1 : 0;
+                racer.rightHeld = (input & kRight) ? 1 : 0;
+                race->CoreUpdate(options.dt);
+                if (race->finishReached) {
+                    finished = true;
+                    break;
+                }
+                if (!racer.active) {
+                    dead = true;
+                    break;
+                }
+            }
+            if (dead) {
+                continue;
+            }
+            Node child = capture(index, frame, input);
+            if (finished) {
+                nodes.push_back(std::move(child));
+                goal = static_cast<int>(nodes.size()) - 1;
+                break;
+            }
+            // States that look alike to the racer are explored once; with cows about, the moment
+            // matters too.
+            const StateKey key{static_cast<int32_t>(std::lround(child.racer.x / options.cellPixels)),
+                               static_cast<int32_t>(std::lround(child.racer.y / options.cellPixels)),
+                               static_cast<int32_t>(std::lround(child.racer.verticalSpeed / 25.0f)),
+                               static_cast<int32_t>(child.racer.inAir | (child.racer.speed > 300.0f ? 2 : 0) |
+                                                    (child.racer.jumpImpulse > 534.0f ? 4 : 0)),
+                               child.cells,
+                               enemyCount > 0 ? child.frame : 0};
+            if (!seen.emplace(key, static_cast<int>(nodes.size())).second) {
+                continue;
+            }
+            const double priority = child.frame + options.greed * estimate(child.racer);
+            nodes.push_back(std::move(child));
+            open.emplace(priority, static_cast<int>(nodes.size()) - 1);
+        }
+    }
+    race.reset();
+    SetTimeSource(nullptr);
+
+    if (goal < 0) {
+        return result;
+    }
+    std::vector<int> path;
+    for (int at = goal; at > 0; at = nodes[static_cast<size_t>(at)].parent) {
+        path.push_back(at);
+    }
+    std::reverse(path.begin(), path.end());
+    std::string frames;
+    for (int at : path) {
+        const Node& node = nodes[static_cast<size_t>(at)];
+        const int parentFrame = nodes[static_cast<size_t>(node.parent)].frame;
+        frames.append(static_cast<size_t>(node.frame - parentFrame), static_cast<char>(node.input));
+    }
+    result.found = true;
+    result.run = RecordingText(frames, options.dt);
+    const int64_t first = FrameClock(1, options.dt);
+    result.timeMs = FrameClock(nodes[static_cast<size_t>(goal)].frame, options.dt) - first;
+    return result;
+}

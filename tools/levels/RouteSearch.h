@@ -1,0 +1,47 @@
+#pragma once
+// Finds a reference run for a map: a best-first search over the racer's inputs, held for a few
+// frames at a time, through the race's own frame update. The race is snapshotted after every
+// step (map cells, clocks, racer and cows) so each branch continues from where its parent
+// stopped. The result is a recording text that the simulator plays to the finish at the same
+// frame time.
+#include "Environment/CoreEnvironmentManager/QmBlocks.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+class QmCoreEnvironmentManager;
+
+struct RouteOptions {
+    float dt = 1.0f / 60.0f;
+    // Frames an input is held before the next choice.
+    int stepFrames = 4;
+    // The search gives up after this many expanded states.
+    size_t maxStates = 400000;
+    // and when a branch's race time passes this.
+    float maxSeconds = 90.0f;
+    // Seeds the cows' first directions, as the simulator does.
+    uint32_t seed = 1;
+    // How much the distance left weighs against the time spent: 1 finds the fastest run within the
+    // step grid, larger values find a run sooner.
+    double greed = 2.0;
+    // Positions are told apart to this many pixels.
+    float cellPixels = 2.0f;
+};
+
+struct RouteResult {
+    bool found = false;
+    std::string run;
+    int64_t timeMs = 0;
+    size_t expanded = 0;
+};
+
+class RouteSearch {
+public:
+    // The world's current map is raced from its Start cell (startX, startY).
+    static RouteResult Find(QmCoreEnvironmentManager& world, const RouteOptions& options);
+
+    // The recording text of a list of per-frame inputs (bit 0 jump, bit 1 left, bit 2 right),
+    // starting with the first frame of the countdown, at a fixed frame time.
+    static std::string RecordingText(const std::string& frameInputs, float dt);
+};

@@ -1,0 +1,36 @@
+// quillmaze-seed SHIPPED_MAPS [GAME_FOLDER]
+// Copies the shipped tours (the "Maps" folder beside the program) that the player's game folder
+// lacks into it and lists them in its tours.dat, never replacing a file. GAME_FOLDER defaults to
+// the game's own folder ($QUILLMAZE_USER_DATA, else $XDG_DATA_HOME, else ~/.local/share, then
+// "/Quillmaze"). Exit status 0 when done, 1 on failure, 2 for wrong usage.
+#include "Platform/VeFiles.h"
+#include "UserDataSeeder.h"
+
+#include <cstdio>
+#include <string>
+
+int main(int argc, char** argv) {
+    if (argc < 2 || argc > 3) {
+        std::fprintf(stderr, "usage: quillmaze-seed SHIPPED_MAPS [GAME_FOLDER]\n");
+        return 2;
+    }
+    const std::string gameFolder = argc == 3 ? std::string(argv[2]) : GetGameFolder();
+    if (gameFolder.empty() || gameFolder == "/Quillmaze") {
+        std::fprintf(stderr, "quillmaze-seed: no user data folder (set HOME, XDG_DATA_HOME or "
+                             "QUILLMAZE_USER_DATA)\n");
+        return 1;
+    }
+    SeedReport report;
+    std::string error;
+    if (!UserDataSeeder::Seed(argv[1], gameFolder, report, error)) {
+        std::fprintf(stderr, "quillmaze-seed: %s\n", error.c_str());
+        return 1;
+    }
+    for (const std::string& tour : report.copiedTours) {
+        std::printf("quillmaze-seed: added the tour %s to %s/Maps\n", tour.c_str(), gameFolder.c_str());
+    }
+    for (const std::string& file : report.copiedFiles) {
+        std::printf("quillmaze-seed: added %s\n", file.c_str());
+    }
+    return 0;
+}

@@ -1,0 +1,246 @@
+#include "Form/VeButton.h"
+
+#include "engine/Audio/AudioTestKit.h"
+#include "engine/Form/FormTestKit.h"
+
+#include "Screen/Surface/VeSurface.h"
+#include "Screen/Text/VeTextStyle.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr uint32_t kBackdrop = 0x102030;
+
+class VeButtonTest : public ::testing::Test {
+protected:
+    VeButtonTest() : style(60, 20), labelStyle(1, 0x00FF00, 1, 1, 0) {
+        style.x = 10.7f;
+        style.y = 5.2f;
+        style.disabledLabelColour = 0x404040;
+        button = std::make_unique<VeButton>("OK", &style, &labelStyle);
+    }
+
+    VeSurface Drawn() {
+        VeSurface target(80, 40);
+        target.Fill(kBackdrop);
+        button->Draw(target, true, false);
+        return target;
+    }
+    static uint32_t At(const VeSurface& target, int32_t px, int32_t py) {
+        return target.GetXY(px, py) & 0xFFFFFF;
+    }
+    // Pixels of the colour inside the label's box ("OK" is 11 x 5 at size 1, centred at
+    // 10 + 30 - 5 = 35, 5 + 10 - 2 = 13); -1 when any lies outside it.
+    static int LabelPixels(const VeSurface& target, uint32_t colour) {
+        int count = 0;
+        for (int32_t py = 0; py < target.height; ++py) {
+            for (int32_t px = 0; px < target.width; ++px) {
+                if (At(target, px, py) == colour) {
+                    if (px < 35 || px >= 46 || py < 13 || py >= 18) {
+                        return -1;
+                    }
+                    ++count;
+                }
+            }
+        }
+        return count;
+    }
+
+    FormRig rig;
+    VeButtonStyle style;
+    VeTextStyle labelStyle;
+    std::unique_ptr<VeButton> button;
+};
+
+} // namespace
+
+TEST_F(VeButtonTest, TakesItsStylesLaterWhenMadeWithout) {
+    EXPECT_EQ(button->x, 10.0f) << "whole pixels";
+    EXPECT_EQ(button->y, 5.0f);
+    VeButton later("LATER");
+    EXPECT_FALSE(later.HasStyle());
+    EXPECT_FALSE(later.LabelStyled());
+    later.SetStyle(&style);
+    later.SetLabelStyle(labelStyle);
+    EXPECT_EQ(later.width, 60);
+    EXPECT_EQ(later.LabelText().Width(), 5 * 6 - 1);
+}
+
+TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabel) {
+    const VeSurface target = Drawn();
+    // Three rings of the border colour, then the fill (both 0xCCCCCC by default).
+    EXPECT_EQ(At(target, 10, 5), 0xCCCCCCu);
+    EXPECT_EQ(At(target, 69, 24), 0xCCCCCCu);
+    EXPECT_EQ(At(target, 9, 5), kBackdrop);
+    EXPECT_EQ(At(target, 70, 24), kBackdrop);
+    EXPECT_EQ(At(target, 10, 25), kBackdrop);
+    EXPECT_GT(LabelPixels(target, 0x00FF00), 10);
+
+    style.borderColour = 0x000000;
+    button->SetStyle(&style);
+    const VeSurface ringed = Drawn();
+    EXPECT_EQ(At(ringed, 12, 7), 0x000000u);
+    EXPECT_EQ(At(ringed, 13, 8), 0xCCCCCCu);
+
+    button->look.showLabel = false;
+    EXPECT_EQ(LabelPixels(Drawn(), 0x00FF00), 0);
+}
+
+TEST_F(VeButtonTest, TheFocusedButtonShowsTheHoverLook) {
+    style.hoverBorderThickness = 2;
+    style.hoverLabelColourOn = true;
+    style.hoverLabelColour = 0xFFFF00;
+    button->SetStyle(&style);
+    button->selected = true;
+    VeSurface focused = Drawn();
+    EXPECT_EQ(At(focused, 10, 5), 0x0000FFu);
+    EXPECT_EQ(At(focused, 11, 6), 0x0000FFu);
+    EXPECT_EQ(At(focused, 12, 7), 0xCCCCCCu);
+    EXPECT_GT(LabelPixels(focused, 0xFFFF00), 10);
+    EXPECT_EQ(LabelPixels(focused, 0x00FF00), 0);
+
+    // Losing the focus gives the label its own colour back.
+    button->selected = false;
+    VeSurface plain = Drawn();
+    EXPECT_EQ(At(plain, 10, 5), 0xCCCCCCu);
+    EXPECT_EQ(LabelPixels(plain, 0xFFFF00), 0);
+    EXPECT_GT(LabelPixels(plain, 0x00FF00), 10);
+
+    // A hover fill covers the box instead of the rings; the label stays on top.
+    button->look.hoverFill = true;
+    button->look.hoverFillColour = 0x880000;
+    button->selected = true;
+    VeSurface filled = Drawn();
+    EXPECT_EQ(At(filled, 10, 5), 0x880000u);
+    EXPECT_EQ(At(filled, 20, 15), 0x880000u);
+    EXPECT_GT(LabelPixels(filled, 0xFFFF00), 10);
+}
+
+TEST_F(VeButtonTest, ImagesReplaceTheFillsAndKeepTheirTransparentKey) {
+    VeSurface normal(60, 20);
+    normal.Fill(0x00AA00);
+    normal.Rect(0, 0, 5, 5, kColourKey);
+    VeSurface hover(60, 20);
+    hover.Fill(kColourKey);
+    hover.Rect(20, 5, 10, 10, 0xAA00AA);
+    style.normalImage = &normal;
+    style.hoverImage = &hover;
+    style.borderThickness = 0;
+    style.hoverBorderThickness = 0;
+    button->SetStyle(&style);
+    button->look.showLabel = false;
+
+    VeSurface plain = Drawn();
+    EXPECT_EQ(At(plain, 20, 15), 0x00AA00u);
+    EXPECT_EQ(At(plain, 10, 5), kBackdrop) << "the key shows what is beneath";
+    button->selected = true;
+    VeSurface focused = Drawn();
+    EXPECT_EQ(At(focused, 35, 15), 0xAA00AAu);
+    EXPECT_EQ(At(focused, 20, 15), 0x00AA00u);
+}
+
+TEST_F(VeButtonTest, ADisabledButtonIsDarkenedAndAnswersNoPress) {
+    style.disabledFillColour = 0xC0C0C0;
+    button->SetStyle(&style);
+    button->enabled = false;
+    button->selected = true;
+    const VeSurface target = Drawn();
+    EXPECT_EQ(At(target, 20, 10), 0x606060u) << "the disabled fill at half brightness";
+    EXPECT_EQ(At(target, 75, 30), kBackdrop);
+    EXPECT_GT(LabelPixels(target, 0x404040), 10) << "the label in the disabled colour";
+
+    rig.MoveMouse(30, 10);
+    rig.devices.buttons = 1;
+    rig.devices.keys[VeKey::Return] = 1;
+    rig.input->Update();
+    button->Update(*rig.input, true);
+    EXPECT_FALSE(button->Clicked(*rig.input, true));
+    EXPECT_FALSE(button->Confirmed(*rig.input));
+    EXPECT_FALSE(button->Pressed(*rig.input, true));
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
+
+    // Enabled again it answers both, and the label is green once more.
+    button->enabled = true;
+    EXPECT_TRUE(button->Clicked(*rig.input, true));
+    EXPECT_TRUE(button->Confirmed(*rig.input));
+    button->selected = false;
+    EXPECT_GT(LabelPixels(Drawn(), 0x00FF00), 10);
+}
+
+TEST_F(VeButtonTest, ClicksCountOnlyOverTheButtonInTheirFirstFrame) {
+    auto frame = [&](int mouseX, int mouseY, bool down) {
+        rig.MoveMouse(mouseX, mouseY);
+        rig.devices.buttons = down ? 1 : 0;
+        rig.input->Update();
+        const bool over = button->MouseOver(*rig.input);
+        button->Update(*rig.input, over);
+        const bool clicked = button->Clicked(*rig.input, over);
+        rig.input->ClearPressed();
+        return clicked;
+    };
+    EXPECT_FALSE(frame(5, 5, true)) << "outside";
+    EXPECT_FALSE(frame(30, 10, true)) << "the button was already down when it came over";
+    EXPECT_FALSE(frame(30, 10, false));
+    EXPECT_TRUE(frame(30, 10, true));
+    EXPECT_FALSE(frame(30, 10, true)) << "held";
+    EXPECT_FALSE(frame(30, 10, false));
+    EXPECT_TRUE(frame(70, 25, true)) << "the far corner is inside";
+    EXPECT_FALSE(frame(71, 25, false));
+    EXPECT_FALSE(frame(71, 25, true));
+}
+
+TEST_F(VeButtonTest, ConfirmKeysPressTheFocusedButton) {
+    for (int key : {VeKey::Space, VeKey::Return, VeKey::KeypadEnter}) {
+        button->selected = true;
+        rig.devices.keys[key] = 1;
+        rig.input->Update();
+        EXPECT_TRUE(button->Confirmed(*rig.input)) << key;
+        EXPECT_TRUE(button->Pressed(*rig.input, false)) << key;
+        button->selected = false;
+        EXPECT_FALSE(button->Confirmed(*rig.input)) << key;
+        rig.input->ClearPressed();
+        rig.devices.keys[key] = 0;
+        rig.input->Update();
+    }
+    button->selected = true;
+    rig.devices.keys[VeKey::Escape] = 1;
+    rig.input->Update();
+    EXPECT_FALSE(button->Confirmed(*rig.input));
+}
+
+TEST_F(VeButtonTest, TheMouseComingOverShowsTheHandAndPlaysTheHoverSoundOnce) {
+    TempUserData data;
+    CreateFolder(data.path);
+    MixerRig mixer(data.path);
+    mixer.Load("Hover", 22050, 1, std::vector<int16_t>(2000, 1000));
+    button->look.hoverSound = "Hover";
+    button->SetSounds(mixer.audio.get());
+
+    rig.MoveMouse(5, 5);
+    rig.Frame(*button);
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
+    EXPECT_EQ(mixer.audio->ChannelCount(), 0);
+
+    rig.MoveMouse(30, 10);
+    rig.Frame(*button);
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand);
+    EXPECT_EQ(mixer.audio->ChannelCount(), 1);
+    rig.MoveMouse(40, 12);
+    rig.Frame(*button);
+    EXPECT_EQ(mixer.audio->ChannelCount(), 1) << "staying over the button plays nothing more";
+
+    // Leaving and coming back plays it again; a sound that was never loaded plays nothing.
+    rig.MoveMouse(75, 35);
+    rig.Frame(*button);
+    rig.MoveMouse(30, 10);
+    rig.Frame(*button);
+    EXPECT_EQ(mixer.audio->ChannelCount(), 2);
+    button->look.hoverSound = "Missing";
+    rig.MoveMouse(75, 35);
+    rig.Frame(*button);
+    rig.MoveMouse(30, 10);
+    rig.Frame(*button);
+    EXPECT_EQ(mixer.audio->ChannelCount(), 2);
+}

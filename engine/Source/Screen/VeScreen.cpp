@@ -19,6 +19,7 @@
 #include <link.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -53,6 +54,16 @@ void CopyKeyed(const VeSurface& from, VeSurface& to) {
         uint32_t c = source[i];
         target[i] = c | ((c >> 24) == 0 && c != kColourKey ? 0xFF000000u : 0u);
     }
+}
+
+// Whether a window system is there to show the window: SDL falls back to its invisible offscreen
+// driver by itself when it cannot reach one.
+bool WindowSystemExpected() {
+    const char* display = std::getenv("DISPLAY");
+    const char* wayland = std::getenv("WAYLAND_DISPLAY");
+    const char* forced = std::getenv("SDL_VIDEODRIVER");
+    bool expected = (display != nullptr && *display != '\0') || (wayland != nullptr && *wayland != '\0');
+    return expected && (forced == nullptr || *forced == '\0');
 }
 
 bool ParseVersion(const char* text, int& major, int& minor) {
@@ -94,11 +105,36 @@ void VeScreen::FailWindow(const std::string& what) const {
          "Unable to " + what + ": " + std::string(SDL_GetError()) + "." + errorSuffix);
 }
 
+void VeScreen::StartVideo() {
+    // A busy X server can refuse a connection for a moment ("Resource temporarily unavailable");
+    // SDL would then quietly choose the offscreen driver and the game would run unseen. Try again
+    // a few times before accepting that.
+    constexpr int kAttempts = 10;
+    for (int attempt = 1;; ++attempt) {
+        bool started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+        const char* driver = started ? SDL_GetCurrentVideoDriver() : nullptr;
+        bool invisible =
+            driver != nullptr && (std::strcmp(driver, "offscreen") == 0 || std::strcmp(driver, "dummy") == 0);
+        if (started && !(invisible && WindowSystemExpected())) {
+            return;
+        }
+        if (attempt == kAttempts) {
+            if (started) {
+                Log("No window system could be reached; the window is not shown.\n");
+                return;
+            }
+            FailWindow("start the video system");
+        }
+        if (started) {
+            SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        }
+        SleepMs(20);
+    }
+}
+
 void VeScreen::Init() {
     VeSurface::SetOverlayFormat(VeOverlayFormat{});
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
-        FailWindow("start the video system");
-    }
+    StartVideo();
     if (softwarePathForced) {
         glEnabled = false;
     }

@@ -127,6 +127,7 @@ public:
     VeFrameRate frameRate;
 
 private:
+    void StartVideo();
     bool WindowSize(int32_t& w, int32_t& h) const;
     void DrawFpsText();
     void PresentGL();

@@ -1,0 +1,142 @@
+#include "Environment/ArEnvironmentManager.h"
+
+#include "Gameplay/Entities/ArEntity.h"
+#include "Screen/Text/VeText.h"
+#include "Screen/VeScreen.h"
+
+namespace {
+
+constexpr uint32_t kTextColour = 0xFFFFFF;
+constexpr uint32_t kShadowColour = 0x000000;
+constexpr uint32_t kCountdownOutline = 0x1C1A24;
+// Where the name and the badge sit on the panel.
+constexpr int kNameX = 14;
+constexpr int kBadgeX = 216;
+constexpr int kBadgeY = 4;
+
+} // namespace
+
+ArEnvironmentManager::ArEnvironmentManager(VeScreen& screenToDrawOn, QmWorldViewHost& viewHost,
+                                           QmWorldFrontEndLink* frontEndLink)
+    : QmClientEnvironmentManager(screenToDrawOn, viewHost, frontEndLink) {
+    const char* badgeFiles[4] = {"Assets/Badges/Gold.png", "Assets/Badges/Silver.png",
+                                 "Assets/Badges/Bronze.png", "Assets/Badges/Badge.png"};
+    for (size_t i = 0; i < badges.size(); ++i) {
+        badges[i] = std::make_unique<VeImage>(badgeFiles[i]);
+    }
+    panel = std::make_unique<VeImage>("Assets/HUD/Panel.png");
+    textStyle.Size(4)
+        .Colour(kTextColour)
+        .Weight(3)
+        .LetterSpacing(2)
+        .LineHeight(4)
+        .MaxWidth(screen.width - 40);
+    shadowStyle = textStyle;
+    shadowStyle.Colour(kShadowColour);
+    countdownStyle.Size(24).Colour(kTextColour).Weight(14).LetterSpacing(4);
+    hudStyle.Size(3)
+        .Colour(kTextColour)
+        .Weight(2)
+        .LetterSpacing(1)
+        .MaxWidth(kBadgeX - kNameX - 6)
+        .MaxHeight(32);
+    racerFace.Load(0, OpenGLAvailable());
+}
+
+ArEnvironmentManager::~ArEnvironmentManager() = default;
+
+void ArEnvironmentManager::SetFade(float multiplier) {
+    screen.screenColorMultiplier = multiplier;
+}
+
+void ArEnvironmentManager::ReversePixelOrder() {
+    turnPending = true;
+}
+
+void ArEnvironmentManager::GreyFrame() {
+    greyPending = true;
+}
+
+void ArEnvironmentManager::ComposeOverlay() {
+    if (greyPending) {
+        screen.overlay.GreyRect(0, 0, 0, 0);
+    }
+    if (turnPending) {
+        screen.overlay.Rotate180();
+    }
+    greyPending = false;
+    turnPending = false;
+}
+
+void ArEnvironmentManager::DrawText(const std::string& text, int y) {
+    if (text.empty()) {
+        return;
+    }
+    const int centre = screen.width / 2;
+    VeText::DrawString(screen.overlay, text, centre + 1, y + 1, shadowStyle, true);
+    VeText::DrawString(screen.overlay, text, centre, y, textStyle, true);
+}
+
+void ArEnvironmentManager::DrawCountdown(const std::string& number) {
+    VeText text(number, &countdownStyle);
+    const int x = screen.width / 2;
+    const int y = (screen.height - text.Height()) / 2;
+    text.DrawOnto(screen.overlay, x + 3, y + 3, true, 0.45f, kColourKey);
+    text.DrawOnto(screen.overlay, x, y, true, 1.0f, kCountdownOutline);
+}
+
+void ArEnvironmentManager::DrawHud(const std::string& mapName, int badge) {
+    VeSurface& overlay = screen.overlay;
+    overlay.BlitKeyed(*panel, kHudX, kHudY);
+    if (!mapName.empty()) {
+        VeText name(mapName, &hudStyle);
+        const int y = kHudY + (panel->height - name.Height()) / 2;
+        name.DrawOnto(overlay, kHudX + kNameX, y, false, 1.0f, kShadowColour);
+    }
+    if (badge >= 0 && badge < static_cast<int>(badges.size())) {
+        overlay.BlitKeyed(*badges[static_cast<size_t>(badge)], kHudX + kBadgeX, kHudY + kBadgeY);
+    }
+}
+
+void ArEnvironmentManager::DrawEntity(const ArEntity& entity, EntityKind kind, float alpha) {
+    DrawEntityAt(kind, entity.x, entity.y, alpha);
+}
+
+void ArEnvironmentManager::DrawEntityAt(EntityKind kind, float x, float y, float alpha) {
+    if (kind == EnemyEntity) {
+        QmClientEnvironmentManager::DrawEntity(CowImage(blockSize), CowTexture(blockSize), x, y, alpha,
+                                               false);
+        return;
+    }
+    // The racer comes forward when it dies; the ghost stays where it is.
+    QmClientEnvironmentManager::DrawEntity(RacerFaceImage(blockSize), RacerFaceTexture(blockSize), x, y,
+                                           alpha, kind == RacerEntity);
+}
+
+const VeSurface* ArEnvironmentManager::RacerFaceImage(int size) const {
+    const VeSurface* face = racerFace.Image(size);
+    return face != nullptr ? face : RacerImage(size);
+}
+
+const VeTexture* ArEnvironmentManager::RacerFaceTexture(int size) const {
+    const VeTexture* face = racerFace.Texture(size);
+    return face != nullptr ? face : RacerTexture(size);
+}
+
+void ArEnvironmentManager::SetRacerFace(int eyeDX, int eyeDY, int bodyFrame) {
+    racerFace.Build(eyeDX, eyeDY, bodyFrame);
+}
+
+void ArEnvironmentManager::SetCharacter(int character) {
+    if (character != racerFace.Character()) {
+        racerFace.Load(character, OpenGLAvailable());
+    }
+}
+
+const uint32_t* ArEnvironmentManager::FireImage(int index, int size) {
+    if (index < 0) {
+        return nullptr;
+    }
+    const VeSurface* frame = fireFrames.Frame(index).Surface(size);
+    return frame != nullptr ? frame->Pixels() : nullptr;
+}

@@ -1,0 +1,142 @@
+#include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
+
+#include "Screen/Surface/VeSurface.h"
+
+using namespace renderer_test;
+
+namespace {
+
+constexpr int kTolerance = 24;
+constexpr int64_t kDifferingPixels = 640 * 640 / 200;
+
+std::string ViewName(bool threeD) {
+    return threeD ? "3d" : "2d";
+}
+
+} // namespace
+
+class RaceFrameTest : public RendererTest, public ::testing::WithParamInterface<bool> {
+protected:
+    void SetUp() override {
+        RendererTest::SetUp();
+        host.threeD = GetParam();
+        host.race = true;
+        host.racer.exists = true;
+        host.racer.x = 150.0f;
+        host.racer.y = 350.0f;
+        Open();
+        BuildMap(EverythingSmall());
+        world->mapName = "Meadow Run";
+        world->SetIntro(0.0f);
+    }
+
+    // The race's entities as Part of the frame: cows, the racer, the ghost at 0.3.
+    void DrawEntities(bool) {
+        world->DrawEntityAt(QmRaceDrawer::EnemyEntity, 384.0f, 384.0f, 1.0f);
+        world->DrawEntityAt(QmRaceDrawer::RacerEntity, host.racer.x, host.racer.y, 1.0f);
+        world->DrawEntityAt(QmRaceDrawer::GhostEntity, 60.0f, 250.0f, 0.3f);
+    }
+
+    ScreenshotImage RaceFrame(const std::function<void()>& raceLayer) {
+        return Frame([this](bool shadow) { DrawEntities(shadow); }, raceLayer);
+    }
+};
+
+TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
+    RaceFrame(nullptr);
+    ScreenshotImage shot = RaceFrame([this] {
+        world->SetRacerFace(1, 0, 0);
+        world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
+    });
+    EXPECT_TRUE(MatchesStoredImage("environment-client/race-" + ViewName(GetParam()) + ".png", shot,
+                                   kTolerance, kDifferingPixels));
+}
+
+TEST_P(RaceFrameTest, DeathTurnsTheWholeFrameGrey) {
+    host.racer.active = false;
+    ScreenshotImage shot = RaceFrame([this] {
+        world->DrawHud(world->mapName, QmRaceDrawer::SilverBadge);
+        world->GreyFrame();
+        world->DrawText("Ouch! Press jump to try again", 480);
+    });
+    EXPECT_TRUE(MatchesStoredImage("environment-client/death-" + ViewName(GetParam()) + ".png", shot,
+                                   kTolerance, kDifferingPixels));
+    // Every pixel is grey: red, green and blue within rounding of each other.
+    int coloured = 0;
+    for (uint32_t pixel : shot.pixels) {
+        const int r = static_cast<int>((pixel >> 16) & 0xFF);
+        const int g = static_cast<int>((pixel >> 8) & 0xFF);
+        const int b = static_cast<int>(pixel & 0xFF);
+        coloured += std::abs(r - g) > 3 || std::abs(g - b) > 3 ? 1 : 0;
+    }
+    EXPECT_EQ(coloured, 0);
+}
+
+TEST_P(RaceFrameTest, FlipTurnsTheViewUpsideDown) {
+    host.flipped = true;
+    ScreenshotImage upright;
+    {
+        host.flipped = false;
+        upright = RaceFrame([this] { world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge); });
+        host.flipped = true;
+    }
+    ScreenshotImage shot = RaceFrame([this] {
+        world->ReversePixelOrder();
+        world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
+    });
+    EXPECT_TRUE(MatchesStoredImage("environment-client/flip-" + ViewName(GetParam()) + ".png", shot,
+                                   kTolerance, kDifferingPixels));
+    // The panel drawn at the top left ends up at the bottom right.
+    EXPECT_EQ(shot.At(639 - ArEnvironmentManager::kHudX - 20, 639 - ArEnvironmentManager::kHudY - 20),
+              upright.At(ArEnvironmentManager::kHudX + 20, ArEnvironmentManager::kHudY + 20));
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, RaceFrameTest, ::testing::Bool(),
+                         [](const ::testing::TestParamInfo<bool>& info) {
+                             return info.param ? std::string("ThreeD") : std::string("TwoD");
+                         });
+
+class EditorViewTest : public RendererTest {};
+
+TEST_F(EditorViewTest, EditorCameraShowsTheWholeMapWithTheCursor) {
+    host.threeD = true;
+    host.editor = true;
+    Open();
+    BuildMap(EverythingSmall());
+    world->PrepareEditorView();
+    ScreenshotImage shot = Frame([this](bool) {
+        QmCellLook look;
+        ASSERT_TRUE(world->CellLook(Block::SpeedUp, look));
+        world->DrawBlock(look.texture, look.halfSize, 4.0f, 2.0f, 0, look.flat, look.spinning, false, false,
+                         1.0f, true, ArEnvironmentManager::kOpaqueWhite);
+        world->DrawBlock(world->art.editorFlash->Texture(world->blockSize), false, 4.0f, 2.0f, 0, false,
+                         false, false, false, 1.0f, false, ArEnvironmentManager::kOpaqueWhite);
+    });
+    EXPECT_TRUE(MatchesStoredImage("environment-client/editor-3d.png", shot, kTolerance, kDifferingPixels));
+}
+
+TEST_F(EditorViewTest, PickingImageFindsTheCellUnderThePixelAndShowsTheSnapshotMeanwhile) {
+    host.threeD = true;
+    host.editor = true;
+    Open();
+    BuildMap(EverythingLarge());
+    world->PrepareEditorView();
+    screen->threeD = true;
+    // A normal frame kept as the snapshot, then the picking frame.
+    world->WorldFrame(nullptr, true, false);
+    world->picking = true;
+    world->WorldFrame(nullptr, false, true);
+    world->picking = false;
+    int column = -1;
+    int row = -1;
+    // The editor camera frames the whole map: the centre of the screen is the middle of the map.
+    ASSERT_TRUE(world->CellAtPixel(320 + 3, 320 + 3, column, row));
+    EXPECT_EQ(column, 10);
+    EXPECT_EQ(row, 10);
+    ASSERT_TRUE(world->CellAtPixel(320 - 3, 320 - 3, column, row));
+    EXPECT_EQ(column, 9);
+    EXPECT_EQ(row, 9);
+    // The corners show the backdrop around the map: no cell.
+    EXPECT_FALSE(world->CellAtPixel(2, 2, column, row));
+    EXPECT_FALSE(world->CellAtPixel(-1, 5, column, row));
+}

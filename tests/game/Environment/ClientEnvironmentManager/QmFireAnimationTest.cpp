@@ -1,0 +1,102 @@
+#include "Environment/ClientEnvironmentManager/QmFireAnimation.h"
+
+#include "Platform/VeRandom.h"
+#include "Platform/VeTime.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+namespace {
+
+std::vector<uint32_t> PixelsOf(const VeSurface& surface) {
+    return std::vector<uint32_t>(surface.Pixels(), surface.Pixels() + surface.pixelCount);
+}
+
+class FireClock : public ::testing::Test {
+protected:
+    void SetUp() override {
+        SetTimeSource([this] { return now; });
+        SeedRand(7);
+    }
+    void TearDown() override { SetTimeSource(nullptr); }
+
+    int64_t now = 5000;
+};
+
+} // namespace
+
+TEST(QmFireAnimationCellTest, NeighbouringCellsShowDifferentFramesInADiagonalPattern) {
+    for (int mapSize : {10, 20}) {
+        for (int x = 0; x < mapSize; ++x) {
+            for (int y = 0; y < mapSize; ++y) {
+                const int frame = QmFireAnimation::FrameForCell(mapSize, x, y);
+                EXPECT_EQ(frame, (mapSize * x + y) % 6);
+                if (y + 1 < mapSize) {
+                    EXPECT_NE(frame, QmFireAnimation::FrameForCell(mapSize, x, y + 1));
+                }
+            }
+        }
+    }
+    // On the small map the pattern repeats along the diagonal x + y... every sixth cell down.
+    EXPECT_EQ(QmFireAnimation::FrameForCell(10, 0, 0), QmFireAnimation::FrameForCell(10, 0, 6));
+}
+
+TEST(QmFireAnimationCellTest, FlamesAreRedWithAnOrangeCoreStandingOnTheBottomEdge) {
+    SeedRand(3);
+    for (int size : {64, 32, 16}) {
+        VeSurface surface(size, size);
+        QmFireAnimation::DrawFlames(surface, size);
+        std::set<uint32_t> colours(surface.Pixels(), surface.Pixels() + surface.pixelCount);
+        EXPECT_TRUE(colours.count(QmFireAnimation::kFlame)) << size;
+        EXPECT_TRUE(colours.count(QmFireAnimation::kCore)) << size;
+        for (uint32_t colour : colours) {
+            EXPECT_TRUE(colour == kColourKey || colour == QmFireAnimation::kFlame ||
+                        colour == QmFireAnimation::kCore);
+        }
+        // Every column that burns reaches the bottom row, and the top row stays clear of the core.
+        for (int x = 0; x < size; ++x) {
+            bool burns = false;
+            for (int y = 0; y < size; ++y) {
+                burns = burns || surface.GetXY(x, y) != kColourKey;
+            }
+            if (burns) {
+                EXPECT_NE(surface.GetXY(x, size - 1), kColourKey) << size << " column " << x;
+            }
+            EXPECT_NE(surface.GetXY(x, 0), QmFireAnimation::kCore);
+        }
+    }
+}
+
+TEST_F(FireClock, RedrawsOneFrameAtATimeAtMostEvery7Milliseconds) {
+    QmFireAnimation fire;
+    fire.DrawAll();
+    const std::vector<uint32_t> before = PixelsOf(*fire.Frame(0).Surface(64));
+    const std::vector<uint32_t> otherBefore = PixelsOf(*fire.Frame(1).Surface(64));
+
+    fire.Update(64, false, false);
+    EXPECT_NE(PixelsOf(*fire.Frame(0).Surface(64)), before);
+    EXPECT_EQ(PixelsOf(*fire.Frame(1).Surface(64)), otherBefore) << "one frame per update";
+    EXPECT_EQ(fire.NextFrame(), 1);
+
+    now += 6;
+    fire.Update(64, false, false);
+    EXPECT_EQ(fire.NextFrame(), 1) << "6 ms is too soon";
+    now += 1;
+    fire.Update(64, false, false);
+    EXPECT_EQ(fire.NextFrame(), 2);
+
+    now += 100;
+    fire.Update(64, false, true);
+    EXPECT_EQ(fire.NextFrame(), 2) << "held while the racer is dead";
+    fire.Update(64, true, true);
+    EXPECT_EQ(fire.NextFrame(), 2) << "a forced redraw keeps the turn";
+    EXPECT_EQ(fire.LastRedraw(), now);
+
+    for (int i = 0; i < 4; ++i) {
+        now += 7;
+        fire.Update(32, false, false);
+    }
+    EXPECT_EQ(fire.NextFrame(), 0) << "the turn wraps from the sixth frame to the first";
+}

@@ -1,0 +1,102 @@
+#include "Environment/ClientEnvironmentManager/QmWorldSpace.h"
+
+#include <glm/gtc/matrix_transform.hpp>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+glm::vec3 Centre(const glm::mat4& model) {
+    return glm::vec3(model[3]);
+}
+
+// Where a world point lands on the screen (x and y from -1 to 1).
+glm::vec2 OnScreen(const glm::mat4& viewProjection, const glm::vec3& point) {
+    const glm::vec4 clip = viewProjection * glm::vec4(point, 1.0f);
+    return glm::vec2(clip) / clip.w;
+}
+
+} // namespace
+
+TEST(QmWorldSpaceTest, TheLightStandsTwiceAsHighOverALargeMap) {
+    const glm::vec3 small = QmWorldSpace::LightPosition(10);
+    const glm::vec3 large = QmWorldSpace::LightPosition(20);
+    EXPECT_NEAR(small.x, -5.656854f, 1e-4f);
+    EXPECT_NEAR(small.y, 5.656854f, 1e-4f);
+    EXPECT_FLOAT_EQ(small.z, 8.0f);
+    EXPECT_FLOAT_EQ(large.z, 16.0f);
+    EXPECT_FLOAT_EQ(large.x, small.x);
+    // The light's view holds the whole map.
+    for (const glm::vec3& light : {small, large}) {
+        const glm::mat4 view = QmWorldSpace::LightViewProjection(light);
+        for (float x : {-5.5f, 5.5f}) {
+            for (float y : {-5.5f, 5.5f}) {
+                const glm::vec4 clip = view * glm::vec4(x, y, -8.53f, 1.0f);
+                EXPECT_LT(std::abs(clip.x / clip.w), 1.0f);
+                EXPECT_LT(std::abs(clip.y / clip.w), 1.0f);
+                EXPECT_LT(std::abs(clip.z / clip.w), 1.0f);
+            }
+        }
+    }
+}
+
+TEST(QmWorldSpaceTest, BothMapSizesShareTheTenUnitSquareAndTheBorderRing) {
+    const glm::mat4 rest(1.0f);
+    // Cells of edge 1.0 on the small map, 0.5 on the large one, the same front plane.
+    const glm::mat4 small = QmWorldSpace::BlockModel(0, 0, 10, false, false, false, false, rest);
+    const glm::mat4 large = QmWorldSpace::BlockModel(0, 0, 20, false, false, false, false, rest);
+    EXPECT_FLOAT_EQ(small[0][0], 0.5f);
+    EXPECT_FLOAT_EQ(large[0][0], 0.25f);
+    EXPECT_FLOAT_EQ(Centre(small).x - small[0][0], -5.0f);
+    EXPECT_FLOAT_EQ(Centre(large).x - large[0][0], -5.0f);
+    EXPECT_FLOAT_EQ(Centre(small).z + small[0][0], Centre(large).z + large[0][0]);
+    // The ring is placed on the 10-block grid whatever the map: cubes of edge 1.0 around the square.
+    const glm::mat4 ring = QmWorldSpace::BlockModel(10, -1, 10, false, false, false, false, rest);
+    EXPECT_FLOAT_EQ(ring[0][0], 0.5f);
+    EXPECT_FLOAT_EQ(Centre(ring).x, 5.5f);
+    EXPECT_FLOAT_EQ(Centre(ring).y, 5.5f);
+}
+
+TEST(QmWorldSpaceTest, HalfSizeFlatOverlayAndCursorPlacement) {
+    const glm::mat4 rest(1.0f);
+    const glm::mat4 cube = QmWorldSpace::BlockModel(2, 3, 10, false, false, false, false, rest);
+    const glm::mat4 half = QmWorldSpace::BlockModel(2, 3, 10, true, false, false, false, rest);
+    const glm::mat4 flat = QmWorldSpace::BlockModel(2, 3, 10, false, true, false, false, rest);
+    const glm::mat4 overlay = QmWorldSpace::BlockModel(2, 3, 10, false, false, true, false, rest);
+    const glm::mat4 cursor = QmWorldSpace::BlockModel(2, 3, 10, false, false, false, true, rest);
+    EXPECT_FLOAT_EQ(half[0][0], cube[0][0] / 2.0f);
+    EXPECT_FLOAT_EQ(Centre(flat).z, Centre(cube).z + 0.5f) << "half a block in front";
+    EXPECT_GT(Centre(overlay).z, Centre(cube).z);
+    EXPECT_GT(overlay[0][0], cube[0][0]);
+    EXPECT_GT(cursor[0][0], overlay[0][0]) << "the cursor wraps around an overlay item";
+    EXPECT_FLOAT_EQ(Centre(cube).x, -2.5f);
+    EXPECT_FLOAT_EQ(Centre(cube).y, 1.5f);
+}
+
+TEST(QmWorldSpaceTest, TheRaceCameraKeepsTheMapFramedWhileTheRacerMoves) {
+    const float distance = QmWorldSpace::CameraDistance(false, 0.0f);
+    EXPECT_FLOAT_EQ(distance, 5.0f);
+    EXPECT_FLOAT_EQ(QmWorldSpace::CameraDistance(true, 3.0f), 2.1f);
+    const glm::vec3 frontCorner(-5.0f, 5.0f, -8.03f);
+    const glm::vec3 left = QmWorldSpace::WorldPosition(0.0f, 0.0f, 64, 10);
+    const glm::vec3 right = QmWorldSpace::WorldPosition(576.0f, 576.0f, 64, 10);
+    EXPECT_FLOAT_EQ(left.x, -4.5f);
+    EXPECT_FLOAT_EQ(right.y, -4.5f);
+    const glm::vec2 a = OnScreen(QmWorldSpace::GameViewProjection(left, distance, false, 1.0f), frontCorner);
+    const glm::vec2 b = OnScreen(QmWorldSpace::GameViewProjection(right, distance, false, 1.0f), frontCorner);
+    EXPECT_NEAR(a.x, b.x, 0.03f) << "the blocks' front plane barely moves";
+    EXPECT_NEAR(a.y, b.y, 0.03f);
+    EXPECT_LT(a.x, -0.5f);
+    EXPECT_GT(a.y, 0.5f);
+    // Upside down with the flip.
+    const glm::vec2 flipped =
+        OnScreen(QmWorldSpace::GameViewProjection(left, distance, true, 1.0f), frontCorner);
+    EXPECT_NEAR(flipped.x, -a.x, 0.03f);
+    EXPECT_NEAR(flipped.y, -a.y, 0.03f);
+    // The editor camera shows the whole map and its ring.
+    const glm::mat4 editor =
+        QmWorldSpace::EditorViewProjection(QmWorldSpace::CameraDistance(true, 0.0f), 1.0f);
+    const glm::vec2 corner = OnScreen(editor, glm::vec3(-5.5f, 5.5f, -9.03f));
+    EXPECT_GT(corner.x, -1.0f);
+    EXPECT_LT(corner.y, 1.0f);
+}

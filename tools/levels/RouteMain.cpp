@@ -1,5 +1,5 @@
 // quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES] [--greed G]
-//                 [--max-states N] [--max-seconds S]
+//                 [--max-states N] [--max-seconds S] [--cow-frames N]
 // Searches a reference run for maps of a tour source (every map, the named ones, or with
 // --missing those without a run), checks it in the simulator and prints it; --write stores it as
 // the map's run line in the source.
@@ -20,7 +20,8 @@
 namespace {
 int Usage() {
     std::fprintf(stderr, "usage: quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES]\n"
-                         "                       [--greed G] [--max-states N] [--max-seconds S]\n");
+                         "                       [--greed G] [--max-states N] [--max-seconds S]\n"
+                         "                       [--cow-frames N]\n");
     return 2;
 }
 } // namespace
@@ -45,6 +46,8 @@ int main(int argc, char** argv) {
             options.greed = std::atof(argv[++i]);
         } else if (arg == "--max-states" && value) {
             options.maxStates = static_cast<size_t>(std::atol(argv[++i]));
+        } else if (arg == "--cow-frames" && value) {
+            options.cowFrames = std::max(1, std::atoi(argv[++i]));
         } else if (arg == "--max-seconds" && value) {
             options.maxSeconds = static_cast<float>(std::atof(argv[++i]));
         } else if (!arg.empty() && arg[0] == '-') {

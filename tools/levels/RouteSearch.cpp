@@ -160,19 +160,6 @@ struct StateKeyHash {
     }
 };
 
-// The cows' places and headings, coarsely: two moments with the cows about the same place are
-// the same to the racer.
-int32_t CowHash(const std::vector<EnemyState>& enemies, float grain) {
-    uint64_t h = 1469598103934665603ull;
-    for (const EnemyState& cow : enemies) {
-        for (int32_t v : {static_cast<int32_t>(std::lround(cow.entity.x / grain)),
-                          static_cast<int32_t>(std::lround(cow.entity.y / grain)), cow.entity.direction}) {
-            h = (h ^ static_cast<uint64_t>(static_cast<uint32_t>(v))) * 1099511628211ull;
-        }
-    }
-    return static_cast<int32_t>(h & 0x7FFFFFFF);
-}
-
 int64_t FrameClock(int frame, float dt) {
     return kClockStart + std::llround(static_cast<double>(frame) * static_cast<double>(dt) * 1000.0);
 }
@@ -364,7 +351,7 @@ RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOption
                                static_cast<int32_t>(child.racer.inAir | (child.racer.speed > 300.0f ? 2 : 0) |
                                                     (child.racer.jumpImpulse > 534.0f ? 4 : 0)),
                                child.cells,
-                               CowHash(child.enemies, options.cellPixels * 4.0f)};
+                               enemyCount > 0 ? child.frame / std::max(1, options.cowFrames) : 0};
             if (!seen.emplace(key, static_cast<int>(nodes.size())).second) {
                 continue;
             }

@@ -27,6 +27,9 @@ struct RouteOptions {
     double greed = 2.0;
     // Positions are told apart to this many pixels.
     float cellPixels = 2.0f;
+    // With cows about, where the cows are matters: states are told apart by the moment too, to
+    // this many frames.
+    int cowFrames = 24;
 };
 
 struct RouteResult {

@@ -68,7 +68,7 @@ protected:
         SetLogSink([](const std::string&) {});
         game = data.GameFolder();
         shippedList = ReadList(kShipped + "/tours.dat");
-        ASSERT_GE(shippedList.size(), 2u);
+        ASSERT_GE(shippedList.size(), 3u);
     }
     void TearDown() override { SetLogSink(nullptr); }
 

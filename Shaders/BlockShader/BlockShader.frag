@@ -29,9 +29,12 @@ out vec4 color;
 const float kAmbient = 0.52;
 const float kDiffuse = 0.62;
 const float kShadowDepth = 0.55;
+// Every cube's front face lies on one plane and nothing stands before it but flat items that
+// cast no shadow: only the backdrop and the cubes' other faces, behind it, can be in shadow.
+const float kFrontPlane = -8.2;
 
-float Lit(float facing) {
-    if (useShadowMap != 1 || facing <= 0.0) {
+float Lit(float facing, vec3 normal) {
+    if (useShadowMap != 1 || facing <= 0.0 || (normal.z > 0.5 && surfacePosition.z > kFrontPlane)) {
         return 1.0;
     }
     vec3 p = shadowCoord.xyz / shadowCoord.w;
@@ -60,7 +63,7 @@ void main() {
     }
     vec3 toLight = normalize(lightPos - surfacePosition);
     float facing = dot(normal, toLight);
-    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit(facing);
+    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit(facing, normal);
 
     // The racer carries a little warmth with it.
     vec2 offset = surfacePosition.xy - worldPos.xy;

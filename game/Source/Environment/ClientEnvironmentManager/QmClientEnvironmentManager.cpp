@@ -278,6 +278,8 @@ void QmClientEnvironmentManager::ComposeWorld(bool captureSnapshot, bool readPic
 
 void QmClientEnvironmentManager::ClearPending() {
     pending.clear();
+    cubeBatch.Clear();
+    flatBatch.Clear();
 }
 
 void QmClientEnvironmentManager::SetupPass() {
@@ -645,6 +647,12 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
                            static_cast<int32_t>(drawColour), spinning || cursor, hiddenFaces});
         return;
     }
+    // Plain opaque squares join the pass's batch of flat items; others are drawn at once.
+    if (texture != nullptr && alpha >= 1.0f && drawColour == kOpaqueWhite) {
+        flatBatch.AddSquare(model,
+                            texture->names[static_cast<size_t>(VeTexture::SlotForFace(texture->faceMap, 0))]);
+        return;
+    }
     renderState.SetCulling(QmRenderState::CullNothing);
     blockShader->SetMat4("MVP", mvp);
     blockShader->SetMat4("lightMVP", shadowBias * lightMvp);
@@ -707,6 +715,36 @@ bool QmClientEnvironmentManager::FaceShows(const QmPendingBlock& block, int face
     return shadowPass ? !facesViewer : facesViewer;
 }
 
+bool QmClientEnvironmentManager::Batchable(const QmPendingBlock& block) {
+    return block.texture != nullptr && !block.twoSided && block.alpha >= 1.0f &&
+           block.drawColour == static_cast<int32_t>(kOpaqueWhite);
+}
+
+void QmClientEnvironmentManager::DrawBatch(QmFaceBatch& batch) {
+    if (batch.Empty()) {
+        return;
+    }
+    // The batch holds world positions: the model matrix is the identity.
+    const glm::mat4 identity(1.0f);
+    if (shadowPass) {
+        screen.shadowMapShader->SetMat4("MVP", lightViewProjection);
+        screen.shadowMapShader->SetInt("textureID", 0);
+    } else {
+        blockShader->SetMat4("MVP", cameraViewProjection);
+        blockShader->SetMat4("lightMVP", shadowBias * lightViewProjection);
+        blockShader->SetMat4("ModelMatrix", identity);
+        blockShader->SetInt("useTexture", 1);
+        blockShader->SetInt("textureID", 0);
+        blockShader->SetFloat("alpha", 1.0f);
+        blockShader->SetInt("drawColor", static_cast<int32_t>(kOpaqueWhite));
+    }
+    for (const QmFaceBatch::Range& range : batch.Upload()) {
+        batch.Draw(range);
+        ++drawCalls;
+    }
+    batch.Clear();
+}
+
 void QmClientEnvironmentManager::DrawPendingRange(bool translucent) {
     const QmRenderState::Culling solid =
         shadowPass ? QmRenderState::CullFrontFaces : QmRenderState::CullBackFaces;
@@ -718,23 +756,31 @@ void QmClientEnvironmentManager::DrawPendingRange(bool translucent) {
             if ((block.alpha < 1.0f) != translucent || (!block.twoSided && !FaceShows(block, face))) {
                 continue;
             }
+            if (!translucent && Batchable(block)) {
+                cubeBatch.AddCubeFace(block.model, face, block.texture->BlockFaceName(face));
+                continue;
+            }
             renderState.SetCulling(block.twoSided ? QmRenderState::CullNothing : solid);
             UploadPendingUniforms(block);
             VeVertexBatches::DrawBlockFace(face, block.texture);
             ++drawCalls;
         }
     }
+    renderState.SetCulling(solid);
+    DrawBatch(cubeBatch);
     if (translucent) {
         renderState.SetDepthWrite(true);
     }
-    renderState.SetCulling(solid);
 }
 
 void QmClientEnvironmentManager::DrawPending() {
     if (!threeDFrame) {
         return;
     }
-    // Opaque cubes face by face, the backdrop behind them, then the translucent cubes over both.
+    // Flat items (both sides show), the opaque cubes (those that share a look in one batch, face
+    // by face), the backdrop behind them, then the translucent cubes over everything.
+    renderState.SetCulling(QmRenderState::CullNothing);
+    DrawBatch(flatBatch);
     DrawPendingRange(false);
     if (backdropPending) {
         DrawBackdrop();

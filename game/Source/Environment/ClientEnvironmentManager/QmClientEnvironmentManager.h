@@ -18,6 +18,7 @@
 //   OpenGates, entering the editor, a reload).
 // - Entities, the racer's ground block, the flip and the scene come from QmWorldViewHost.
 #include "Environment/ClientEnvironmentManager/QmCellCache.h"
+#include "Environment/ClientEnvironmentManager/QmFaceBatch.h"
 #include "Environment/ClientEnvironmentManager/QmFinishColour.h"
 #include "Environment/ClientEnvironmentManager/QmFireAnimation.h"
 #include "Environment/ClientEnvironmentManager/QmRenderState.h"
@@ -214,6 +215,9 @@ private:
     // the light on the side that is drawn).
     bool FaceShows(const QmPendingBlock& block, int face) const;
     void DrawPendingRange(bool translucent);
+    // Opaque white textured one-sided cubes are drawn together, one draw per texture.
+    static bool Batchable(const QmPendingBlock& block);
+    void DrawBatch(QmFaceBatch& batch);
     void UploadPendingUniforms(const QmPendingBlock& block) const;
     void RepaintFinish(uint32_t from, uint32_t to);
     uint32_t BackdropColour();
@@ -227,6 +231,8 @@ private:
     QmRenderState renderState;
     QmCellCache cellCache;
     std::vector<QmPendingBlock> pending;
+    QmFaceBatch cubeBatch;
+    QmFaceBatch flatBatch;
     std::vector<ListedDecoration> listedDecorations;
     std::unique_ptr<VeShader> blockShader;
     std::unique_ptr<VeShadowMapTarget> shadowMap;

@@ -125,7 +125,7 @@ TEST_F(CellCacheTest, TheShadowPassDrawsOnlyCubesThatCastShadows) {
     EXPECT_EQ(world->PendingCount(), 44u + 3u);
     world->EndPass();
     world->BeginPass(false);
-    EXPECT_EQ(world->PendingCount(), 44u + 3u) << "flat items never wait: they are drawn at once";
+    EXPECT_EQ(world->PendingCount(), 44u + 3u) << "flat items are not cubes waiting to be drawn face by face";
     world->EndPass();
     screen->BindDefaultFramebuffer();
     world->ComposeWorld(false, false);

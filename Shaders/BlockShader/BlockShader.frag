@@ -9,9 +9,11 @@
 // - greyScale turns the result grey (the racer is dead).
 
 in vec2 UV;
-in vec3 surfacePosition;
-in vec3 surfaceNormal;
+in vec2 surfaceXY;
 in vec4 shadowCoord;
+in vec3 toLight;
+flat in vec3 normal;
+flat in int receivesShadow;
 flat in vec4 tint;
 
 uniform sampler2D textureID;
@@ -21,7 +23,6 @@ uniform int useTexture;
 uniform int greyScale;
 uniform int useShadowMap;
 uniform vec2 shadowMapSize;
-uniform vec3 lightPos;
 uniform vec3 worldPos;
 
 out vec4 color;
@@ -29,12 +30,9 @@ out vec4 color;
 const float kAmbient = 0.52;
 const float kDiffuse = 0.62;
 const float kShadowDepth = 0.55;
-// Every cube's front face lies on one plane and nothing stands before it but flat items that
-// cast no shadow: only the backdrop and the cubes' other faces, behind it, can be in shadow.
-const float kFrontPlane = -8.2;
 
-float Lit(float facing, vec3 normal) {
-    if (useShadowMap != 1 || facing <= 0.0 || (normal.z > 0.5 && surfacePosition.z > kFrontPlane)) {
+float Lit(float facing) {
+    if (useShadowMap != 1 || receivesShadow == 0 || facing <= 0.0) {
         return 1.0;
     }
     vec3 p = shadowCoord.xyz / shadowCoord.w;
@@ -56,17 +54,11 @@ void main() {
     if (texel.a < 0.5) {
         discard;
     }
-    // The camera always looks down -z: a flat item turned away shows its other side, lit as such.
-    vec3 normal = normalize(surfaceNormal);
-    if (normal.z < 0.0) {
-        normal = -normal;
-    }
-    vec3 toLight = normalize(lightPos - surfacePosition);
-    float facing = dot(normal, toLight);
-    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit(facing, normal);
+    float facing = dot(normal, normalize(toLight));
+    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit(facing);
 
     // The racer carries a little warmth with it.
-    vec2 offset = surfacePosition.xy - worldPos.xy;
+    vec2 offset = surfaceXY - worldPos.xy;
     float near = max(1.0 - dot(offset, offset) * 0.4, 0.0);
     vec3 glow = vec3(0.10, 0.085, 0.06) * near;
 

@@ -1,7 +1,8 @@
 #version 330 core
 // The world's cubes and flat items: positions through the camera, the light-space position for the
-// shadow lookup, and the surface's position and normal in world units for the lighting. The draw
-// colour (0xAARRGGBB in an int) is unpacked once per vertex.
+// shadow lookup, the way to the light (exact when interpolated, since it is affine in the position)
+// and what stays the same across a face, worked out once per vertex: the face's normal, whether
+// it can lie in a shadow at all, and the draw colour (0xAARRGGBB in an int).
 
 layout(location = 0) in vec3 vertexPosition;
 layout(location = 1) in vec2 vertexUV;
@@ -12,20 +13,34 @@ uniform mat4 MVP;
 uniform mat4 lightMVP;
 uniform mat4 ModelMatrix;
 uniform mat4 RotationMatrix;
+uniform vec3 lightPos;
 uniform int drawColor;
 uniform float alpha;
 
+// Every cube's front face lies on one plane, and nothing stands before it but flat items that cast
+// no shadow: only what lies behind that plane (the backdrop, the cubes' other faces) is shadowed.
+const float kFrontPlane = -8.2;
+
 out vec2 UV;
-out vec3 surfacePosition;
-out vec3 surfaceNormal;
+out vec2 surfaceXY;
 out vec4 shadowCoord;
+out vec3 toLight;
+flat out vec3 normal;
+flat out int receivesShadow;
 flat out vec4 tint;
 
 void main() {
     gl_Position = MVP * vec4(vertexPosition, 1.0);
     UV = vertexUV;
-    surfacePosition = (ModelMatrix * vec4(vertexPosition, 1.0)).xyz;
-    surfaceNormal = mat3(ModelMatrix) * vertexNormal;
+    vec3 position = (ModelMatrix * vec4(vertexPosition, 1.0)).xyz;
+    surfaceXY = position.xy;
+    // The camera always looks down -z: a flat item turned away shows its other side, lit as such.
+    normal = normalize(mat3(ModelMatrix) * vertexNormal);
+    if (normal.z < 0.0) {
+        normal = -normal;
+    }
+    toLight = lightPos - position;
+    receivesShadow = normal.z < 0.5 || position.z < kFrontPlane ? 1 : 0;
     shadowCoord = lightMVP * vec4(vertexPosition, 1.0);
     tint = vec4(float((drawColor >> 16) & 255), float((drawColor >> 8) & 255), float(drawColor & 255),
                 float((drawColor >> 24) & 255)) / 255.0;

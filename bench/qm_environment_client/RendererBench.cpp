@@ -1,6 +1,8 @@
 // A whole world frame of the renderer on a 20 x 20 map full of blocks, pickups and 20 cows, with
 // the racer running: update, the passes with the entities, composition and presentation (without
-// frame pacing or vertical synchronisation), in 2D and in 3D with shadows and multisampling.
+// frame pacing or vertical synchronisation), in 2D and in 3D with shadows and multisampling; and
+// the 2D frame without the screen's presentation. Times are the process's CPU time per frame
+// (llvmpipe's rasterizer threads included) and the wall time.
 // Run under Xvfb: xvfb-run -a build/bench/qm_environment_client_bench
 #include "Environment/ArEnvironmentManager.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
@@ -91,7 +93,7 @@ struct Scene {
         }
     }
 
-    void Frame() {
+    void Frame(bool present = true) {
         screen->Clear();
         screen->PrepareFrame();
         screen->overlay.Fill(0);
@@ -107,7 +109,9 @@ struct Scene {
             }
             world->DrawEntityAt(QmRaceDrawer::RacerEntity, host.racer.x, host.racer.y, 1.0f);
         });
-        screen->Present(1.0f / 60.0f);
+        if (present) {
+            screen->Present(1.0f / 60.0f);
+        }
     }
 
     std::string folder;
@@ -118,7 +122,7 @@ struct Scene {
     std::vector<std::pair<float, float>> cows;
 };
 
-void RunFrames(benchmark::State& state, bool threeD, bool shadows = true) {
+void RunFrames(benchmark::State& state, bool threeD, bool shadows = true, bool present = true) {
     Scene scene;
     scene.host.threeD = threeD;
     scene.host.shadows = shadows;
@@ -129,7 +133,7 @@ void RunFrames(benchmark::State& state, bool threeD, bool shadows = true) {
     const int64_t callsBefore = scene.world->DrawCalls();
     int64_t frames = 0;
     for (auto _ : state) {
-        scene.Frame();
+        scene.Frame(present);
         ++frames;
     }
     state.counters["draw_calls_per_frame"] =
@@ -139,6 +143,11 @@ void RunFrames(benchmark::State& state, bool threeD, bool shadows = true) {
 
 void BM_WorldFrame2D(benchmark::State& state) {
     RunFrames(state, false);
+}
+
+// The renderer's own share of a 2D frame: everything but the screen's upload and presentation.
+void BM_World2DWithoutPresent(benchmark::State& state) {
+    RunFrames(state, false, true, false);
 }
 
 void BM_WorldFrame3DShadows(benchmark::State& state) {
@@ -152,6 +161,11 @@ void BM_WorldFrame3DNoShadows(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(BM_WorldFrame2D)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->MinTime(2.0);
+BENCHMARK(BM_World2DWithoutPresent)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime()
     ->UseRealTime()

@@ -33,7 +33,9 @@ ArEnvironmentManager::ArEnvironmentManager(VeScreen& screenToDrawOn, QmWorldView
         .MaxWidth(screen.width - 40);
     shadowStyle = textStyle;
     shadowStyle.Colour(kShadowColour);
-    countdownStyle.Size(24).Colour(kTextColour).Weight(14).LetterSpacing(4);
+    countdownStyle.Size(24).Colour(kTextColour).Weight(20).LetterSpacing(4);
+    countdownShadowStyle = countdownStyle;
+    countdownShadowStyle.Colour(kShadowColour);
     hudStyle.Size(3)
         .Colour(kTextColour)
         .Weight(2)
@@ -79,9 +81,10 @@ void ArEnvironmentManager::DrawText(const std::string& text, int y) {
 
 void ArEnvironmentManager::DrawCountdown(const std::string& number) {
     VeText text(number, &countdownStyle);
+    VeText shadow(number, &countdownShadowStyle);
     const int x = screen.width / 2;
     const int y = (screen.height - text.Height()) / 2;
-    text.DrawOnto(screen.overlay, x + 3, y + 3, true, 0.45f, kColourKey);
+    shadow.DrawOnto(screen.overlay, x + 5, y + 5, true, 0.4f);
     text.DrawOnto(screen.overlay, x, y, true, 1.0f, kCountdownOutline);
 }
 

@@ -58,6 +58,7 @@ private:
     VeTextStyle textStyle;
     VeTextStyle shadowStyle;
     VeTextStyle countdownStyle;
+    VeTextStyle countdownShadowStyle;
     VeTextStyle hudStyle;
     bool greyPending = false;
     bool turnPending = false;

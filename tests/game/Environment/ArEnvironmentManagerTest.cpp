@@ -91,6 +91,24 @@ TEST_P(RaceFrameTest, FlipTurnsTheViewUpsideDown) {
               upright.At(ArEnvironmentManager::kHudX + 20, ArEnvironmentManager::kHudY + 20));
 }
 
+TEST_P(RaceFrameTest, TheCountdownStandsInTheMiddleOverTheIntro) {
+    world->SetIntro(3.0f);
+    ScreenshotImage shot = RaceFrame([this] {
+        world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
+        world->DrawCountdown("2");
+    });
+    EXPECT_TRUE(MatchesStoredImage("environment-client/countdown-" + ViewName(GetParam()) + ".png", shot,
+                                   kTolerance, kDifferingPixels));
+    // White strokes of the number at the centre of the screen.
+    int white = 0;
+    for (int y = 260; y < 380; ++y) {
+        for (int x = 280; x < 360; ++x) {
+            white += shot.At(x, y) == 0xFFFFFF ? 1 : 0;
+        }
+    }
+    EXPECT_GT(white, 500);
+}
+
 INSTANTIATE_TEST_SUITE_P(Views, RaceFrameTest, ::testing::Bool(),
                          [](const ::testing::TestParamInfo<bool>& info) {
                              return info.param ? std::string("ThreeD") : std::string("TwoD");

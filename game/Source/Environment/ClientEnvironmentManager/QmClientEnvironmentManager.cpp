@@ -277,9 +277,7 @@ void QmClientEnvironmentManager::ComposeWorld(bool captureSnapshot, bool readPic
 // ---- Steps of a pass ----
 
 void QmClientEnvironmentManager::ClearPending() {
-    pending.clear();
-    cubeBatch.Clear();
-    flatBatch.Clear();
+    pending.Clear();
 }
 
 void QmClientEnvironmentManager::SetupPass() {
@@ -643,14 +641,14 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
     const glm::mat4 lightMvp = lightViewProjection * model;
     const glm::mat4 mvp = shadowPass ? lightMvp : cameraViewProjection * model;
     if (!flat) {
-        pending.push_back({model, mvp, shadowBias * lightMvp, texture, alpha,
-                           static_cast<int32_t>(drawColour), spinning || cursor, hiddenFaces});
+        pending.AddCube({model, mvp, shadowBias * lightMvp, texture, alpha, static_cast<int32_t>(drawColour),
+                         spinning || cursor, hiddenFaces});
         return;
     }
     // Plain opaque squares join the pass's batch of flat items; others are drawn at once.
     if (texture != nullptr && alpha >= 1.0f && drawColour == kOpaqueWhite) {
-        flatBatch.AddSquare(model,
-                            texture->names[static_cast<size_t>(VeTexture::SlotForFace(texture->faceMap, 0))]);
+        pending.AddSquare(model,
+                          texture->names[static_cast<size_t>(VeTexture::SlotForFace(texture->faceMap, 0))]);
         return;
     }
     renderState.SetCulling(QmRenderState::CullNothing);
@@ -667,126 +665,23 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
     renderState.SetCulling(QmRenderState::CullBackFaces);
 }
 
-void QmClientEnvironmentManager::UploadPendingUniforms(const QmPendingBlock& block) const {
-    if (shadowPass) {
-        screen.shadowMapShader->SetMat4("MVP", block.mvp);
-        screen.shadowMapShader->SetInt("textureID", 0);
-        return;
-    }
-    blockShader->SetMat4("MVP", block.mvp);
-    blockShader->SetMat4("lightMVP", block.lightMvp);
-    blockShader->SetInt("useTexture", block.texture != nullptr ? 1 : 0);
-    blockShader->SetInt("textureID", 0);
-    blockShader->SetFloat("alpha", block.alpha);
-    blockShader->SetInt("drawColor", block.drawColour);
-    blockShader->SetMat4("ModelMatrix", block.model);
-}
-
-bool QmClientEnvironmentManager::FaceShows(const QmPendingBlock& block, int face) const {
-    if ((block.hiddenFaces >> face) & 1) {
-        return false;
-    }
-    // Cubes are never turned: their faces lie on the planes centre +- scale of each axis.
-    const glm::vec3 centre(block.model[3]);
-    const float half = block.model[0][0];
-    const glm::vec3& from = shadowPass ? lightPosition : eyePosition;
-    bool facesViewer = false;
-    switch (face) {
-    case 0:
-        facesViewer = from.z > centre.z + half;
-        break;
-    case 1:
-        facesViewer = from.z < centre.z - half;
-        break;
-    case 2:
-        facesViewer = from.x < centre.x - half;
-        break;
-    case 3:
-        facesViewer = from.x > centre.x + half;
-        break;
-    case 4:
-        facesViewer = from.y < centre.y - half;
-        break;
-    default:
-        facesViewer = from.y > centre.y + half;
-        break;
-    }
-    // The shadow pass culls the faces turned to the light and keeps the others.
-    return shadowPass ? !facesViewer : facesViewer;
-}
-
-bool QmClientEnvironmentManager::Batchable(const QmPendingBlock& block) {
-    return block.texture != nullptr && !block.twoSided && block.alpha >= 1.0f &&
-           block.drawColour == static_cast<int32_t>(kOpaqueWhite);
-}
-
-void QmClientEnvironmentManager::DrawBatch(QmFaceBatch& batch) {
-    if (batch.Empty()) {
-        return;
-    }
-    // The batch holds world positions: the model matrix is the identity.
-    const glm::mat4 identity(1.0f);
-    if (shadowPass) {
-        screen.shadowMapShader->SetMat4("MVP", lightViewProjection);
-        screen.shadowMapShader->SetInt("textureID", 0);
-    } else {
-        blockShader->SetMat4("MVP", cameraViewProjection);
-        blockShader->SetMat4("lightMVP", shadowBias * lightViewProjection);
-        blockShader->SetMat4("ModelMatrix", identity);
-        blockShader->SetInt("useTexture", 1);
-        blockShader->SetInt("textureID", 0);
-        blockShader->SetFloat("alpha", 1.0f);
-        blockShader->SetInt("drawColor", static_cast<int32_t>(kOpaqueWhite));
-    }
-    for (const QmFaceBatch::Range& range : batch.Upload()) {
-        batch.Draw(range);
-        ++drawCalls;
-    }
-    batch.Clear();
-}
-
-void QmClientEnvironmentManager::DrawPendingRange(bool translucent) {
-    const QmRenderState::Culling solid =
-        shadowPass ? QmRenderState::CullFrontFaces : QmRenderState::CullBackFaces;
-    if (translucent) {
-        renderState.SetDepthWrite(false);
-    }
-    for (int face = 0; face < 6; ++face) {
-        for (const QmPendingBlock& block : pending) {
-            if ((block.alpha < 1.0f) != translucent || (!block.twoSided && !FaceShows(block, face))) {
-                continue;
-            }
-            if (!translucent && Batchable(block)) {
-                cubeBatch.AddCubeFace(block.model, face, block.texture->BlockFaceName(face));
-                continue;
-            }
-            renderState.SetCulling(block.twoSided ? QmRenderState::CullNothing : solid);
-            UploadPendingUniforms(block);
-            VeVertexBatches::DrawBlockFace(face, block.texture);
-            ++drawCalls;
-        }
-    }
-    renderState.SetCulling(solid);
-    DrawBatch(cubeBatch);
-    if (translucent) {
-        renderState.SetDepthWrite(true);
-    }
-}
-
 void QmClientEnvironmentManager::DrawPending() {
     if (!threeDFrame) {
         return;
     }
-    // Flat items (both sides show), the opaque cubes (those that share a look in one batch, face
-    // by face), the backdrop behind them, then the translucent cubes over everything.
-    renderState.SetCulling(QmRenderState::CullNothing);
-    DrawBatch(flatBatch);
-    DrawPendingRange(false);
+    QmPendingCubes::Pass pass;
+    pass.shadow = shadowPass;
+    pass.shader = shadowPass ? screen.shadowMapShader.get() : blockShader.get();
+    pass.viewProjection = shadowPass ? lightViewProjection : cameraViewProjection;
+    pass.biasedLight = shadowBias * lightViewProjection;
+    pass.viewer = shadowPass ? lightPosition : eyePosition;
+    // Flat items and opaque cubes, the backdrop behind them, then translucent cubes over both.
+    drawCalls += pending.DrawOpaque(pass, renderState);
     if (backdropPending) {
         DrawBackdrop();
         backdropPending = false;
     }
-    DrawPendingRange(true);
+    drawCalls += pending.DrawTranslucent(pass, renderState);
 }
 
 // ---- Entities ----

@@ -18,9 +18,9 @@
 //   OpenGates, entering the editor, a reload).
 // - Entities, the racer's ground block, the flip and the scene come from QmWorldViewHost.
 #include "Environment/ClientEnvironmentManager/QmCellCache.h"
-#include "Environment/ClientEnvironmentManager/QmFaceBatch.h"
 #include "Environment/ClientEnvironmentManager/QmFinishColour.h"
 #include "Environment/ClientEnvironmentManager/QmFireAnimation.h"
+#include "Environment/ClientEnvironmentManager/QmPendingCubes.h"
 #include "Environment/ClientEnvironmentManager/QmRenderState.h"
 #include "Environment/ClientEnvironmentManager/QmWorldArt.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
@@ -40,20 +40,6 @@ class VeShader;
 class VeShadowMapTarget;
 class VeTextureRenderer;
 class QmWorldFrontEndLink;
-
-// One cube waiting to be drawn face by face at the end of the pass.
-struct QmPendingBlock {
-    glm::mat4 model;
-    glm::mat4 mvp;
-    glm::mat4 lightMvp;
-    const VeTexture* texture = nullptr;
-    float alpha = 1.0f;
-    int32_t drawColour = -1;
-    // Both sides show (the editor cursor).
-    bool twoSided = false;
-    // Faces known to lie against another opaque cube (bit n: face n), never drawn.
-    uint8_t hiddenFaces = 0;
-};
 
 // How a cell's id is drawn in the 3D view.
 struct QmCellLook {
@@ -155,8 +141,7 @@ public:
     // The model matrices computed since construction (cached cells are not counted again).
     int64_t PlacementsComputed() const { return placementsComputed; }
     bool CellCached(int x, int y) const { return cellCache.IsCellValid(x, y); }
-    const QmPendingBlock* PendingBegin() const { return pending.data(); }
-    size_t PendingCount() const { return pending.size(); }
+    size_t PendingCount() const { return pending.Cubes().size(); }
     int64_t DrawCalls() const { return drawCalls; }
     bool OpenGLAvailable() const { return glAvailable; }
 
@@ -211,14 +196,6 @@ private:
                     uint32_t drawColour, uint8_t hiddenFaces);
     // Faces of a default block at map cell (x, y) that touch opaque neighbours or the border ring.
     uint8_t CoveredFaces(int x, int y);
-    // Whether a face of a one-sided cube can show in this pass (the camera or, in the shadow pass,
-    // the light on the side that is drawn).
-    bool FaceShows(const QmPendingBlock& block, int face) const;
-    void DrawPendingRange(bool translucent);
-    // Opaque white textured one-sided cubes are drawn together, one draw per texture.
-    static bool Batchable(const QmPendingBlock& block);
-    void DrawBatch(QmFaceBatch& batch);
-    void UploadPendingUniforms(const QmPendingBlock& block) const;
     void RepaintFinish(uint32_t from, uint32_t to);
     uint32_t BackdropColour();
     const VeSurface* Tinted(const VeSurface& background);
@@ -230,9 +207,7 @@ private:
     bool staticLayerStale = true;
     QmRenderState renderState;
     QmCellCache cellCache;
-    std::vector<QmPendingBlock> pending;
-    QmFaceBatch cubeBatch;
-    QmFaceBatch flatBatch;
+    QmPendingCubes pending;
     std::vector<ListedDecoration> listedDecorations;
     std::unique_ptr<VeShader> blockShader;
     std::unique_ptr<VeShadowMapTarget> shadowMap;

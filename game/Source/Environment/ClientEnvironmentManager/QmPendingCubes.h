@@ -1,0 +1,67 @@
+#pragma once
+// The cubes a pass gathers before drawing them, and the flat items that wait with them. Cubes are
+// drawn face by face across all of them; each face is skipped when it lies against another opaque
+// cube or is turned away from the viewer (the camera, or in the shadow pass the light, whose side
+// is culled). Opaque white textured cubes, and flat squares, are gathered into batches drawn with
+// one call per texture; the others (untextured, tinted, two-sided or translucent) are drawn one
+// face at a time with their own matrices. Translucent cubes are drawn last without depth writes.
+#include "Environment/ClientEnvironmentManager/QmFaceBatch.h"
+#include "Environment/ClientEnvironmentManager/QmRenderState.h"
+
+#include <glm/mat4x4.hpp>
+#include <glm/vec3.hpp>
+
+#include <cstdint>
+#include <vector>
+
+class VeShader;
+class VeTexture;
+
+// One cube waiting to be drawn face by face at the end of the pass.
+struct QmPendingBlock {
+    glm::mat4 model;
+    glm::mat4 mvp;
+    glm::mat4 lightMvp;
+    const VeTexture* texture = nullptr;
+    float alpha = 1.0f;
+    int32_t drawColour = -1;
+    // Both sides show (the editor cursor).
+    bool twoSided = false;
+    // Faces known to lie against another opaque cube (bit n: face n), never drawn.
+    uint8_t hiddenFaces = 0;
+};
+
+class QmPendingCubes {
+public:
+    // What a pass draws with: the shader in use (the block shader, or in the shadow pass the
+    // shadow-map shader, which takes only "MVP" and "textureID"), the view-projection the batches
+    // use, the light's (biased for lookups) and where the faces are seen from.
+    struct Pass {
+        bool shadow = false;
+        VeShader* shader = nullptr;
+        glm::mat4 viewProjection{1.0f};
+        glm::mat4 biasedLight{1.0f};
+        glm::vec3 viewer{0.0f};
+    };
+
+    void Clear();
+    void AddCube(const QmPendingBlock& block) { cubes.push_back(block); }
+    void AddSquare(const glm::mat4& model, unsigned int texture) { squares.AddSquare(model, texture); }
+    // The flat items, then the opaque cubes; returns the draw calls made.
+    int64_t DrawOpaque(const Pass& pass, QmRenderState& state);
+    int64_t DrawTranslucent(const Pass& pass, QmRenderState& state);
+    // Whether a face of a one-sided cube shows from the pass's viewer.
+    static bool FaceShows(const QmPendingBlock& block, int face, const Pass& pass);
+
+    const std::vector<QmPendingBlock>& Cubes() const { return cubes; }
+
+private:
+    static bool Batchable(const QmPendingBlock& block);
+    int64_t DrawBatch(QmFaceBatch& batch, const Pass& pass);
+    int64_t DrawCubes(const Pass& pass, QmRenderState& state, bool translucent);
+    static void UploadUniforms(const QmPendingBlock& block, const Pass& pass);
+
+    std::vector<QmPendingBlock> cubes;
+    QmFaceBatch cubeBatch;
+    QmFaceBatch squares;
+};

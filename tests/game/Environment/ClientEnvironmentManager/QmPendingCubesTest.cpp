@@ -1,0 +1,55 @@
+#include "Environment/ClientEnvironmentManager/QmPendingCubes.h"
+
+#include <glm/gtc/matrix_transform.hpp>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QmPendingBlock CubeAt(const glm::vec3& centre, float half, uint8_t hidden = 0) {
+    QmPendingBlock block;
+    block.model = glm::scale(glm::translate(glm::mat4(1.0f), centre), glm::vec3(half));
+    block.hiddenFaces = hidden;
+    return block;
+}
+
+std::vector<int> Shown(const QmPendingBlock& block, const QmPendingCubes::Pass& pass) {
+    std::vector<int> faces;
+    for (int face = 0; face < 6; ++face) {
+        if (QmPendingCubes::FaceShows(block, face, pass)) {
+            faces.push_back(face);
+        }
+    }
+    return faces;
+}
+
+} // namespace
+
+TEST(QmPendingCubesTest, OnlyFacesTurnedToTheCameraAreDrawn) {
+    const QmPendingBlock cube = CubeAt(glm::vec3(0.0f, 0.0f, -8.53f), 0.5f);
+    QmPendingCubes::Pass pass;
+    pass.viewer = glm::vec3(0.0f, 0.0f, 7.8f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0})) << "straight ahead only the front shows";
+    pass.viewer = glm::vec3(3.0f, -2.0f, 7.8f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0, 3, 4})) << "from the lower right: right and bottom";
+    pass.viewer = glm::vec3(-3.0f, 2.0f, 7.8f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0, 2, 5}));
+}
+
+TEST(QmPendingCubesTest, TheShadowPassKeepsTheFacesTurnedAwayFromTheLight) {
+    const QmPendingBlock cube = CubeAt(glm::vec3(1.0f, -1.0f, -8.53f), 0.5f);
+    QmPendingCubes::Pass pass;
+    pass.shadow = true;
+    pass.viewer = glm::vec3(-5.66f, 5.66f, 8.0f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{1, 3, 4})) << "back, right and bottom cast the shadow";
+}
+
+TEST(QmPendingCubesTest, FacesAgainstOpaqueNeighboursAreNeverDrawn) {
+    const QmPendingBlock cube = CubeAt(glm::vec3(0.0f), 0.25f, 1 << 3 | 1 << 4);
+    QmPendingCubes::Pass pass;
+    pass.viewer = glm::vec3(3.0f, -2.0f, 7.8f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0}));
+    pass.shadow = true;
+    pass.viewer = glm::vec3(-5.0f, 5.0f, 8.0f);
+    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{1}));
+}

@@ -14,9 +14,10 @@
 //   drawn in 2D whatever the option says, and nothing touches OpenGL.
 // - Cubes of cells are placed once and reused: SetBlock, ClearMap, SetBlockSize, FillMap, OpenGates
 //   and Reload forget the cached placements they affect.
-// - The 2D static layer is rebuilt on the frame after something marks it stale (editor changes,
-//   OpenGates, entering the editor, a reload).
-// - Entities, the racer's ground block, the flip and the scene come from QmWorldViewHost.
+// - The 2D static layer is rebuilt as the next frame begins once something marks it stale (editor
+//   changes, OpenGates, entering the editor, a reload, a new block size).
+// - The racer (position, life, ground block), the flip, the options and the scene come from
+//   QmWorldViewHost.
 #include "Environment/ClientEnvironmentManager/QmCellCache.h"
 #include "Environment/ClientEnvironmentManager/QmFinishColour.h"
 #include "Environment/ClientEnvironmentManager/QmFireAnimation.h"

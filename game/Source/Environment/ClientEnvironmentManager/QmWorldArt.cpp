@@ -61,7 +61,7 @@ void QmWorldArt::LoadTileset() {
     TileGrid(sheet64, 64, columns, rows);
     for (int row = 0; row < rows; ++row) {
         auto record = std::make_unique<QmBlockArt>();
-        record->filter = VeFilterLinearMipmapLinear;
+        record->filter = VeFilterLinearMipmapNearest;
         record->layered = true;
         record->surface64 = QmBlockArt::CutTile(sheet64, 0, row, 64);
         record->surface32 = QmBlockArt::CutTile(sheet32, 0, row, 32);

@@ -101,11 +101,7 @@ void ArEnvironmentManager::DrawHud(const std::string& mapName, int badge) {
     }
 }
 
-// Only the entity's position is read. Its class belongs to the gameplay library, which this one
-// does not link, so the sanitizer's check of the entity's dynamic type (which needs that class's
-// type information) is left out here.
-__attribute__((no_sanitize("vptr"))) void ArEnvironmentManager::DrawEntity(const ArEntity& entity,
-                                                                           EntityKind kind, float alpha) {
+void ArEnvironmentManager::DrawEntity(const ArEntity& entity, EntityKind kind, float alpha) {
     DrawEntityAt(kind, entity.x, entity.y, alpha);
 }
 

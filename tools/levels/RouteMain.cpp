@@ -1,8 +1,9 @@
 // quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES] [--greed G]
-//                 [--max-states N] [--max-seconds S] [--cow-frames N]
+//                 [--max-states N] [--max-seconds S] [--cow-frames N] [--max-refused N] [--exact]
 // Searches a reference run for maps of a tour source (every map, the named ones, or with
 // --missing those without a run), checks it in the simulator and prints it; --write stores it as
-// the map's run line in the source.
+// the map's run line in the source. A run is taken only when it also finishes at 50, 75 and 144
+// frames a second (--exact takes any run that finishes at the search's frame time).
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmRaceSimulator.h"
 #include "LevelBuilder.h"
@@ -21,7 +22,7 @@ namespace {
 int Usage() {
     std::fprintf(stderr, "usage: quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES]\n"
                          "                       [--greed G] [--max-states N] [--max-seconds S]\n"
-                         "                       [--cow-frames N]\n");
+                         "                       [--cow-frames N] [--max-refused N] [--exact]\n");
     return 2;
 }
 } // namespace
@@ -32,12 +33,15 @@ int main(int argc, char** argv) {
     std::vector<std::string> names;
     bool missingOnly = false;
     bool write = false;
+    bool exact = false;
     RouteOptions options;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
         const bool value = i + 1 < argc;
         if (arg == "--missing") {
             missingOnly = true;
+        } else if (arg == "--exact") {
+            exact = true;
         } else if (arg == "--write") {
             write = true;
         } else if (arg == "--step" && value) {
@@ -46,6 +50,8 @@ int main(int argc, char** argv) {
             options.greed = std::atof(argv[++i]);
         } else if (arg == "--max-states" && value) {
             options.maxStates = static_cast<size_t>(std::atol(argv[++i]));
+        } else if (arg == "--max-refused" && value) {
+            options.maxRefused = static_cast<size_t>(std::atol(argv[++i]));
         } else if (arg == "--cow-frames" && value) {
             options.cowFrames = std::max(1, std::atoi(argv[++i]));
         } else if (arg == "--max-seconds" && value) {
@@ -83,27 +89,53 @@ int main(int argc, char** argv) {
             std::fprintf(stderr, "quillmaze-route: %s\n", error.c_str());
             return 1;
         }
+        // A reference run should not hang on the exact frame time: it must also finish when the
+        // frames come at other rates, as they do on a player's machine.
+        std::string centred;
+        if (!exact) {
+            const auto finishesAt = [&tour, m](const std::string& run, float dt) {
+                QmCoreEnvironmentManager other;
+                std::string ignored;
+                QmSimOptions sim;
+                sim.dt = dt;
+                return LevelBuilder::LoadIntoWorld(tour, m, other, ignored) &&
+                       sim.inputs.ParseStrict(run, ignored) &&
+                       QmRaceSimulator::Run(other, sim, nullptr).outcome == QmSimResult::Finished;
+            };
+            options.accept = [&](const std::string& run) {
+                centred =
+                    RouteSearch::Centre(run, [&](const std::string& r) { return finishesAt(r, options.dt); });
+                for (float dt : {1.0f / 60.0f, 1.0f / 50.0f, 1.0f / 75.0f, 1.0f / 144.0f}) {
+                    if (!finishesAt(centred, dt)) {
+                        return false;
+                    }
+                }
+                return true;
+            };
+        }
         const RouteResult route = RouteSearch::Find(world, options);
         if (!route.found) {
-            std::printf("%-16s no run found (%zu states)\n", map.name.c_str(), route.expanded);
+            std::printf("%-16s no run found (%zu states, %zu runs refused)\n", map.name.c_str(),
+                        route.expanded, route.refused);
             ++failures;
             continue;
         }
+        const std::string run = exact ? route.run : centred;
         LevelBuilder::LoadIntoWorld(tour, m, world, error);
         QmSimOptions sim;
         sim.dt = options.dt;
         std::string reason;
-        sim.inputs.ParseStrict(route.run, reason);
+        sim.inputs.ParseStrict(run, reason);
         const QmSimResult result = QmRaceSimulator::Run(world, sim, nullptr);
         std::printf("%-16s %s %.2f s (search %.2f s, %zu states)\nrun %s\n", map.name.c_str(),
                     QmSimResult::OutcomeName(result.outcome), static_cast<double>(result.timeMs) / 1000.0,
-                    static_cast<double>(route.timeMs) / 1000.0, route.expanded, route.run.c_str());
+                    static_cast<double>(route.timeMs) / 1000.0, route.expanded, run.c_str());
         std::fflush(stdout);
         if (result.outcome != QmSimResult::Finished) {
             ++failures;
             continue;
         }
-        if (write && !LevelSource::SetRun(text, map.name, route.run, error)) {
+        if (write && !LevelSource::SetRun(text, map.name, run, error)) {
             std::fprintf(stderr, "quillmaze-route: %s\n", error.c_str());
             return 1;
         }

@@ -145,6 +145,22 @@ std::vector<int> FinishDistances(QmCoreEnvironmentManager& world) {
     return distance;
 }
 
+// The input of every frame from the start to a node.
+std::string FrameInputs(const std::vector<Node>& nodes, int last) {
+    std::vector<int> path;
+    for (int at = last; at > 0; at = nodes[static_cast<size_t>(at)].parent) {
+        path.push_back(at);
+    }
+    std::reverse(path.begin(), path.end());
+    std::string frames;
+    for (int at : path) {
+        const Node& node = nodes[static_cast<size_t>(at)];
+        const int parentFrame = nodes[static_cast<size_t>(node.parent)].frame;
+        frames.append(static_cast<size_t>(node.frame - parentFrame), static_cast<char>(node.input));
+    }
+    return frames;
+}
+
 struct StateKey {
     int32_t x, y, verticalSpeed, flags, cells, frame;
     bool operator==(const StateKey&) const = default;
@@ -187,6 +203,46 @@ std::string RouteSearch::RecordingText(const std::string& frameInputs, float dt)
         previous = input;
     }
     return recording.ToText();
+}
+
+std::string RouteSearch::Centre(const std::string& run,
+                                const std::function<bool(const std::string&)>& finishes, int64_t step,
+                                int64_t reach) {
+    QmRecording recording;
+    recording.FromText(run);
+    std::vector<std::pair<int64_t, int>> events(recording.Events().begin(), recording.Events().end());
+    const auto text = [&events]() {
+        QmRecording shifted;
+        for (const auto& [time, type] : events) {
+            shifted.Add(time, type);
+        }
+        return shifted.ToText();
+    };
+    for (int pass = 0; pass < 2; ++pass) {
+        // The first event starts the race during the countdown and stays at time 0.
+        for (size_t i = 1; i < events.size(); ++i) {
+            const int64_t original = events[i].first;
+            const int64_t low = events[i - 1].first + 1;
+            const int64_t high = i + 1 < events.size() ? events[i + 1].first - 1 : original + reach;
+            const auto works = [&](int64_t time) {
+                events[i].first = time;
+                return finishes(text());
+            };
+            int64_t earliest = original;
+            while (earliest - step >= std::max(low, original - reach) && works(earliest - step)) {
+                earliest -= step;
+            }
+            int64_t latest = original;
+            while (latest + step <= std::min(high, original + reach) && works(latest + step)) {
+                latest += step;
+            }
+            events[i].first = (earliest + latest) / 2;
+            if (!works(events[i].first)) {
+                events[i].first = original;
+            }
+        }
+    }
+    return text();
 }
 
 RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOptions& options) {
@@ -301,7 +357,8 @@ RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOption
     const int maxFrame = static_cast<int>(options.maxSeconds / options.dt) + 1;
     int goal = -1;
 
-    while (!open.empty() && goal < 0 && result.expanded < options.maxStates) {
+    while (!open.empty() && goal < 0 && result.expanded < options.maxStates &&
+           result.refused < options.maxRefused) {
         const int index = open.top().second;
         open.pop();
         ++result.expanded;
@@ -340,8 +397,16 @@ RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOption
             Node child = capture(index, frame, input);
             if (finished) {
                 nodes.push_back(std::move(child));
-                goal = static_cast<int>(nodes.size()) - 1;
-                break;
+                const int candidate = static_cast<int>(nodes.size()) - 1;
+                if (!options.accept ||
+                    options.accept(RecordingText(FrameInputs(nodes, candidate), options.dt))) {
+                    goal = candidate;
+                    break;
+                }
+                // The check raced on its own clock; the search's clock comes back.
+                SetTimeSource([&now] { return now; });
+                ++result.refused;
+                continue;
             }
             // States that look alike to the racer are explored once; with cows about, the moment
             // matters too.
@@ -366,17 +431,7 @@ RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOption
     if (goal < 0) {
         return result;
     }
-    std::vector<int> path;
-    for (int at = goal; at > 0; at = nodes[static_cast<size_t>(at)].parent) {
-        path.push_back(at);
-    }
-    std::reverse(path.begin(), path.end());
-    std::string frames;
-    for (int at : path) {
-        const Node& node = nodes[static_cast<size_t>(at)];
-        const int parentFrame = nodes[static_cast<size_t>(node.parent)].frame;
-        frames.append(static_cast<size_t>(node.frame - parentFrame), static_cast<char>(node.input));
-    }
+    const std::string frames = FrameInputs(nodes, goal);
     result.found = true;
     result.run = RecordingText(frames, options.dt);
     const int64_t first = FrameClock(1, options.dt);

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 class QmCoreEnvironmentManager;
@@ -30,6 +31,11 @@ struct RouteOptions {
     // With cows about, where the cows are matters: states are told apart by the moment too, to
     // this many frames.
     int cowFrames = 24;
+    // When given, a run that reaches the finish is taken only when this accepts its recording text
+    // (for example when it also finishes at other frame rates); the search goes on otherwise.
+    std::function<bool(const std::string&)> accept;
+    // The search gives up after refusing this many runs.
+    size_t maxRefused = 40;
 };
 
 struct RouteResult {
@@ -37,12 +43,20 @@ struct RouteResult {
     std::string run;
     int64_t timeMs = 0;
     size_t expanded = 0;
+    // Runs that reached the finish but were not accepted.
+    size_t refused = 0;
 };
 
 class RouteSearch {
 public:
     // The world's current map is raced from its Start cell (startX, startY).
     static RouteResult Find(QmCoreEnvironmentManager& world, const RouteOptions& options);
+
+    // Moves each event of a run to the middle of the span of times at which finishes(run) still
+    // holds, so that a run found at the edge of what works gains room on both sides. Events keep
+    // their order; step is the shift tried, in milliseconds.
+    static std::string Centre(const std::string& run, const std::function<bool(const std::string&)>& finishes,
+                              int64_t step = 16, int64_t reach = 96);
 
     // The recording text of a list of per-frame inputs (bit 0 jump, bit 1 left, bit 2 right),
     // starting with the first frame of the countdown, at a fixed frame time.

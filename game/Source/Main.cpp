@@ -1,6 +1,8 @@
 // The program's entry: reads the command line, finds the data folder, then runs the game's
 // application object: the arguments are stored, the engine settings filled, and the application
-// run (start-up, the main loop, shutdown) before it is destroyed.
+// run (start-up, the main loop, shutdown) before it is destroyed. Exit status: 0, 1 when the
+// asked-for screenshot could not be written or the data is missing, 2 for a command line (or a
+// race it asks for) that cannot be run.
 #include "Coordinator/QmCommandLine.h"
 #include "Coordinator/QmDataFolder.h"
 #include "Coordinator/VaApp.h"
@@ -38,7 +40,7 @@ int main(int argc, char** argv) {
     app->FillSettings();
     app->UseCommandLine(commandLine);
     app->Run();
-    const bool screenshotWritten = app->ScreenshotWritten();
+    const int exitCode = app->ExitCode();
     delete app;
-    return screenshotWritten ? 0 : 1;
+    return exitCode;
 }

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace {
 constexpr float kLongestFixedDelta = 1.0f;
@@ -18,6 +19,16 @@ bool ParseWholeNumber(const std::string& text, int64_t& value) {
         return false;
     }
     value = parsed;
+    return true;
+}
+
+// A whole number from 0 up to the largest 32-bit value.
+bool ParseIndex(const std::string& text, int32_t& value) {
+    int64_t parsed = 0;
+    if (!ParseWholeNumber(text, parsed) || parsed > std::numeric_limits<int32_t>::max()) {
+        return false;
+    }
+    value = static_cast<int32_t>(parsed);
     return true;
 }
 
@@ -53,8 +64,11 @@ QmCommandLine::QmCommandLine() {
                  screenshot = value;
                  return {};
              });
-    AddSwitch("software", "draw without OpenGL", [this] { software = true; });
-    AddValue("fixed-dt", "S", "make every frame last S seconds (above 0, at most 1)",
+    AddSwitch("software", "draw without OpenGL", [this] {
+        software = true;
+        return std::string();
+    });
+    AddValue("fixed-dt", "S", "make every frame last S seconds (above 0, at most 1) on the game's clock",
              [this](const std::string& value) -> std::string {
                  float seconds = 0.0f;
                  if (!ParseNumber(value, seconds) || seconds <= 0.0f || seconds > kLongestFixedDelta) {
@@ -63,20 +77,78 @@ QmCommandLine::QmCommandLine() {
                  fixedDelta = seconds;
                  return {};
              });
-    AddSwitch("fps", "show the frame rate from the start", [this] { fps = true; });
-    AddSwitch("help", "show this help and quit", [this] { helpAsked = true; });
+    AddValue("seed", "N", "start the random numbers from N (with --fixed-dt a run replays exactly)",
+             [this](const std::string& value) -> std::string {
+                 int64_t number = 0;
+                 if (!ParseWholeNumber(value, number) || number > std::numeric_limits<uint32_t>::max()) {
+                     return "--seed needs a whole number from 0 to 4294967295, not '" + value + "'";
+                 }
+                 seed = static_cast<uint32_t>(number);
+                 return {};
+             });
+    AddSwitch("fps", "show the frame rate from the start", [this] {
+        fps = true;
+        return std::string();
+    });
+    AddValues("play", {"TOUR", "MAP"}, "race on map MAP of tour TOUR of the game folder (both from 0)",
+              [this](const std::vector<std::string>& values) -> std::string {
+                  if (!ParseIndex(values[0], playTour)) {
+                      return "--play needs a tour number from 0, not '" + values[0] + "'";
+                  }
+                  if (!ParseIndex(values[1], playMap)) {
+                      playTour = -1;
+                      return "--play needs a map number from 0, not '" + values[1] + "'";
+                  }
+                  return {};
+              });
+    AddSwitch("2d", "show the world in 2D in this run (the stored option stays)", [this] {
+        if (threeD.has_value() && *threeD) {
+            return std::string("--2d and --3d cannot be used together");
+        }
+        threeD = false;
+        return std::string();
+    });
+    AddSwitch("3d", "show the world in 3D in this run (the stored option stays)", [this] {
+        if (threeD.has_value() && !*threeD) {
+            return std::string("--2d and --3d cannot be used together");
+        }
+        threeD = true;
+        return std::string();
+    });
+    AddValue("autoplay", "INPUTS",
+             "steer the racer with recorded inputs, \"time:type\" joined by ';' (types 0-2 press "
+             "jump, left, right; 3-5 release them)",
+             [this](const std::string& value) -> std::string {
+                 QmRecording recording;
+                 std::string why;
+                 if (!recording.ParseStrict(value, why)) {
+                     return "--autoplay needs inputs such as \"0:2;812:0\": " + why;
+                 }
+                 autoplay = recording;
+                 return {};
+             });
+    AddSwitch("help", "show this help and quit", [this] {
+        helpAsked = true;
+        return std::string();
+    });
 }
 
-void QmCommandLine::AddSwitch(const std::string& name, const std::string& help, std::function<void()> apply) {
-    options.push_back({name, std::string(), help, [apply](const std::string&) -> std::string {
-                           apply();
-                           return {};
-                       }});
+void QmCommandLine::AddSwitch(const std::string& name, const std::string& help,
+                              std::function<std::string()> apply) {
+    options.push_back({name, {}, help, [apply](const std::vector<std::string>&) { return apply(); }});
 }
 
 void QmCommandLine::AddValue(const std::string& name, const std::string& valueName, const std::string& help,
                              std::function<std::string(const std::string& value)> apply) {
-    options.push_back({name, valueName, help, std::move(apply)});
+    options.push_back({name, {valueName}, help, [apply](const std::vector<std::string>& values) {
+                           return apply(values[0]);
+                       }});
+}
+
+void QmCommandLine::AddValues(const std::string& name, std::vector<std::string> valueNames,
+                              const std::string& help,
+                              std::function<std::string(const std::vector<std::string>& values)> apply) {
+    options.push_back({name, std::move(valueNames), help, std::move(apply)});
 }
 
 void QmCommandLine::Reset() {
@@ -84,9 +156,21 @@ void QmCommandLine::Reset() {
     screenshot.clear();
     software = false;
     fixedDelta = 0.0f;
+    seed.reset();
     fps = false;
+    playTour = -1;
+    playMap = -1;
+    threeD.reset();
+    autoplay.reset();
     helpAsked = false;
     error.clear();
+}
+
+std::string QmCommandLine::CheckTogether() const {
+    if (autoplay.has_value() && !Plays()) {
+        return "--autoplay steers a race: add --play TOUR MAP";
+    }
+    return {};
 }
 
 QmCommandLine::Result QmCommandLine::Parse(const std::vector<std::string>& arguments) {
@@ -114,32 +198,50 @@ QmCommandLine::Result QmCommandLine::Parse(const std::vector<std::string>& argum
             error = "Unknown option '--" + name + "'";
             return Result::Error;
         }
-        std::string value;
-        if (option->valueName.empty()) {
+        const size_t wanted = option->valueNames.size();
+        std::vector<std::string> values;
+        if (wanted == 0) {
             if (equals != std::string::npos) {
                 error = "--" + name + " takes no value";
                 return Result::Error;
             }
         } else if (equals != std::string::npos) {
-            value = argument.substr(equals + 1);
-        } else if (i + 1 < arguments.size()) {
-            value = arguments[++i];
+            if (wanted > 1) {
+                error = "--" + name + " takes " + std::to_string(wanted) + " values after a space";
+                return Result::Error;
+            }
+            values.push_back(argument.substr(equals + 1));
+        } else if (i + wanted < arguments.size()) {
+            values.assign(arguments.begin() + static_cast<std::ptrdiff_t>(i + 1),
+                          arguments.begin() + static_cast<std::ptrdiff_t>(i + 1 + wanted));
+            i += wanted;
         } else {
-            error = "--" + name + " needs a value (" + option->valueName + ")";
+            std::string names;
+            for (const std::string& valueName : option->valueNames) {
+                names += (names.empty() ? "" : " ") + valueName;
+            }
+            error = "--" + name + (wanted > 1 ? " needs values (" : " needs a value (") + names + ")";
             return Result::Error;
         }
-        error = option->apply(value);
+        error = option->apply(values);
         if (!error.empty()) {
             return Result::Error;
         }
     }
-    return helpAsked ? Result::Help : Result::Run;
+    if (helpAsked) {
+        return Result::Help;
+    }
+    error = CheckTogether();
+    return error.empty() ? Result::Run : Result::Error;
 }
 
 std::string QmCommandLine::Usage(const std::string& program) const {
     std::string text = "Usage: " + program + " [options]\n\nOptions:\n";
     for (const Option& option : options) {
-        std::string left = "  --" + option.name + (option.valueName.empty() ? "" : " " + option.valueName);
+        std::string left = "  --" + option.name;
+        for (const std::string& valueName : option.valueNames) {
+            left += " " + valueName;
+        }
         if (left.size() < 22) {
             left.resize(22, ' ');
         } else {

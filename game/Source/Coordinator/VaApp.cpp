@@ -7,6 +7,8 @@
 #include "Platform/VeTime.h"
 #include "Screen/VeScreen.h"
 
+#include <cstdio>
+
 VaApp::VaApp() {
     windowWidth = 640;
     windowHeight = 640;
@@ -43,7 +45,26 @@ void VaApp::CreateManagers() {
     if (screen != nullptr && !commandLine.screenshot.empty()) {
         screen->SetFrameCapture(true);
     }
+    if (commandLine.fixedDelta > 0.0f) {
+        frameClock.Install(commandLine.fixedDelta);
+    }
     coordinator = new VaCoordinator(this);
+    if (commandLine.Plays()) {
+        std::string error;
+        if (!coordinator->PlayMap(commandLine.playTour, commandLine.playMap, error)) {
+            std::fprintf(stderr, "quillmaze: --play %d %d: %s.\n", commandLine.playTour, commandLine.playMap,
+                         error.c_str());
+            playRefused = true;
+            quitRequested = true;
+        }
+    }
+}
+
+int VaApp::ExitCode() const {
+    if (playRefused) {
+        return 2;
+    }
+    return screenshotWritten ? 0 : 1;
 }
 
 void VaApp::SwitchScene(int32_t newScene) {
@@ -82,6 +103,7 @@ void VaApp::Frame() {
     if (commandLine.frames > 0 && framesRun >= commandLine.frames) {
         quitRequested = true;
     }
+    frameClock.Advance();
 }
 
 void VaApp::WriteScreenshot() {
@@ -102,4 +124,5 @@ void VaApp::Shutdown() {
     WriteScreenshot();
     delete coordinator;
     coordinator = nullptr;
+    frameClock.Uninstall();
 }

@@ -7,9 +7,12 @@
 // Scenes: switching sets previousScene and scene together and raises sceneChanged when the scene
 // really changed; Frame lowers it after the game frame, so pages see it for exactly one frame.
 // The command line can limit the number of frames and ask for a screenshot of the last one,
-// which is written when the loop has ended, before the game's managers are released.
+// which is written when the loop has ended, before the game's managers are released; with a fixed
+// frame time the game's clock moves by exactly that time a frame (a scripted run); and it can start
+// a race at once (a map that does not exist ends the run with a message and exit status 2).
 #include "App/VeApp.h"
 #include "Coordinator/QmCommandLine.h"
+#include "Coordinator/QmFrameClock.h"
 
 #include <cstdint>
 #include <string>
@@ -38,6 +41,7 @@ public:
     // Takes over what the command line asks for; call before Init.
     void UseCommandLine(const QmCommandLine& line);
 
+    // Creates the coordinator, then starts the race the command line asked for.
     void CreateManagers() override;
     void Frame() override;
     // Writes the asked-for screenshot, then releases the game's managers (not the engine's
@@ -46,6 +50,9 @@ public:
     void SwitchScene(int32_t newScene);
     // False when a screenshot was asked for and could not be written.
     bool ScreenshotWritten() const { return screenshotWritten; }
+    // What the program ends with: 0, 2 when the command line asked for a race that cannot be run,
+    // 1 when the screenshot could not be written.
+    int ExitCode() const;
 
     VaCoordinator* coordinator = nullptr;
     int32_t scene = SceneNone;
@@ -59,4 +66,6 @@ private:
 
     bool screenshotWritten = true;
     bool gameShutDown = false;
+    bool playRefused = false;
+    QmFrameClock frameClock;
 };

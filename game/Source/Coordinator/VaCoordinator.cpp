@@ -2,15 +2,23 @@
 
 #include "Audio/VeAudioManager.h"
 #include "Controls/QmControls.h"
+#include "Coordinator/QmScriptedRaceControls.h"
 #include "Coordinator/QmSharedSounds.h"
+#include "Coordinator/QmTourSeed.h"
 #include "Coordinator/VaApp.h"
+#include "Environment/ArEnvironmentManager.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
+#include "Gameplay/ArGameplayManager.h"
+#include "Gameplay/QmMixerRaceAudio.h"
+#include "Gameplay/QmPlayerRaceControls.h"
+#include "Gameplay/QmRecordedControls.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeRandom.h"
+#include "Screen/Surface/VeImage.h"
 #include "Screen/Text/VeTextStyle.h"
 #include "Screen/VeScreen.h"
 
@@ -23,6 +31,15 @@ constexpr float kPulseHigh = 1.1f;
 constexpr float kPulseRate = 0.2f;
 constexpr uint32_t kWhite = 0xFFFFFF;
 constexpr uint32_t kGreen = 0x00FF00;
+// The shipped tours beside the program.
+constexpr const char* kShippedMaps = "Maps";
+
+// The racer's art at 64, 32 and 16 pixels, each with the faces of the cube's other sides.
+constexpr int kRacerSizes[3] = {64, 32, 16};
+constexpr const char* kRacerFiles[3][2] = {
+    {"Assets/Characters/Default.png", "Assets/Characters/Default_Sides.png"},
+    {"Assets/Characters/Default_32.png", "Assets/Characters/Default_32_Sides.png"},
+    {"Assets/Characters/Default_16.png", "Assets/Characters/Default_16_Sides.png"}};
 } // namespace
 
 VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
@@ -39,8 +56,14 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     CreateFolder(GetGameFolder());
 
     LoadOptionsAndLanguage();
+    LoadCharacterImages();
 
     controls = std::make_unique<QmControls>(app->input);
+    CreateWorld();
+    if (screen != nullptr && !screen->glEnabled && threeDAtStart) {
+        // The notice dialog of the front end tells the player; until it exists, the console does.
+        ShowNotice(language->GetLine(kNoOpenGLTitleLine), language->GetLine(kNoOpenGLTextLine));
+    }
 
     app->SwitchScene(SceneMenu);
     menuPage = 0;
@@ -61,12 +84,19 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
 
 void VaCoordinator::LoadOptionsAndLanguage() {
     VeScreen* screen = app->screen;
+    const QmCommandLine& line = app->commandLine;
     options = std::make_unique<QmOptions>();
     options->LoadOptions();
-    if (app->commandLine.fps) {
+    if (line.fps) {
         options->Set(QmOptions::kFps, "1");
     }
+    // --2d and --3d choose the view of this run only; nothing below saves them (without OpenGL
+    // the 2D view is stored, as it would be anyway).
+    if (line.threeD.has_value()) {
+        options->SetOn(QmOptions::k3DGraphics, *line.threeD);
+    }
     options->Set(QmOptions::kShadowsEnabled, "1");
+    threeDAtStart = options->IsOn(QmOptions::k3DGraphics);
     if (screen != nullptr && !screen->glEnabled) {
         Log("OpenGL Disabled.\n");
         options->Set(QmOptions::k3DGraphics, "0");
@@ -75,9 +105,45 @@ void VaCoordinator::LoadOptionsAndLanguage() {
     if (screen != nullptr) {
         screen->SetFullscreen(options->IsOn(QmOptions::kFullscreen), app->input);
     }
-    SeedRand(static_cast<uint32_t>(std::time(nullptr)));
+    SeedRand(line.seed.has_value() ? *line.seed : static_cast<uint32_t>(std::time(nullptr)));
     language = std::make_unique<QmLanguage>("Lang");
     language->SetLanguage(*options);
+}
+
+void VaCoordinator::LoadCharacterImages() {
+    if (app->screen == nullptr) {
+        return; // nothing draws them
+    }
+    for (const auto& files : kRacerFiles) {
+        images.push_back(std::make_unique<VeImage>(files[0]));
+        images.push_back(std::make_unique<VeImage>(files[1]));
+    }
+    cow16 = std::make_unique<VeImage>("Assets/Characters/Cow/Cow_16.png");
+    cow32 = std::make_unique<VeImage>("Assets/Characters/Cow/Cow_32.png");
+    cow64 = std::make_unique<VeImage>("Assets/Characters/Cow/Cow_64.png");
+}
+
+void VaCoordinator::CreateWorld() {
+    if (app->screen == nullptr) {
+        return;
+    }
+    std::vector<std::string> copied;
+    std::string error;
+    if (!QmTourSeed::SeedWhenEmpty(kShippedMaps, GetGameFolder(), copied, error)) {
+        Log("The shipped tours could not be put into the game folder: %s.\n", error.c_str());
+    }
+    for (const std::string& tour : copied) {
+        Log("Added the shipped tour %s to the game folder.\n", tour.c_str());
+    }
+    environment = std::make_unique<ArEnvironmentManager>(*app->screen, *this, this);
+    for (size_t i = 0; i < 3; ++i) {
+        environment->RegisterRacerImages(kRacerSizes[i], images[2 * i].get(), images[2 * i + 1].get());
+    }
+    environment->RegisterCowImage(16, cow16.get());
+    environment->RegisterCowImage(32, cow32.get());
+    environment->RegisterCowImage(64, cow64.get());
+    // The front end and the editor come next once they exist; then the race.
+    MakeGameplay();
 }
 
 void VaCoordinator::StartAudio() {
@@ -100,7 +166,18 @@ VaCoordinator::~VaCoordinator() {
     if (app->audio != nullptr) {
         app->audio->StopAll();
     }
+    // The race refers to the world (it is the world's racer link), so it goes first.
+    gameplay.reset();
+    raceControls = nullptr;
+    scriptedControls.reset();
+    playerRaceControls.reset();
+    scriptedAudio.reset();
+    environment.reset();
     options.reset();
+    images.clear();
+    cow16.reset();
+    cow32.reset();
+    cow64.reset();
     textBlack.reset();
     textWhite.reset();
     language.reset();
@@ -125,6 +202,183 @@ bool VaCoordinator::OptionOn(const std::string& key) const {
     return options->IsOn(key);
 }
 
+// ---- The race ----
+
+void VaCoordinator::MakeGameplay() {
+    gameplay.reset();
+    raceControls = nullptr;
+    scriptedControls.reset();
+    scriptedAudio.reset();
+    if (!environment) {
+        return;
+    }
+    VeInput* input = app->input;
+    VeAudioManager* audio = app->audio;
+    const QmCommandLine& line = app->commandLine;
+    if (input != nullptr && audio != nullptr && !line.autoplay.has_value()) {
+        auto race = std::make_unique<ArGameplayManager>(*environment, *input, *audio, musicChannel, *this,
+                                                        *environment);
+        raceControls = &race->Controls();
+        gameplay = std::move(race);
+        return;
+    }
+    if (input != nullptr && !playerRaceControls) {
+        playerRaceControls = std::make_unique<QmPlayerRaceControls>(*controls, *input);
+    }
+    std::unique_ptr<QmRecordedControls> recorded;
+    if (line.autoplay.has_value()) {
+        recorded = std::make_unique<QmRecordedControls>(
+            *line.autoplay, [this] { return gameplay ? gameplay->RaceTime() : 0; });
+    }
+    scriptedControls =
+        std::make_unique<QmScriptedRaceControls>(playerRaceControls.get(), std::move(recorded));
+    if (audio != nullptr) {
+        scriptedAudio = std::make_unique<QmMixerRaceAudio>(*audio, musicChannel);
+    } else {
+        scriptedAudio = std::make_unique<QmRaceAudio>();
+    }
+    gameplay = std::make_unique<QmClientGameplayManager>(*environment, *scriptedAudio, *this,
+                                                         *scriptedControls, *environment);
+}
+
+bool VaCoordinator::StartPlay(bool retry) {
+    if (!environment) {
+        return false; // no window, no race
+    }
+    app->SwitchScene(SceneRace);
+    gameplay.reset();
+    switch (playMode) {
+    case PlayRandomRun:
+        if (!retry) {
+            if (Rand() % 3 == 0) {
+                environment->SetBlockSize(environment->blockSize == 32 ? 64 : 32);
+            }
+            environment->GenerateLevel();
+            environment->MarkStaticLayerStale();
+        }
+        MakeGameplay();
+        gameplay->StartRace(false, true);
+        return true;
+    case PlayParty:
+        // The party page prepares its players before their race begins.
+        MakeGameplay();
+        Log("Party play is started from its page.\n");
+        return false;
+    default:
+        MakeGameplay();
+        gameplay->StartRace(!retry, true);
+        return true;
+    }
+}
+
+bool VaCoordinator::PlayMap(int tour, int map, std::string& error) {
+    if (!environment) {
+        error = "a race needs the game's window";
+        return false;
+    }
+    const int tours = static_cast<int>(environment->tours.size());
+    if (tour < 0 || tour >= tours) {
+        error = "the game folder has no tour " + std::to_string(tour) + " (it has " + std::to_string(tours) +
+                (tours == 1 ? " tour, numbered from 0)" : " tours, numbered from 0)");
+        return false;
+    }
+    const int maps = static_cast<int>(environment->tourLevels[static_cast<size_t>(tour)].size());
+    if (map < 0 || map >= maps) {
+        error = "tour " + std::to_string(tour) + " (" + environment->tourFolders[static_cast<size_t>(tour)] +
+                ") has no map " + std::to_string(map) + " (it has " + std::to_string(maps) +
+                (maps == 1 ? " map, numbered from 0)" : " maps, numbered from 0)");
+        return false;
+    }
+    playMode = PlayTour;
+    gameplay.reset();
+    environment->tourIndex = tour;
+    environment->Reload(map, false);
+    return StartPlay(false);
+}
+
+void VaCoordinator::ReturnToMenu() {
+    // A test run from the editor would reopen the editor here; without the editor every race ends
+    // in the menu.
+    inRaceMenu.Close();
+    MakeGameplay();
+    if (environment && playMode != PlayRandomRun) {
+        environment->Reload(environment->levelIndex, false);
+    }
+    if (playMode == PlayRandomRun) {
+        menuPage = 1;
+    }
+    app->SwitchScene(SceneMenu);
+}
+
+void VaCoordinator::RestartIfAsked() {
+    if (app->scene != SceneRace || !gameplay) {
+        return;
+    }
+    const VeInput* input = app->input;
+    const bool keyRetry = (input != nullptr && input->pressed[VeKey::R] != 0) || controls->PadYPressed();
+    if (!keyRetry && gameplay->retryRequested == 0) {
+        return;
+    }
+    ReturnToMenu();
+    app->SwitchScene(SceneRace);
+    if (playMode == PlayRandomRun) {
+        StartPlay(keyRetry);
+    } else if (gameplay) {
+        gameplay->StartRace(false, true);
+    }
+}
+
+void VaCoordinator::RaceFinished(int64_t finalTime, int rank) {
+    // The after-race page would show the results and ask for a name; until it exists the finish
+    // is completed at the end of the frame and the game returns to the menu.
+    finish.pending = true;
+    finish.time = finalTime;
+    finish.rank = rank;
+    returnToMenuRequested = true;
+}
+
+void VaCoordinator::CompleteFinish() {
+    if (!finish.pending) {
+        return;
+    }
+    finish.pending = false;
+    Log("Finished %s in %lld ms.\n", environment ? environment->mapName.c_str() : "",
+        static_cast<long long>(finish.time));
+    if (!environment || !gameplay) {
+        return;
+    }
+    environment->UnlockNext();
+    if (finish.rank >= 0) {
+        gameplay->SaveScores(finish.rank == 1, false, PlayerName(), true);
+    }
+}
+
+std::string VaCoordinator::PlayerName() const {
+    const std::string& name = Option(QmOptions::kUsername);
+    return name.empty() ? language->GetLine(kPlayerLine) : name;
+}
+
+void VaCoordinator::OpenMenu(int languageLine, const std::string& command) {
+    inRaceMenu.Open(language->GetLine(kPausedLine), language->GetLine(kResumeLine),
+                    language->GetLine(languageLine), command);
+    if (app->input != nullptr) {
+        app->input->BlockRepeats(); // a held Escape does not close it again at once
+    }
+}
+
+std::string VaCoordinator::UpdateMenu() {
+    const VeScreen* screen = app->screen;
+    const std::string chosen =
+        inRaceMenu.Update(*controls, app->input, screen != nullptr ? screen->width : 640,
+                          screen != nullptr ? screen->height : 640);
+    if (!inRaceMenu.IsOpen() && app->input != nullptr) {
+        app->input->BlockRepeats();
+    }
+    return chosen;
+}
+
+// ---- The frame ----
+
 void VaCoordinator::GameFrame() {
     VeScreen* screen = app->screen;
     VeInput* input = app->input;
@@ -137,9 +391,10 @@ void VaCoordinator::GameFrame() {
 
     const bool is3D = OptionOn(QmOptions::k3DGraphics);
     if (screen != nullptr) {
-        screen->threeD = is3D;
+        screen->threeD = is3D && screen->glEnabled;
     }
 
+    bool worldDrawn = false;
     switch (app->scene) {
     case SceneAfterRace:
     case SceneMenu:
@@ -147,19 +402,33 @@ void VaCoordinator::GameFrame() {
             screen->ResetViewport();
         }
         break;
+    case SceneEditor:
+    case SceneRace:
+        if (environment) {
+            WorldFrame(app->scene == SceneRace);
+            worldDrawn = true;
+        }
+        break;
     default:
         break;
     }
+
+    RestartIfAsked();
 
     if (input != nullptr && input->pressed[VeKey::Escape] != 0 && app->scene == SceneMenu &&
         CurrentMenuPage() == 0) {
         app->quitRequested = true;
     }
 
+    CompleteFinish();
     if (returnToMenuRequested) {
-        ReturnToMenu();
+        const bool restart = restartRequested;
         returnToMenuRequested = false;
         restartRequested = false;
+        ReturnToMenu();
+        if (restart) {
+            StartPlay(true);
+        }
     }
 
     HandleHotkeys(ReadHotkeys());
@@ -167,18 +436,103 @@ void VaCoordinator::GameFrame() {
     if (is3D && screen != nullptr) {
         screen->BindDefaultFramebuffer();
     }
+    if (worldDrawn) {
+        environment->ComposeWorld(false, false);
+    }
+    if (screen != nullptr && app->scene == SceneRace) {
+        inRaceMenu.Draw(screen->overlay, pulse);
+    }
 
     ApplyDisplayOptions();
     AnimatePulseBlink(app->frameDelta);
     controls->UpdateLatch();
+    if (raceControls != nullptr) {
+        raceControls->UpdateLatch();
+    }
 }
 
-void VaCoordinator::ReturnToMenu() {
-    if (playMode == PlayRandomRun) {
-        menuPage = 1;
+void VaCoordinator::WorldFrame(bool race) {
+    environment->hudShown = OptionOn(QmOptions::kHud);
+    environment->Update();
+    const int passes = environment->PassCount();
+    for (int pass = 0; pass < passes; ++pass) {
+        shadowPass = passes == 2 && pass == 0;
+        environment->BeginPass(shadowPass);
+        if (race && gameplay) {
+            if (shadowPass) {
+                gameplay->DrawEntities();
+            } else {
+                gameplay->Update(app->frameDelta);
+            }
+        }
+        environment->EndPass();
     }
-    app->SwitchScene(SceneMenu);
+    shadowPass = false;
 }
+
+// ---- Hosts ----
+
+bool VaCoordinator::ThreeDEnabled() const {
+    return OptionOn(QmOptions::k3DGraphics);
+}
+
+bool VaCoordinator::ShadowsEnabled() const {
+    return OptionOn(QmOptions::kShadowsEnabled);
+}
+
+bool VaCoordinator::InEditor() const {
+    return app->scene == SceneEditor;
+}
+
+bool VaCoordinator::InRace() const {
+    return app->scene == SceneRace;
+}
+
+bool VaCoordinator::Flipped() const {
+    return InRace() && gameplay && gameplay->flip;
+}
+
+QmRacerView VaCoordinator::Racer() const {
+    QmRacerView view;
+    const ArPlayer* racer = gameplay ? gameplay->Racer() : nullptr;
+    if (racer != nullptr) {
+        view.exists = true;
+        view.x = racer->x;
+        view.y = racer->y;
+        view.active = racer->active != 0;
+        view.groundBlock = racer->groundBlock;
+    }
+    return view;
+}
+
+float VaCoordinator::FrameTime() const {
+    return app->frameDelta;
+}
+
+bool VaCoordinator::MusicEnabled() const {
+    return OptionOn(QmOptions::kMusic);
+}
+
+std::string VaCoordinator::LanguageLine(int line) const {
+    return language->GetLine(line);
+}
+
+std::string VaCoordinator::GetLine(int number) {
+    return language->GetLine(number);
+}
+
+void VaCoordinator::ShowNotice(const std::string& title, const std::string& text) {
+    Log("Notice: %s: %s\n", title.c_str(), text.c_str());
+}
+
+void VaCoordinator::PlaySound(const std::string& name, float /*volume*/) {
+    // The named sounds keep the volume they were loaded with.
+    if (app->audio != nullptr) {
+        app->audio->Play(name);
+    }
+}
+
+// ---- Hotkeys, display options, pulse ----
 
 VaCoordinator::HotkeyKeys VaCoordinator::ReadHotkeys() const {
     HotkeyKeys keys;

@@ -1,31 +1,54 @@
 #pragma once
 // The game's single owner of everything above the engine: the options, the language, the game's
-// controls, the shared text styles and sounds, the music channel and the play state, and the
-// managers of the world, the front end, the editor and the race as they are created. Its
-// construction is the game's start-up and its destruction the release in a fixed order (with the
-// download cache emptied at the end). Engine services the settings did not switch on are null;
-// every step that needs one is skipped without it, so the coordinator also runs headless.
+// controls, the shared text styles, images and sounds, the music channel and the play state, the
+// world (environment) manager and the race (gameplay) manager. Its construction is the game's
+// start-up and its destruction the release in a fixed order (with the download cache emptied at
+// the end). Engine services the settings did not switch on are null; every step that needs one is
+// skipped without it, so the coordinator also runs headless (without a screen there is no world
+// and no race).
 //
-// GameFrame runs once per frame: it resets the overlay and its factors, dispatches on the scene,
-// quits on Escape on the intro page, runs the first matching global hotkey, applies the display
-// options ("VSYNC", "FPS") and moves the shared pulse and blink animations.
+// GameFrame runs once per frame: it resets the overlay and its factors, dispatches on the scene
+// (the race scene runs the world frame, one pass or a shadow pass and a normal pass, with the race
+// drawn into it and updated last), restarts the race on R, the pad's Y or the race's own request,
+// quits on Escape on the intro page, leaves the race when it asked to, runs the first matching
+// global hotkey, composes the world, draws the in-race menu, applies the display options ("VSYNC",
+// "FPS") and moves the shared pulse and blink animations.
+//
+// The coordinator is the world's view host (options, scene, racer, flip), the race's host (play
+// mode, music option, language lines, the in-race menu, what happens at the finish) and the world's
+// link to the front end (language lines, notices, sounds). Pages that do not exist yet are stood in
+// for: notices are written to the console, the finish saves a qualifying time under the player's
+// name and returns to the menu scene, and the menu scene draws nothing but the frame-rate display.
 #include "Audio/VeAudioChannel.h"
+#include "Coordinator/QmInRaceMenu.h"
 #include "Coordinator/VaAppCommander.h"
+#include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
+#include "Environment/CoreEnvironmentManager/QmWorldFrontEndLink.h"
+#include "Gameplay/QmRaceHost.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
+class ArEnvironmentManager;
+class QmClientGameplayManager;
 class QmControls;
 class QmLanguage;
 class QmOptions;
+class QmRaceAudio;
+class QmRaceControls;
 class VaApp;
+class VeImage;
 class VeTextStyle;
 
-class VaCoordinator : public VaAppCommander {
+class VaCoordinator : public VaAppCommander,
+                      public QmWorldViewHost,
+                      public QmRaceHost,
+                      public QmWorldFrontEndLink {
 public:
-    enum PlayMode : int32_t { PlayTour = 0, PlayParty = 1, PlayRandomRun = 3 };
+    enum PlayModeValue : int32_t { PlayTour = 0, PlayParty = 1, PlayRandomRun = 3 };
     enum PartyType : int32_t { PartyVersus = 0, PartyMarathon = 1 };
     enum class Hotkey { None, Fullscreen, Music, Hud, Ui, FpsWithVsync, FpsWithoutVsync };
 
@@ -42,6 +65,12 @@ public:
 
     // The frame-rate display's text and outline colours without, then with, vertical sync.
     static constexpr std::array<uint32_t, 4> kFpsColours{0xFF0000, 0x000000, 0x00FF00, 0x000000};
+    // Language lines of the in-race menu, the missing-OpenGL notice and the default player name.
+    static constexpr int kResumeLine = 11;
+    static constexpr int kPausedLine = 14;
+    static constexpr int kPlayerLine = 40;
+    static constexpr int kNoOpenGLTextLine = 171;
+    static constexpr int kNoOpenGLTitleLine = 172;
 
     explicit VaCoordinator(VaApp* app);
     ~VaCoordinator() override;
@@ -49,8 +78,17 @@ public:
     VaCoordinator& operator=(const VaCoordinator&) = delete;
 
     void GameFrame();
-    // Leaves the race (or the after-race screen) for the menu scene.
+    // Leaves the race for the menu scene with a fresh race on the reloaded current map (the random
+    // level stays as it is).
     void ReturnToMenu();
+    // Begins a race in the current play mode on the world's current map: tour play, or the next
+    // random level of the random-level run (the same one again when retry is set). The scene
+    // becomes the race. False when the race could not begin (no world, or party play, whose
+    // players are prepared by its page).
+    bool StartPlay(bool retry);
+    // Tour play of map `map` of tour `tour` (both from 0) of the game folder; false with the
+    // reason when there is no such tour or map.
+    bool PlayMap(int tour, int map, std::string& error);
 
     // The keys of this frame from the input manager (none without one).
     HotkeyKeys ReadHotkeys() const;
@@ -73,6 +111,37 @@ public:
     bool OptionOn(const std::string& key) const;
     QmLanguage& Language() { return *language; }
     QmControls& Controls() { return *controls; }
+    const QmInRaceMenu& InRaceMenu() const { return inRaceMenu; }
+    // The name a qualifying time is kept under: the option "Username", else the language's word
+    // for a player.
+    std::string PlayerName() const;
+
+    // ---- QmWorldViewHost ----
+    bool ThreeDEnabled() const override;
+    bool ShadowsEnabled() const override;
+    bool InEditor() const override;
+    bool InRace() const override;
+    bool Flipped() const override;
+    QmRacerView Racer() const override;
+    float FrameTime() const override;
+
+    // ---- QmRaceHost ----
+    int PlayMode() const override { return playMode; }
+    int64_t RandomRunTime() const override { return randomRunTime; }
+    void SetRandomRunTime(int64_t milliseconds) override { randomRunTime = milliseconds; }
+    void AddRandomRunLevel() override { ++randomRunLevels; }
+    bool MusicEnabled() const override;
+    std::string LanguageLine(int line) const override;
+    bool MenuOpen() const override { return inRaceMenu.IsOpen(); }
+    void OpenMenu(int languageLine, const std::string& command) override;
+    std::string UpdateMenu() override;
+    void RaceFinished(int64_t finalTime, int rank) override;
+    void ReturnToPages() override { returnToMenuRequested = true; }
+
+    // ---- QmWorldFrontEndLink ----
+    std::string GetLine(int number) override;
+    void ShowNotice(const std::string& title, const std::string& text) override;
+    void PlaySound(const std::string& name, float volume) override;
 
     VaApp* app;
     std::unique_ptr<QmLanguage> language;
@@ -89,19 +158,54 @@ public:
     float blink = 0.0f;
     bool blinkRising = true;
     bool shadowPass = false;
+    // Shared images, released at the end (the racer's three sizes with their side faces).
+    std::vector<std::unique_ptr<VeImage>> images;
     int32_t randomRunLevels = 0;
     int64_t randomRunTime = 0;
     bool loggedIn = false;
     int32_t userId = -1;
     std::string sessionText;
     int32_t version = -1;
+    std::unique_ptr<VeImage> cow16;
+    std::unique_ptr<VeImage> cow32;
+    std::unique_ptr<VeImage> cow64;
     std::unique_ptr<QmControls> controls;
+    // The race's sounds and controls when the player's devices do not steer it (see MakeGameplay);
+    // declared before the race, which uses them, so that they outlive it.
+    std::unique_ptr<QmRaceAudio> scriptedAudio;
+    std::unique_ptr<QmRaceControls> playerRaceControls;
+    std::unique_ptr<QmRaceControls> scriptedControls;
+    std::unique_ptr<ArEnvironmentManager> environment;
+    std::unique_ptr<QmClientGameplayManager> gameplay;
 
 private:
+    struct Finish {
+        bool pending = false;
+        int64_t time = 0;
+        int rank = -1;
+    };
+
     void LoadOptionsAndLanguage();
+    void LoadCharacterImages();
+    void CreateWorld();
     void StartAudio();
+    // Replaces the race by a fresh one on the world's current map: the game's own race on the
+    // player's devices, or one steered by the command line's recording, or one without sound.
+    void MakeGameplay();
+    // The world frame of the race and editor scenes: the world's update and its passes, with the
+    // race drawn in each and updated in the last.
+    void WorldFrame(bool race);
+    // R, the pad's Y or the race asked for a new attempt.
+    void RestartIfAsked();
+    // The finish the race reported: unlocks what follows and keeps a qualifying time.
+    void CompleteFinish();
     void ToggleMusic();
     void ToggleOption(const char* key);
 
     int32_t menuPage = 0;
+    bool threeDAtStart = false;
+    // The race's own game-pad latch, when it keeps one (the game's race on the player's devices).
+    QmControls* raceControls = nullptr;
+    QmInRaceMenu inRaceMenu;
+    Finish finish;
 };

@@ -4,6 +4,9 @@
 #include "Screen/Text/VeText.h"
 #include "Screen/VeScreen.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace {
 
 constexpr uint32_t kTextColour = 0xFFFFFF;
@@ -13,6 +16,35 @@ constexpr uint32_t kCountdownOutline = 0x1C1A24;
 constexpr int kNameX = 14;
 constexpr int kBadgeX = 216;
 constexpr int kBadgeY = 4;
+// Room kept free at both sides of a centred text.
+constexpr int kTextMargin = 8;
+
+// The words of text in lines of at most perLine characters (a longer word stands alone).
+std::vector<std::string> WrapWords(const std::string& text, size_t perLine) {
+    std::vector<std::string> lines;
+    std::string line;
+    size_t start = 0;
+    while (start < text.size()) {
+        size_t end = text.find(' ', start);
+        if (end == std::string::npos) {
+            end = text.size();
+        }
+        const std::string word = text.substr(start, end - start);
+        start = end + 1;
+        if (word.empty()) {
+            continue;
+        }
+        if (!line.empty() && line.size() + 1 + word.size() > perLine) {
+            lines.push_back(line);
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + word;
+    }
+    if (!line.empty()) {
+        lines.push_back(line);
+    }
+    return lines;
+}
 
 } // namespace
 
@@ -25,12 +57,7 @@ ArEnvironmentManager::ArEnvironmentManager(VeScreen& screenToDrawOn, QmWorldView
         badges[i] = std::make_unique<VeImage>(badgeFiles[i]);
     }
     panel = std::make_unique<VeImage>("Assets/HUD/Panel.png");
-    textStyle.Size(4)
-        .Colour(kTextColour)
-        .Weight(3)
-        .LetterSpacing(2)
-        .LineHeight(4)
-        .MaxWidth(screen.width - 40);
+    textStyle.Size(4).Colour(kTextColour).Weight(3).LetterSpacing(2).LineHeight(4);
     shadowStyle = textStyle;
     shadowStyle.Colour(kShadowColour);
     countdownStyle.Size(24).Colour(kTextColour).Weight(20).LetterSpacing(4);
@@ -60,6 +87,10 @@ void ArEnvironmentManager::GreyFrame() {
 }
 
 void ArEnvironmentManager::ComposeOverlay() {
+    for (const auto& draw : raceTexts) {
+        draw();
+    }
+    raceTexts.clear();
     if (greyPending) {
         screen.overlay.GreyRect(0, 0, 0, 0);
     }
@@ -74,21 +105,39 @@ void ArEnvironmentManager::DrawText(const std::string& text, int y) {
     if (text.empty()) {
         return;
     }
-    const int centre = screen.width / 2;
-    VeText::DrawString(screen.overlay, text, centre + 1, y + 1, shadowStyle, true);
-    VeText::DrawString(screen.overlay, text, centre, y, textStyle, true);
+    raceTexts.push_back([this, text, y] {
+        // Long lines are broken between words, each part centred on its own.
+        const VeText measure(std::string(), &textStyle);
+        const int perLine =
+            std::max(1, (screen.width - 2 * kTextMargin + textStyle.letterSpacing) / measure.Advance());
+        const int centre = screen.width / 2;
+        int top = y;
+        for (const std::string& line : WrapWords(text, static_cast<size_t>(perLine))) {
+            VeText::DrawString(screen.overlay, line, centre + 1, top + 1, shadowStyle, true);
+            VeText::DrawString(screen.overlay, line, centre, top, textStyle, true);
+            top += measure.LineStep();
+        }
+    });
 }
 
 void ArEnvironmentManager::DrawCountdown(const std::string& number) {
-    VeText text(number, &countdownStyle);
-    VeText shadow(number, &countdownShadowStyle);
-    const int x = screen.width / 2;
-    const int y = (screen.height - text.Height()) / 2;
-    shadow.DrawOnto(screen.overlay, x + 5, y + 5, true, 0.4f);
-    text.DrawOnto(screen.overlay, x, y, true, 1.0f, kCountdownOutline);
+    raceTexts.push_back([this, number] {
+        VeText text(number, &countdownStyle);
+        VeText shadow(number, &countdownShadowStyle);
+        const int x = screen.width / 2;
+        const int y = (screen.height - text.Height()) / 2;
+        shadow.DrawOnto(screen.overlay, x + 5, y + 5, true, 0.4f);
+        text.DrawOnto(screen.overlay, x, y, true, 1.0f, kCountdownOutline);
+    });
 }
 
 void ArEnvironmentManager::DrawHud(const std::string& mapName, int badge) {
+    if (hudShown) {
+        raceTexts.push_back([this, mapName, badge] { DrawPanel(mapName, badge); });
+    }
+}
+
+void ArEnvironmentManager::DrawPanel(const std::string& mapName, int badge) {
     VeSurface& overlay = screen.overlay;
     overlay.BlitKeyed(*panel, kHudX, kHudY);
     if (!mapName.empty()) {

@@ -3,8 +3,10 @@
 // race's entities in 2D and 3D (cows with the cow's art, the steered racer with its animated face,
 // the ghost with the same face, translucent), the countdown number, the head-up panel with the
 // map's name and the badge, centred lines of text with a shadow, and the screen-wide effects: the
-// fade-in, the grey frame of death and the upside-down frame of Flip Vision. Grey and turn apply
-// to the whole frame image when the world is composed, so everything drawn in the frame follows.
+// fade-in, the grey frame of death and the upside-down frame of Flip Vision. The race's texts and
+// panel are kept until the world is composed and then drawn over everything the world drew (the
+// decorations included); grey and turn apply after them to the whole frame image, so everything
+// drawn in the frame follows. With hudShown off (option "HUD") the panel is left out.
 #include "Environment/ArRacerFace.h"
 #include "Environment/ClientEnvironmentManager/QmClientEnvironmentManager.h"
 #include "Gameplay/QmRaceDrawer.h"
@@ -12,8 +14,10 @@
 #include "Screen/Text/VeTextStyle.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class ArEnvironmentManager : public QmClientEnvironmentManager, public QmRaceDrawer {
 public:
@@ -24,6 +28,8 @@ public:
     ~ArEnvironmentManager() override;
 
     // ---- QmRaceDrawer ----
+    // Forgets texts of an earlier frame that was never composed.
+    void BeginFrame() override { raceTexts.clear(); }
     void SetFade(float multiplier) override;
     void ReversePixelOrder() override;
     void GreyFrame() override;
@@ -48,10 +54,15 @@ public:
     bool FrameGreyed() const { return greyPending; }
     bool FrameTurned() const { return turnPending; }
 
+    // The head-up panel is drawn (the coordinator follows option "HUD").
+    bool hudShown = true;
+
 protected:
     void ComposeOverlay() override;
 
 private:
+    void DrawPanel(const std::string& mapName, int badge);
+
     ArRacerFace racerFace;
     std::array<std::unique_ptr<VeImage>, 4> badges;
     std::unique_ptr<VeImage> panel;
@@ -62,4 +73,6 @@ private:
     VeTextStyle hudStyle;
     bool greyPending = false;
     bool turnPending = false;
+    // Texts and the panel of this frame, drawn when the world is composed.
+    std::vector<std::function<void()>> raceTexts;
 };

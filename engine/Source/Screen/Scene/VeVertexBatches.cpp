@@ -8,10 +8,6 @@
 
 namespace {
 
-struct Vertex {
-    float x, y, z, u, v;
-};
-
 // One vertex array with its four attribute buffers.
 struct Batch {
     GLuint vertexArray = 0;
@@ -19,7 +15,8 @@ struct Batch {
 
     bool Ready() const { return vertexArray != 0; }
 
-    void Create(const std::array<Vertex, 6>& vertices, const std::array<float, 3>& normal, GLint faceNumber) {
+    void Create(const std::array<VeCorner, 6>& vertices, const std::array<float, 3>& normal,
+                GLint faceNumber) {
         std::array<float, 18> positions{};
         std::array<float, 12> uvs{};
         std::array<float, 18> normals{};
@@ -77,7 +74,7 @@ struct Batch {
 Batch quad;
 std::array<Batch, 6> blockFaces;
 
-constexpr std::array<Vertex, 6> kQuad{{
+constexpr std::array<VeCorner, 6> kQuad{{
     {1, 1, 0, 1, 0},
     {-1, -1, 0, 0, 1},
     {-1, 1, 0, 0, 0},
@@ -95,7 +92,7 @@ constexpr std::array<std::array<float, 3>, 6> kFaceNormals{{
     {0, 1, 0},
 }};
 
-constexpr std::array<std::array<Vertex, 6>, 6> kFaces{{
+constexpr std::array<std::array<VeCorner, 6>, 6> kFaces{{
     {{{-1, 1, 1, 0, 0},
       {-1, -1, 1, 0, 1},
       {1, -1, 1, 1, 1},
@@ -135,6 +132,18 @@ constexpr std::array<std::array<Vertex, 6>, 6> kFaces{{
 }};
 
 } // namespace
+
+const std::array<VeCorner, 6>& VeVertexBatches::QuadCorners() {
+    return kQuad;
+}
+
+const std::array<VeCorner, 6>& VeVertexBatches::FaceCorners(int face) {
+    return kFaces[static_cast<size_t>(face >= 0 && face < 6 ? face : 0)];
+}
+
+const std::array<float, 3>& VeVertexBatches::FaceNormal(int face) {
+    return kFaceNormals[static_cast<size_t>(face >= 0 && face < 6 ? face : 0)];
+}
 
 void VeVertexBatches::PrepareQuad() {
     if (!quad.Ready()) {

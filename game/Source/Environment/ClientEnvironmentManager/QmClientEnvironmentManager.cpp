@@ -200,15 +200,15 @@ void QmClientEnvironmentManager::BeginPass(bool shadow) {
             shadowMap->BeginShadowPass();
         } else {
             // The scene starts from the key colour (the backdrop covers it everywhere).
-            renderState.SetClearColour(kColourKey);
+            VeRenderState::SetClearColour(kColourKey);
             sceneRenderer->BeginScene();
-            renderState.SetClearColour(0);
+            VeRenderState::SetClearColour(0);
             // The overlay shows the scene wherever nothing is drawn on it.
             screen.overlay.Fill(kColourKey);
         }
         ClearPending();
         SetupPass();
-        renderState.SetCulling(shadowPass ? QmRenderState::CullFrontFaces : QmRenderState::CullBackFaces);
+        renderState.SetCulling(shadowPass ? VeRenderState::CullFrontFaces : VeRenderState::CullBackFaces);
         if (shadowPass) {
             screen.shadowMapShader->Use();
         } else {
@@ -250,7 +250,7 @@ void QmClientEnvironmentManager::ComposeWorld(bool captureSnapshot, bool readPic
         return;
     }
     if (!threeDFrame) {
-        renderState.BindOnUnitOne(blackTexture->names[0]);
+        VeRenderState::BindTexture(1, blackTexture->names[0]);
         return;
     }
     sceneRenderer->ResolveScene(screen);
@@ -270,7 +270,7 @@ void QmClientEnvironmentManager::ComposeWorld(bool captureSnapshot, bool readPic
     }
     sceneRenderer->BindSceneTexture();
     if (readPicking && host.InEditor() && snapshotTexture) {
-        renderState.BindOnUnitOne(snapshotTexture->names[0]);
+        VeRenderState::BindTexture(1, snapshotTexture->names[0]);
     }
 }
 
@@ -513,7 +513,7 @@ void QmClientEnvironmentManager::DrawBackdrop() {
     }
     const bool pickingNow = picking && host.InEditor();
     const glm::mat4 model = QmWorldSpace::BackdropModel(mapSize);
-    renderState.SetCulling(QmRenderState::CullFrontFaces);
+    renderState.SetCulling(VeRenderState::CullFrontFaces);
     blockShader->SetMat4("MVP", cameraViewProjection * model);
     blockShader->SetMat4("lightMVP", shadowBias * lightViewProjection * model);
     blockShader->SetMat4("ModelMatrix", model);
@@ -523,7 +523,7 @@ void QmClientEnvironmentManager::DrawBackdrop() {
     blockShader->SetInt("drawColor", static_cast<int32_t>(pickingNow ? kOpaqueWhite : BackdropColour()));
     VeVertexBatches::DrawQuad(pickingNow ? nullptr : backdropTexture.get());
     ++drawCalls;
-    renderState.SetCulling(QmRenderState::CullBackFaces);
+    renderState.SetCulling(VeRenderState::CullBackFaces);
 }
 
 bool QmClientEnvironmentManager::CellLook(BlockId id, QmCellLook& look) const {
@@ -651,7 +651,7 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
                           texture->names[static_cast<size_t>(VeTexture::SlotForFace(texture->faceMap, 0))]);
         return;
     }
-    renderState.SetCulling(QmRenderState::CullNothing);
+    renderState.SetCulling(VeRenderState::CullNothing);
     blockShader->SetMat4("MVP", mvp);
     blockShader->SetMat4("lightMVP", shadowBias * lightMvp);
     blockShader->SetInt("useTexture", texture != nullptr ? 1 : 0);
@@ -662,7 +662,7 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
     blockShader->SetMat4("ModelMatrix", model);
     VeVertexBatches::DrawQuad(texture);
     ++drawCalls;
-    renderState.SetCulling(QmRenderState::CullBackFaces);
+    renderState.SetCulling(VeRenderState::CullBackFaces);
 }
 
 void QmClientEnvironmentManager::DrawPending() {

@@ -22,10 +22,10 @@
 #include "Environment/ClientEnvironmentManager/QmFinishColour.h"
 #include "Environment/ClientEnvironmentManager/QmFireAnimation.h"
 #include "Environment/ClientEnvironmentManager/QmPendingCubes.h"
-#include "Environment/ClientEnvironmentManager/QmRenderState.h"
 #include "Environment/ClientEnvironmentManager/QmWorldArt.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Screen/Scene/VeRenderState.h"
 
 #include <glm/mat4x4.hpp>
 #include <glm/vec3.hpp>
@@ -206,7 +206,7 @@ private:
     bool shadowPass = false;
     bool shadowsThisFrame = false;
     bool staticLayerStale = true;
-    QmRenderState renderState;
+    VeRenderState renderState;
     QmCellCache cellCache;
     QmPendingCubes pending;
     std::vector<ListedDecoration> listedDecorations;

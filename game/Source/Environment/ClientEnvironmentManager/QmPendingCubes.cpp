@@ -68,7 +68,7 @@ void QmPendingCubes::UploadUniforms(const QmPendingBlock& block, const Pass& pas
     shader.SetMat4("ModelMatrix", block.model);
 }
 
-int64_t QmPendingCubes::DrawBatch(QmFaceBatch& batch, const Pass& pass) {
+int64_t QmPendingCubes::DrawBatch(VeFaceBatch& batch, const Pass& pass) {
     if (batch.Empty()) {
         return 0;
     }
@@ -84,7 +84,7 @@ int64_t QmPendingCubes::DrawBatch(QmFaceBatch& batch, const Pass& pass) {
         shader.SetInt("drawColor", kOpaqueWhite);
     }
     int64_t draws = 0;
-    for (const QmFaceBatch::Range& range : batch.Upload()) {
+    for (const VeFaceBatch::Range& range : batch.Upload()) {
         batch.Draw(range);
         ++draws;
     }
@@ -92,9 +92,9 @@ int64_t QmPendingCubes::DrawBatch(QmFaceBatch& batch, const Pass& pass) {
     return draws;
 }
 
-int64_t QmPendingCubes::DrawCubes(const Pass& pass, QmRenderState& state, bool translucent) {
-    const QmRenderState::Culling solid =
-        pass.shadow ? QmRenderState::CullFrontFaces : QmRenderState::CullBackFaces;
+int64_t QmPendingCubes::DrawCubes(const Pass& pass, VeRenderState& state, bool translucent) {
+    const VeRenderState::Culling solid =
+        pass.shadow ? VeRenderState::CullFrontFaces : VeRenderState::CullBackFaces;
     int64_t draws = 0;
     if (translucent) {
         state.SetDepthWrite(false);
@@ -108,7 +108,7 @@ int64_t QmPendingCubes::DrawCubes(const Pass& pass, QmRenderState& state, bool t
                 cubeBatch.AddCubeFace(block.model, face, block.texture->BlockFaceName(face));
                 continue;
             }
-            state.SetCulling(block.twoSided ? QmRenderState::CullNothing : solid);
+            state.SetCulling(block.twoSided ? VeRenderState::CullNothing : solid);
             UploadUniforms(block, pass);
             VeVertexBatches::DrawBlockFace(face, block.texture);
             ++draws;
@@ -122,13 +122,13 @@ int64_t QmPendingCubes::DrawCubes(const Pass& pass, QmRenderState& state, bool t
     return draws;
 }
 
-int64_t QmPendingCubes::DrawOpaque(const Pass& pass, QmRenderState& state) {
+int64_t QmPendingCubes::DrawOpaque(const Pass& pass, VeRenderState& state) {
     // Flat items show both sides.
-    state.SetCulling(QmRenderState::CullNothing);
+    state.SetCulling(VeRenderState::CullNothing);
     const int64_t draws = DrawBatch(squares, pass);
     return draws + DrawCubes(pass, state, false);
 }
 
-int64_t QmPendingCubes::DrawTranslucent(const Pass& pass, QmRenderState& state) {
+int64_t QmPendingCubes::DrawTranslucent(const Pass& pass, VeRenderState& state) {
     return DrawCubes(pass, state, true);
 }

@@ -5,8 +5,8 @@
 // is culled). Opaque white textured cubes, and flat squares, are gathered into batches drawn with
 // one call per texture; the others (untextured, tinted, two-sided or translucent) are drawn one
 // face at a time with their own matrices. Translucent cubes are drawn last without depth writes.
-#include "Environment/ClientEnvironmentManager/QmFaceBatch.h"
-#include "Environment/ClientEnvironmentManager/QmRenderState.h"
+#include "Screen/Scene/VeFaceBatch.h"
+#include "Screen/Scene/VeRenderState.h"
 
 #include <glm/mat4x4.hpp>
 #include <glm/vec3.hpp>
@@ -48,8 +48,8 @@ public:
     void AddCube(const QmPendingBlock& block) { cubes.push_back(block); }
     void AddSquare(const glm::mat4& model, unsigned int texture) { squares.AddSquare(model, texture); }
     // The flat items, then the opaque cubes; returns the draw calls made.
-    int64_t DrawOpaque(const Pass& pass, QmRenderState& state);
-    int64_t DrawTranslucent(const Pass& pass, QmRenderState& state);
+    int64_t DrawOpaque(const Pass& pass, VeRenderState& state);
+    int64_t DrawTranslucent(const Pass& pass, VeRenderState& state);
     // Whether a face of a one-sided cube shows from the pass's viewer.
     static bool FaceShows(const QmPendingBlock& block, int face, const Pass& pass);
 
@@ -57,11 +57,11 @@ public:
 
 private:
     static bool Batchable(const QmPendingBlock& block);
-    int64_t DrawBatch(QmFaceBatch& batch, const Pass& pass);
-    int64_t DrawCubes(const Pass& pass, QmRenderState& state, bool translucent);
+    int64_t DrawBatch(VeFaceBatch& batch, const Pass& pass);
+    int64_t DrawCubes(const Pass& pass, VeRenderState& state, bool translucent);
     static void UploadUniforms(const QmPendingBlock& block, const Pass& pass);
 
     std::vector<QmPendingBlock> cubes;
-    QmFaceBatch cubeBatch;
-    QmFaceBatch squares;
+    VeFaceBatch cubeBatch;
+    VeFaceBatch squares;
 };

@@ -1,4 +1,6 @@
-#include "Environment/ClientEnvironmentManager/QmFaceBatch.h"
+#include "Screen/Scene/VeFaceBatch.h"
+
+#include "Screen/Scene/VeVertexBatches.h"
 
 #include <GL/glew.h>
 #include <glm/mat3x3.hpp>
@@ -7,77 +9,11 @@
 #include <array>
 #include <cstddef>
 
-namespace {
-
-struct Corner {
-    float x, y, z, u, v;
-};
-
-// The engine's block faces and screen square, vertex for vertex.
-constexpr std::array<std::array<float, 3>, 6> kNormals{{
-    {0, 0, 1},
-    {0, 0, -1},
-    {-1, 0, 0},
-    {1, 0, 0},
-    {0, -1, 0},
-    {0, 1, 0},
-}};
-
-constexpr std::array<std::array<Corner, 6>, 6> kCube{{
-    {{{-1, 1, 1, 0, 0},
-      {-1, -1, 1, 0, 1},
-      {1, -1, 1, 1, 1},
-      {1, 1, 1, 1, 0},
-      {-1, 1, 1, 0, 0},
-      {1, -1, 1, 1, 1}}},
-    {{{1, 1, -1, 1, 0},
-      {-1, -1, -1, 0, 1},
-      {-1, 1, -1, 0, 0},
-      {1, 1, -1, 1, 0},
-      {1, -1, -1, 1, 1},
-      {-1, -1, -1, 0, 1}}},
-    {{{-1, -1, -1, 0, 1},
-      {-1, -1, 1, 1, 1},
-      {-1, 1, 1, 1, 0},
-      {-1, -1, -1, 0, 1},
-      {-1, 1, 1, 1, 0},
-      {-1, 1, -1, 0, 0}}},
-    {{{1, 1, 1, 1, 0},
-      {1, -1, -1, 0, 1},
-      {1, 1, -1, 0, 0},
-      {1, -1, -1, 0, 1},
-      {1, 1, 1, 1, 0},
-      {1, -1, 1, 1, 1}}},
-    {{{1, -1, 1, 1, 0},
-      {-1, -1, -1, 0, 1},
-      {1, -1, -1, 1, 1},
-      {1, -1, 1, 1, 0},
-      {-1, -1, 1, 0, 0},
-      {-1, -1, -1, 0, 1}}},
-    {{{1, 1, 1, 1, 1},
-      {1, 1, -1, 1, 0},
-      {-1, 1, -1, 0, 0},
-      {1, 1, 1, 1, 1},
-      {-1, 1, -1, 0, 0},
-      {-1, 1, 1, 0, 1}}},
-}};
-
-constexpr std::array<Corner, 6> kSquare{{
-    {1, 1, 0, 1, 0},
-    {-1, -1, 0, 0, 1},
-    {-1, 1, 0, 0, 0},
-    {1, 1, 0, 1, 0},
-    {1, -1, 0, 1, 1},
-    {-1, -1, 0, 0, 1},
-}};
-
-} // namespace
-
-QmFaceBatch::~QmFaceBatch() {
+VeFaceBatch::~VeFaceBatch() {
     Release();
 }
 
-void QmFaceBatch::Release() {
+void VeFaceBatch::Release() {
     if (buffer != 0) {
         glDeleteBuffers(1, &buffer);
         buffer = 0;
@@ -88,36 +24,54 @@ void QmFaceBatch::Release() {
     }
 }
 
-void QmFaceBatch::Clear() {
+void VeFaceBatch::Clear() {
     faces.clear();
     ranges.clear();
 }
 
-void QmFaceBatch::AddCubeFace(const glm::mat4& model, int face, unsigned int texture) {
-    if (face >= 0 && face < 6) {
-        Add(model, face, texture, false);
+void VeFaceBatch::AddCubeFace(const glm::mat4& model, int face, unsigned int texture) {
+    if (face < 0 || face >= 6) {
+        return;
+    }
+    Add(model, face, texture, VeVertexBatches::FaceCorners(face));
+}
+
+void VeFaceBatch::AddSquare(const glm::mat4& model, unsigned int texture, int divisions) {
+    const int n = std::max(divisions, 1);
+    const float step = 2.0f / static_cast<float>(n);
+    for (int row = 0; row < n; ++row) {
+        for (int column = 0; column < n; ++column) {
+            // The part of the square from (left, bottom) to (left + step, bottom + step).
+            const float left = -1.0f + step * static_cast<float>(column);
+            const float bottom = -1.0f + step * static_cast<float>(row);
+            // The quad's corners moved into the part; u and v follow x and y as on the whole quad.
+            std::array<VeCorner, 6> corners = VeVertexBatches::QuadCorners();
+            for (VeCorner& corner : corners) {
+                corner.x = left + (corner.x + 1.0f) * 0.5f * step;
+                corner.y = bottom + (corner.y + 1.0f) * 0.5f * step;
+                corner.u = (corner.x + 1.0f) * 0.5f;
+                corner.v = (1.0f - corner.y) * 0.5f;
+            }
+            Add(model, 0, texture, corners);
+        }
     }
 }
 
-void QmFaceBatch::AddSquare(const glm::mat4& model, unsigned int texture) {
-    Add(model, 0, texture, true);
-}
-
-void QmFaceBatch::Add(const glm::mat4& model, int face, unsigned int texture, bool square) {
+void VeFaceBatch::Add(const glm::mat4& model, int face, unsigned int texture,
+                      const std::array<VeCorner, 6>& corners) {
     Face& added = faces.emplace_back();
     added.texture = texture;
     added.order = static_cast<uint32_t>(faces.size());
-    const std::array<Corner, 6>& corners = square ? kSquare : kCube[static_cast<size_t>(face)];
-    const std::array<float, 3>& n = kNormals[static_cast<size_t>(face)];
+    const std::array<float, 3>& n = VeVertexBatches::FaceNormal(face);
     const glm::vec3 normal = glm::mat3(model) * glm::vec3(n[0], n[1], n[2]);
-    for (size_t i = 0; i < corners.size(); ++i) {
+    for (size_t i = 0; i < 6; ++i) {
         const glm::vec4 p = model * glm::vec4(corners[i].x, corners[i].y, corners[i].z, 1.0f);
         added.vertices[i] = {
             {p.x, p.y, p.z}, {corners[i].u, corners[i].v}, {normal.x, normal.y, normal.z}, face};
     }
 }
 
-const std::vector<QmFaceBatch::Range>& QmFaceBatch::Upload() {
+const std::vector<VeFaceBatch::Range>& VeFaceBatch::Upload() {
     ranges.clear();
     if (faces.empty()) {
         return ranges;
@@ -159,7 +113,7 @@ const std::vector<QmFaceBatch::Range>& QmFaceBatch::Upload() {
     return ranges;
 }
 
-void QmFaceBatch::Draw(const Range& range) const {
+void VeFaceBatch::Draw(const Range& range) const {
     if (vertexArray == 0 || range.count <= 0) {
         return;
     }
@@ -167,4 +121,13 @@ void QmFaceBatch::Draw(const Range& range) const {
     glBindVertexArray(vertexArray);
     glDrawArrays(GL_TRIANGLES, range.first, range.count);
     glBindVertexArray(0);
+}
+
+int64_t VeFaceBatch::DrawAll() const {
+    int64_t draws = 0;
+    for (const Range& range : ranges) {
+        Draw(range);
+        ++draws;
+    }
+    return draws;
 }

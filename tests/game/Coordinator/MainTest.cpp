@@ -1,6 +1,7 @@
 // The built program, run as a player or a script would run it: from a folder without the data,
 // with the command line, in a window (the tests run under Xvfb), writing a screenshot.
 #include "Screen/Surface/VePNGFile.h"
+#include "Support/Screenshot.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -80,11 +81,45 @@ protected:
         EXPECT_EQ(strayPixels, 0);
     }
 
+    // A race on the first map of the shipped tours, steered right from the start, 240 frames on
+    // the frame-locked clock: the picture is the same on every run.
+    void CheckRace(const std::string& view) {
+        const std::string shot = userData.path + "/race.png";
+        const Outcome outcome =
+            Run("--play 0 0 --" + view +
+                " --autoplay 0:2 --fixed-dt 0.016667 --frames 240 --seed 1 --screenshot '" + shot + "'");
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
+        ScreenshotImage image;
+        ASSERT_TRUE(LoadScreenshot(shot, image)) << outcome.output;
+        EXPECT_TRUE(MatchesStoredImage("coordinator/race-" + view + ".png", image, 24, 640 * 640 / 100));
+    }
+
     TempUserData userData;
     fs::path program;
     fs::path working;
 };
 } // namespace
+
+TEST_F(ProgramRun, RacesThroughTheFirstMapIn3D) {
+    CheckRace("3d");
+}
+
+TEST_F(ProgramRun, RacesThroughTheFirstMapIn2D) {
+    CheckRace("2d");
+}
+
+TEST_F(ProgramRun, RefusesARaceOnAMapTheGameFolderDoesNotHave) {
+    const Outcome missing = Run("--play 99 0 --2d --frames 5");
+    EXPECT_EQ(missing.exitCode, 2) << missing.output;
+    EXPECT_NE(missing.output.find("quillmaze: --play 99 0: the game folder has no tour 99"),
+              std::string::npos)
+        << missing.output;
+
+    const Outcome unsteered = Run("--autoplay 0:2");
+    EXPECT_EQ(unsteered.exitCode, 2) << unsteered.output;
+    EXPECT_NE(unsteered.output.find("--autoplay steers a race: add --play TOUR MAP"), std::string::npos)
+        << unsteered.output;
+}
 
 TEST_F(ProgramRun, ShowsTheFrameRateThroughOpenGL) {
     CheckScreenshot("");

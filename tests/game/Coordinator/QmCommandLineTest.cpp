@@ -38,9 +38,68 @@ TEST(QmCommandLineTest, ReadsEveryOptionInBothForms) {
     EXPECT_EQ(Parse(line, {"--help"}), QmCommandLine::Result::Help);
     EXPECT_EQ(Parse(line, {"--fps", "-h"}), QmCommandLine::Result::Help);
     const std::string usage = line.Usage("quillmaze");
-    for (const char* option :
-         {"--frames N", "--screenshot FILE", "--software", "--fixed-dt S", "--fps", "--help"}) {
+    for (const char* option : {"--frames N", "--screenshot FILE", "--software", "--fixed-dt S", "--seed N",
+                               "--fps", "--play TOUR MAP", "--2d", "--3d", "--autoplay INPUTS", "--help"}) {
         EXPECT_NE(usage.find(option), std::string::npos) << option;
+    }
+}
+
+TEST(QmCommandLineTest, ReadsARaceWithItsViewAndItsInputs) {
+    QmCommandLine line;
+    ASSERT_EQ(Parse(line, {}), QmCommandLine::Result::Run);
+    EXPECT_FALSE(line.Plays());
+    EXPECT_FALSE(line.threeD.has_value());
+    EXPECT_FALSE(line.autoplay.has_value());
+    EXPECT_FALSE(line.seed.has_value());
+
+    ASSERT_EQ(
+        Parse(line, {"--play", "2", "13", "--3d", "--autoplay", "0:2;812:0;1204:3", "--seed", "4294967295"}),
+        QmCommandLine::Result::Run)
+        << line.Error();
+    EXPECT_TRUE(line.Plays());
+    EXPECT_EQ(line.playTour, 2);
+    EXPECT_EQ(line.playMap, 13);
+    ASSERT_TRUE(line.threeD.has_value());
+    EXPECT_TRUE(*line.threeD);
+    ASSERT_TRUE(line.autoplay.has_value());
+    EXPECT_EQ(line.autoplay->ToText(), "0:2;812:0;1204:3");
+    EXPECT_EQ(line.seed, 4294967295u);
+
+    // The same view twice is no contradiction; an empty recording leaves the racer standing.
+    ASSERT_EQ(Parse(line, {"--2d", "--autoplay=", "--2d", "--play", "0", "0"}), QmCommandLine::Result::Run)
+        << line.Error();
+    EXPECT_FALSE(*line.threeD);
+    ASSERT_TRUE(line.autoplay.has_value());
+    EXPECT_TRUE(line.autoplay->Empty());
+}
+
+TEST(QmCommandLineTest, RefusesRacesItCannotRun) {
+    struct Case {
+        std::vector<std::string> arguments;
+        std::string message;
+    };
+    const Case cases[] = {
+        {{"--play", "0"}, "--play needs values (TOUR MAP)"},
+        {{"--play=0"}, "--play takes 2 values after a space"},
+        {{"--play", "-1", "0"}, "--play needs a tour number from 0, not '-1'"},
+        {{"--play", "0", "first"}, "--play needs a map number from 0, not 'first'"},
+        {{"--play", "0", "3000000000"}, "--play needs a map number from 0, not '3000000000'"},
+        {{"--2d", "--3d"}, "--2d and --3d cannot be used together"},
+        {{"--3d", "--2d"}, "--2d and --3d cannot be used together"},
+        {{"--autoplay", "0:2"}, "--autoplay steers a race: add --play TOUR MAP"},
+        {{"--play", "0", "0", "--autoplay", "0:2;oops"},
+         "--autoplay needs inputs such as \"0:2;812:0\": input 2 (\"oops\") is not TIME:TYPE with a time in "
+         "milliseconds and a type from 0 to 5"},
+        {{"--play", "0", "0", "--autoplay", "0:9"},
+         "--autoplay needs inputs such as \"0:2;812:0\": input 1 (\"0:9\") is not TIME:TYPE with a time in "
+         "milliseconds and a type from 0 to 5"},
+        {{"--seed", "-3"}, "--seed needs a whole number from 0 to 4294967295, not '-3'"},
+        {{"--seed", "4294967296"}, "--seed needs a whole number from 0 to 4294967295, not '4294967296'"},
+    };
+    for (const Case& test : cases) {
+        QmCommandLine line;
+        EXPECT_EQ(Parse(line, test.arguments), QmCommandLine::Result::Error) << test.arguments[0];
+        EXPECT_EQ(line.Error(), test.message);
     }
 }
 

@@ -16,7 +16,12 @@ build: deps $(BUILD)/build.ninja
 	cmake --build $(BUILD) -j$(JOBS)
 
 run: build
+	scripts/seed-user-data $(BUILD)
 	./$(BUILD)/quillmaze
+
+# Puts the shipped tours into the player's game folder where they are missing; never overwrites.
+install: build
+	scripts/seed-user-data $(BUILD)
 
 test: deps
 	scripts/run-tests

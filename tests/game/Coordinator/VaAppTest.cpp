@@ -95,6 +95,23 @@ TEST_F(VaAppTest, CommandLineLimitsTheFramesAndFixesTheirLength) {
     EXPECT_TRUE(app->ScreenshotWritten()); // none asked for
 }
 
+TEST_F(VaAppTest, AFixedFrameTimeDrivesTheGameClockFrameByFrame) {
+    Start({"--fixed-dt", "0.016667"});
+    const int64_t start = GetTimeMs();
+    now += 5000; // the real clock no longer counts
+    EXPECT_EQ(GetTimeMs(), start);
+    for (int frame = 0; frame < 60; ++frame) {
+        app->Frame();
+    }
+    EXPECT_EQ(GetTimeMs(), start + 1000); // 60 frames of 16.667 ms, without rounding drift
+    for (int frame = 0; frame < 540; ++frame) {
+        app->Frame();
+    }
+    EXPECT_EQ(GetTimeMs(), start + 10000);
+    Stop();
+    EXPECT_NE(GetTimeMs(), start + 10000); // given back to the real clock
+}
+
 TEST_F(VaAppTest, AScreenshotWithoutAWindowIsReportedAsNotWritten) {
     Start({"--screenshot", userData.path + "/shot.png"});
     app->Frame();

@@ -23,6 +23,7 @@
 #include "Screen/VeScreen.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
 
 namespace {
@@ -255,6 +256,10 @@ bool VaCoordinator::StartPlay(bool retry) {
             }
             environment->GenerateLevel();
             environment->MarkStaticLayerStale();
+            // A generated level is no stored map: it has no scores to race against, and whatever
+            // map was loaded before (the tutorial, say) lends it neither its name nor its rules.
+            environment->mapName = language->GetLine(kLevelLine) + " " + std::to_string(randomRunLevels + 1);
+            environment->mapUid.clear();
         }
         MakeGameplay();
         gameplay->StartRace(false, true);
@@ -463,11 +468,20 @@ void VaCoordinator::WorldFrame(bool race) {
                 gameplay->DrawEntities();
             } else {
                 gameplay->Update(app->frameDelta);
+                if (playMode == PlayRandomRun) {
+                    DrawRandomRunHud();
+                }
             }
         }
         environment->EndPass();
     }
     shadowPass = false;
+}
+
+void VaCoordinator::DrawRandomRunHud() {
+    char time[32];
+    std::snprintf(time, sizeof(time), "%.2f", static_cast<double>(gameplay->RaceTime()) / 1000.0);
+    environment->DrawRunHud(language->GetLine(kLevelLine) + " " + std::to_string(randomRunLevels + 1), time);
 }
 
 // ---- Hosts ----

@@ -65,9 +65,11 @@ public:
 
     // The frame-rate display's text and outline colours without, then with, vertical sync.
     static constexpr std::array<uint32_t, 4> kFpsColours{0xFF0000, 0x000000, 0x00FF00, 0x000000};
-    // Language lines of the in-race menu, the missing-OpenGL notice and the default player name.
+    // Language lines of the in-race menu, the random-level run's panel, the missing-OpenGL notice
+    // and the default player name.
     static constexpr int kResumeLine = 11;
     static constexpr int kPausedLine = 14;
+    static constexpr int kLevelLine = 15;
     static constexpr int kPlayerLine = 40;
     static constexpr int kNoOpenGLTextLine = 171;
     static constexpr int kNoOpenGLTitleLine = 172;
@@ -195,6 +197,8 @@ private:
     // The world frame of the race and editor scenes: the world's update and its passes, with the
     // race drawn in each and updated in the last.
     void WorldFrame(bool race);
+    // The random-level run shows the level it has reached and its carried time.
+    void DrawRandomRunHud();
     // R, the pad's Y or the race asked for a new attempt.
     void RestartIfAsked();
     // The finish the race reported: unlocks what follows and keeps a qualifying time.

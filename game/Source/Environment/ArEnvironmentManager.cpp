@@ -137,6 +137,19 @@ void ArEnvironmentManager::DrawHud(const std::string& mapName, int badge) {
     }
 }
 
+void ArEnvironmentManager::DrawRunHud(const std::string& level, const std::string& time) {
+    if (!hudShown) {
+        return;
+    }
+    raceTexts.push_back([this, level, time] {
+        DrawPanel(level, NoBadge);
+        VeText clock(time, &hudStyle);
+        const int y = kHudY + (panel->height - clock.Height()) / 2;
+        clock.DrawOnto(screen.overlay, kHudX + panel->width - kNameX - clock.Width(), y, false, 1.0f,
+                       kShadowColour);
+    });
+}
+
 void ArEnvironmentManager::DrawPanel(const std::string& mapName, int badge) {
     VeSurface& overlay = screen.overlay;
     overlay.BlitKeyed(*panel, kHudX, kHudY);

@@ -45,6 +45,9 @@ public:
     void SetConfusion(bool on) override { confusion = on; }
     const uint32_t* FireImage(int index, int blockSize) override;
 
+    // The random-level run's panel in place of the map's: the level on the left, the run's time on
+    // the right (the race draws no panel of its own there).
+    void DrawRunHud(const std::string& level, const std::string& time);
     // What DrawEntity does with an entity of that kind standing at pixel (x, y).
     void DrawEntityAt(EntityKind kind, float x, float y, float alpha);
     // The racer's face image and texture at a block size (the registered racer art before the

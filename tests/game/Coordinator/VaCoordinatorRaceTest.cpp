@@ -238,10 +238,16 @@ TEST_F(RaceGame, ReturnToMenuEndsInTheMenuScene) {
     EXPECT_EQ(coordinator->CurrentMenuPage(), 0);
     EXPECT_EQ(Race().countingDown, 0); // a fresh race waits for the next start
 
-    // From the random-level run the main menu is next, and the generated map stays.
+    // From the random-level run the main menu is next, and the generated map stays. A generated
+    // level takes nothing from the map before it (here the tutorial with its long countdown).
+    ASSERT_TRUE(Race().IsTutorial());
     coordinator->playMode = VaCoordinator::PlayRandomRun;
     ASSERT_TRUE(coordinator->StartPlay(false));
     EXPECT_EQ(app->scene, SceneRace);
+    EXPECT_FALSE(Race().IsTutorial());
+    EXPECT_EQ(World().mapName, "LEVEL 1");
+    EXPECT_TRUE(Race().Highscores().List().empty());
+    EXPECT_TRUE(Race().Highscores().StoredRecording().Empty());
     const auto blocks = World().blocks;
     coordinator->ReturnToMenu();
     EXPECT_EQ(app->scene, SceneMenu);
@@ -298,7 +304,7 @@ TEST_F(RaceGame, TheViewAskedForOnTheCommandLineIsNotStored) {
     EXPECT_EQ(stored.Get(QmOptions::k3DGraphics), "0");
 }
 
-TEST_F(RaceGame, CtrlHHidesTheHeadUpPanel) {
+TEST_F(RaceGame, CtrlHHidesTheHeadUpPanelAndTheRandomRunShowsItsOwn) {
     StartGame({"--play", "0", "0", "--2d"});
     Frame();
     const int x = ArEnvironmentManager::kHudX + 4;
@@ -309,6 +315,12 @@ TEST_F(RaceGame, CtrlHHidesTheHeadUpPanel) {
     Frame();
     EXPECT_NE(app->screen->overlay.GetXY(x, y), withPanel);
     FrameWithKeys({VeKey::LeftCtrl, VeKey::H});
+    Frame();
+    EXPECT_EQ(app->screen->overlay.GetXY(x, y), withPanel);
+
+    // The random-level run has a panel of its level and time in the same place.
+    coordinator->playMode = VaCoordinator::PlayRandomRun;
+    ASSERT_TRUE(coordinator->StartPlay(false));
     Frame();
     EXPECT_EQ(app->screen->overlay.GetXY(x, y), withPanel);
 }

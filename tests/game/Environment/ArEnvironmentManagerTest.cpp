@@ -158,3 +158,96 @@ TEST_F(EditorViewTest, PickingImageFindsTheCellUnderThePixelAndShowsTheSnapshotM
     EXPECT_FALSE(world->CellAtPixel(2, 2, column, row));
     EXPECT_FALSE(world->CellAtPixel(-1, 5, column, row));
 }
+
+// The race's texts and panel in 2D, on a map whose decorations fill the lower half.
+class RaceTextTest : public RendererTest {
+protected:
+    void SetUp() override {
+        RendererTest::SetUp();
+        host.race = true;
+        host.racer.exists = true;
+        Open();
+        std::vector<std::string> rows(10, "..........");
+        for (int row = 5; row < 10; ++row) {
+            rows[static_cast<size_t>(row)] = "mnopqrstuv";
+        }
+        BuildMap(rows);
+        Frame(); // the static layer is rebuilt
+    }
+
+    // The columns holding the texts' white pixels in rows top to bottom - 1.
+    static void WhiteSpan(const ScreenshotImage& shot, int top, int bottom, int& left, int& right) {
+        left = shot.width;
+        right = -1;
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 0; x < shot.width; ++x) {
+                if (shot.At(x, y) == 0xFFFFFF) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+            }
+        }
+    }
+};
+
+TEST_F(RaceTextTest, TextsStandOverTheDecorationsAndLongLinesBreakBetweenWordsCentred) {
+    // Drawn where the race draws it: inside the pass, before the decorations.
+    const auto hint = [this](bool) { world->DrawText("REACH THE FINISH! PRESS R TO START OVER", 480); };
+    const ScreenshotImage decorated = Frame(hint);
+    // The same text over an empty map.
+    BuildMap(std::vector<std::string>(10, ".........."));
+    Frame();
+    const ScreenshotImage empty = Frame(hint);
+
+    // Two lines: the first nearly as wide as the screen, the second ("START OVER") centred under it.
+    int left = 0;
+    int right = 0;
+    WhiteSpan(empty, 480, 500, left, right);
+    EXPECT_LT(left, 60);
+    EXPECT_GT(right, 580);
+    WhiteSpan(empty, 515, 545, left, right);
+    ASSERT_GE(right, left);
+    EXPECT_NEAR((left + right) / 2, 320, 3);
+    EXPECT_LT(right - left, 260);
+
+    // Every stroke shows over the decorations as well.
+    int strokes = 0;
+    int hidden = 0;
+    for (int y = 470; y < 560; ++y) {
+        for (int x = 0; x < empty.width; ++x) {
+            if (empty.At(x, y) == 0xFFFFFF) {
+                ++strokes;
+                hidden += decorated.At(x, y) != 0xFFFFFF ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(strokes, 1000);
+    EXPECT_EQ(hidden, 0);
+}
+
+TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitch) {
+    const ScreenshotImage plain = Frame();
+    const int x = ArEnvironmentManager::kHudX + 4;
+    const int y = ArEnvironmentManager::kHudY + 4;
+    ScreenshotImage shot = Frame(nullptr, [this] { world->DrawHud("Meadow Run", QmRaceDrawer::GoldBadge); });
+    EXPECT_NE(shot.At(x, y), plain.At(x, y));
+    world->hudShown = false;
+    shot = Frame(nullptr, [this] { world->DrawHud("Meadow Run", QmRaceDrawer::GoldBadge); });
+    EXPECT_EQ(shot.At(x, y), plain.At(x, y));
+    shot = Frame(nullptr, [this] { world->DrawRunHud("LEVEL 3", "12.34"); });
+    EXPECT_EQ(shot.At(x, y), plain.At(x, y));
+
+    // The random-level run's panel: the same panel, its time at the right end.
+    world->hudShown = true;
+    const ScreenshotImage hud = Frame(nullptr, [this] { world->DrawHud("LEVEL 3", QmRaceDrawer::NoBadge); });
+    shot = Frame(nullptr, [this] { world->DrawRunHud("LEVEL 3", "12.34"); });
+    EXPECT_EQ(shot.At(x, y), hud.At(x, y));
+    int left = 0;
+    int right = 0;
+    WhiteSpan(shot, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, left, right);
+    int hudLeft = 0;
+    int hudRight = 0;
+    WhiteSpan(hud, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, hudLeft, hudRight);
+    EXPECT_EQ(left, hudLeft);
+    EXPECT_GT(right, hudRight + 60);
+}

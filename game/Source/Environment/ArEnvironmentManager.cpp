@@ -16,6 +16,8 @@ constexpr uint32_t kCountdownOutline = 0x1C1A24;
 constexpr int kNameX = 14;
 constexpr int kBadgeX = 216;
 constexpr int kBadgeY = 4;
+// The width the map's name may take left of the badge.
+constexpr int kNameRoom = kBadgeX - kNameX - 6;
 // Room kept free at both sides of a centred text.
 constexpr int kTextMargin = 8;
 
@@ -63,12 +65,9 @@ ArEnvironmentManager::ArEnvironmentManager(VeScreen& screenToDrawOn, QmWorldView
     countdownStyle.Size(24).Colour(kTextColour).Weight(20).LetterSpacing(4);
     countdownShadowStyle = countdownStyle;
     countdownShadowStyle.Colour(kShadowColour);
-    hudStyle.Size(3)
-        .Colour(kTextColour)
-        .Weight(2)
-        .LetterSpacing(1)
-        .MaxWidth(kBadgeX - kNameX - 6)
-        .MaxHeight(32);
+    hudStyle.Size(3).Colour(kTextColour).Weight(2).LetterSpacing(1);
+    hudSmallStyle = hudStyle;
+    hudSmallStyle.Size(2);
     racerFace.Load(0, OpenGLAvailable());
 }
 
@@ -154,7 +153,10 @@ void ArEnvironmentManager::DrawPanel(const std::string& mapName, int badge) {
     VeSurface& overlay = screen.overlay;
     overlay.BlitKeyed(*panel, kHudX, kHudY);
     if (!mapName.empty()) {
-        VeText name(mapName, &hudStyle);
+        // A long name (up to 15 characters) is written smaller rather than run under the badge.
+        const VeText large(mapName, &hudStyle);
+        const VeText small(large.Width() > kNameRoom ? mapName : std::string(), &hudSmallStyle);
+        const VeText& name = large.Width() > kNameRoom ? small : large;
         const int y = kHudY + (panel->height - name.Height()) / 2;
         name.DrawOnto(overlay, kHudX + kNameX, y, false, 1.0f, kShadowColour);
     }

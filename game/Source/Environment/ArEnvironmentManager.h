@@ -74,6 +74,7 @@ private:
     VeTextStyle countdownStyle;
     VeTextStyle countdownShadowStyle;
     VeTextStyle hudStyle;
+    VeTextStyle hudSmallStyle;
     bool greyPending = false;
     bool turnPending = false;
     // Texts and the panel of this frame, drawn when the world is composed.

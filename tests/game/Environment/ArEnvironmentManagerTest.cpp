@@ -251,3 +251,16 @@ TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitch) {
     EXPECT_EQ(left, hudLeft);
     EXPECT_GT(right, hudRight + 60);
 }
+
+TEST_F(RaceTextTest, ALongMapNameStaysLeftOfTheBadge) {
+    const int top = ArEnvironmentManager::kHudY;
+    const int badgeLeft = ArEnvironmentManager::kHudX + 216;
+    const ScreenshotImage shot =
+        Frame(nullptr, [this] { world->DrawHud("Stepping Stones", QmRaceDrawer::NoBadge); });
+    int left = 0;
+    int right = 0;
+    WhiteSpan(shot, top, top + 40, left, right);
+    EXPECT_EQ(left, ArEnvironmentManager::kHudX + 14);
+    EXPECT_LT(right, badgeLeft);
+    EXPECT_GT(right, badgeLeft - 60); // written smaller, not cut short
+}

@@ -82,7 +82,9 @@ protected:
     }
 
     // A race on the first map of the shipped tours, steered right from the start, 240 frames on
-    // the frame-locked clock: the picture is the same on every run.
+    // the frame-locked clock: the picture is the same on every run. When the shipped first map or
+    // its stored best run (the ghost) changes, look at the new pictures and store them with
+    // QUILLMAZE_UPDATE_IMAGES=1.
     void CheckRace(const std::string& view) {
         const std::string shot = userData.path + "/race.png";
         const Outcome outcome =

@@ -97,8 +97,8 @@ std::string BackAndForth() {
     std::string text = "0:2";
     for (int64_t t = 2000; t < 600000; t += 2000) {
         const bool wasRight = (t / 2000) % 2 == 1;
-        text += ";" + std::to_string(t) + (wasRight ? ":5;" : ":4;") + std::to_string(t + 1) +
-                (wasRight ? ":1" : ":2");
+        text.append(";").append(std::to_string(t)).append(wasRight ? ":5;" : ":4;");
+        text.append(std::to_string(t + 1)).append(wasRight ? ":1" : ":2");
     }
     return text;
 }

@@ -8,6 +8,7 @@
 #include "Coordinator/VaApp.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,14 @@ int main(int argc, char** argv) {
         return 2;
     case QmCommandLine::Result::Run:
         break;
+    }
+    // The screenshot's name is taken from where the program was started, before it moves to its data.
+    if (!commandLine.screenshot.empty()) {
+        std::error_code error;
+        const std::filesystem::path absolute = std::filesystem::absolute(commandLine.screenshot, error);
+        if (!error) {
+            commandLine.screenshot = absolute.string();
+        }
     }
     if (!QmDataFolder::Enter(arguments.empty() ? std::string() : arguments[0])) {
         std::fprintf(stderr,

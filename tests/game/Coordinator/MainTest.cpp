@@ -143,4 +143,9 @@ TEST_F(ProgramRun, AnswersTheCommandLine) {
 
     const Outcome unwritable = Run("--frames 2 --screenshot '" + userData.path + "/missing/folder/shot.png'");
     EXPECT_EQ(unwritable.exitCode, 1) << unwritable.output;
+
+    // A relative name is taken from the folder the program was started in, not its data folder.
+    const Outcome relative = Run("--frames 2 --screenshot shots.png");
+    EXPECT_EQ(relative.exitCode, 0) << relative.output;
+    EXPECT_TRUE(fs::exists(working / "shots.png"));
 }

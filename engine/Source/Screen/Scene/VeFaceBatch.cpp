@@ -41,20 +41,31 @@ void VeFaceBatch::AddSquare(const glm::mat4& model, unsigned int texture, int di
     const float step = 2.0f / static_cast<float>(n);
     for (int row = 0; row < n; ++row) {
         for (int column = 0; column < n; ++column) {
-            // The part of the square from (left, bottom) to (left + step, bottom + step).
             const float left = -1.0f + step * static_cast<float>(column);
             const float bottom = -1.0f + step * static_cast<float>(row);
-            // The quad's corners moved into the part; u and v follow x and y as on the whole quad.
-            std::array<VeCorner, 6> corners = VeVertexBatches::QuadCorners();
-            for (VeCorner& corner : corners) {
-                corner.x = left + (corner.x + 1.0f) * 0.5f * step;
-                corner.y = bottom + (corner.y + 1.0f) * 0.5f * step;
-                corner.u = (corner.x + 1.0f) * 0.5f;
-                corner.v = (1.0f - corner.y) * 0.5f;
-            }
-            Add(model, 0, texture, corners);
+            AddSquarePart(model, texture, left, bottom, left + step, bottom + step);
         }
     }
+}
+
+void VeFaceBatch::AddSquarePart(const glm::mat4& model, unsigned int texture, float left, float bottom,
+                                float right, float top) {
+    left = std::clamp(left, -1.0f, 1.0f);
+    right = std::clamp(right, -1.0f, 1.0f);
+    bottom = std::clamp(bottom, -1.0f, 1.0f);
+    top = std::clamp(top, -1.0f, 1.0f);
+    if (!(right > left && top > bottom)) {
+        return;
+    }
+    // The quad's corners moved into the part; u and v follow x and y as on the whole quad.
+    std::array<VeCorner, 6> corners = VeVertexBatches::QuadCorners();
+    for (VeCorner& corner : corners) {
+        corner.x = corner.x > 0.0f ? right : left;
+        corner.y = corner.y > 0.0f ? top : bottom;
+        corner.u = (corner.x + 1.0f) * 0.5f;
+        corner.v = (1.0f - corner.y) * 0.5f;
+    }
+    Add(model, 0, texture, corners);
 }
 
 void VeFaceBatch::Add(const glm::mat4& model, int face, unsigned int texture,

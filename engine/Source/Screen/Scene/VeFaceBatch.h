@@ -35,6 +35,10 @@ public:
     // squares that share its texture (so that what the shaders work out per vertex follows a large
     // square closely).
     void AddSquare(const glm::mat4& model, unsigned int texture, int divisions = 1);
+    // The part of that square from (left, bottom) to (right, top), in its own coordinates (kept
+    // within -1 to 1), with the texture coordinates it has there; nothing when the part is empty.
+    void AddSquarePart(const glm::mat4& model, unsigned int texture, float left, float bottom, float right,
+                       float top);
     bool Empty() const { return faces.empty(); }
     size_t FaceCount() const { return faces.size(); }
 

@@ -5,12 +5,13 @@
 void VeRenderState::SetupPass() {
     glActiveTexture(GL_TEXTURE0);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LESS);
     culling = {};
     blending = {};
     depthWrite = {};
+    depthTest = {};
     SetBlending(true);
+    SetDepthTest(true);
     SetDepthWrite(true);
 }
 
@@ -40,6 +41,17 @@ void VeRenderState::SetBlending(bool on) {
 void VeRenderState::SetDepthWrite(bool on) {
     if (depthWrite.Changes(on ? 1 : 0)) {
         glDepthMask(on ? GL_TRUE : GL_FALSE);
+    }
+}
+
+void VeRenderState::SetDepthTest(bool on) {
+    if (!depthTest.Changes(on ? 1 : 0)) {
+        return;
+    }
+    if (on) {
+        glEnable(GL_DEPTH_TEST);
+    } else {
+        glDisable(GL_DEPTH_TEST);
     }
 }
 

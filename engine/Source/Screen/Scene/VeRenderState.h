@@ -2,9 +2,9 @@
 // The OpenGL switches a 3D pass flips between its draws, for callers that include no OpenGL
 // header: blending, the depth test and depth writes, face culling, the clear colour, and what is
 // bound on a texture unit (a shadow map for comparison lookups, or a plain colour texture).
-// Culling, blending and depth writes are remembered, so setting what is already set costs no call;
-// SetupPass forgets them, since other code (the screen's composition) changes them between passes.
-// One per renderer; main thread, with the screen's OpenGL context current.
+// Culling, blending, the depth test and depth writes are remembered, so setting what is already
+// set costs no call; SetupPass forgets them, since other code (the screen's composition) changes
+// them between passes. One per renderer; main thread, with the screen's OpenGL context current.
 #include <cstdint>
 
 class VeRenderState {
@@ -18,6 +18,8 @@ public:
     // Blending is only needed for translucent draws: opaque ones write their colour as it is.
     void SetBlending(bool on);
     void SetDepthWrite(bool on);
+    // The depth test ("less") on or off.
+    void SetDepthTest(bool on);
     // The colour (0xRRGGBB, opaque) the next clears use.
     static void SetClearColour(uint32_t colour);
     // Binds a depth texture on unit 1 for comparison lookups (the reference against the texture,
@@ -44,4 +46,5 @@ private:
     Remembered culling;
     Remembered blending;
     Remembered depthWrite;
+    Remembered depthTest;
 };

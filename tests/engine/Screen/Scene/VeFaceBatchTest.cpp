@@ -104,6 +104,33 @@ TEST_F(VeFaceBatchTest, FacesArePlacedByTheirModelMatrix) {
     EXPECT_EQ(shot.GetXY(56, 56), 0xFFFFFFFFu);
 }
 
+TEST_F(VeFaceBatchTest, APartOfTheSquareShowsThatPartOfItsTexture) {
+    VeFaceBatch batch;
+    const VeSurface whole = Draw([&] {
+        batch.AddSquare(glm::mat4(1.0f), texture->names[0]);
+        batch.Upload();
+        batch.DrawAll();
+    });
+    batch.Clear();
+    const VeSurface part = Draw([&] {
+        // The top right quarter, and a part reaching beyond the square, which is kept inside it.
+        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.0f, 0.0f, 1.0f, 1.0f);
+        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], -3.0f, -3.0f, -0.5f, -0.5f);
+        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.5f, 0.5f, 0.5f, 0.9f);
+        EXPECT_EQ(batch.FaceCount(), 2u) << "an empty part adds nothing";
+        batch.Upload();
+        batch.DrawAll();
+    });
+    for (int32_t y = 0; y < 64; y += 3) {
+        for (int32_t x = 0; x < 64; x += 3) {
+            const bool topRight = x >= 32 && y < 32;
+            const bool bottomLeft = x < 16 && y >= 48;
+            const uint32_t expected = topRight || bottomLeft ? whole.GetXY(x, y) : 0xFF000000u;
+            ASSERT_EQ(part.GetXY(x, y), expected) << x << "," << y;
+        }
+    }
+}
+
 TEST_F(VeFaceBatchTest, OneRangePerTextureInTheOrderTheFacesCameIn) {
     VeSurface other(1, 1);
     VeTexture second(&other);

@@ -60,6 +60,10 @@ TEST_F(VeRenderStateTest, SwitchesAreAppliedAndRepeatsCostNothingUntilTheNextPas
     EXPECT_FALSE(Enabled(GL_BLEND));
     state.SetDepthWrite(false);
     EXPECT_EQ(Get(GL_DEPTH_WRITEMASK), GL_FALSE);
+    state.SetDepthTest(false);
+    EXPECT_FALSE(Enabled(GL_DEPTH_TEST));
+    state.SetDepthTest(true);
+    EXPECT_TRUE(Enabled(GL_DEPTH_TEST));
 
     // Someone else (the screen's composition) changes the switches behind the state's back: a
     // repeat is not applied again, a new pass is.

@@ -38,6 +38,16 @@ void VeShadowMapTarget::BeginShadowPass() {
     glClear(GL_DEPTH_BUFFER_BIT);
 }
 
+void VeShadowMapTarget::BeginShadowPassFrom(const VeShadowMapTarget& start) {
+    const GLsizei w = static_cast<GLsizei>(static_cast<float>(width) * scale);
+    const GLsizei h = static_cast<GLsizei>(static_cast<float>(height) * scale);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, start.framebuffer);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    glBlitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_DEPTH_BUFFER_BIT, GL_NEAREST);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glViewport(0, 0, w, h);
+}
+
 void VeShadowMapTarget::Destroy() {
     if (framebuffer != 0) {
         glDeleteFramebuffers(1, &framebuffer);

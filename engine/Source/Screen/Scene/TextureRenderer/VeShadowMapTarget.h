@@ -14,6 +14,9 @@ public:
     void Create(int32_t width, int32_t height);
     // Directs drawing into the depth texture and clears it.
     void BeginShadowPass();
+    // Directs drawing into the depth texture, starting from a copy of another target's depth (of
+    // the same size) instead of a clear: what does not move is drawn once into a kept target.
+    void BeginShadowPassFrom(const VeShadowMapTarget& start);
     void Destroy();
 
     unsigned int framebuffer = 0;

@@ -87,20 +87,22 @@ bool VeTextureRenderer::Init() {
     return true;
 }
 
-void VeTextureRenderer::BeginScene() {
+void VeTextureRenderer::BeginScene(bool everyPixelDrawn) {
     glViewport(0, 0, ScaledWidth(), ScaledHeight());
     glBindFramebuffer(GL_READ_FRAMEBUFFER, 0);
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, multisampleFramebuffer);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    // Stencil is cleared with depth: they share a buffer, which is then simply overwritten instead
+    // of having its depth replaced around the kept stencil. Clearing the colour of every sample
+    // is a full pass of its own, wasted when the scene covers it all anyway.
+    glClear((everyPixelDrawn ? 0 : GL_COLOR_BUFFER_BIT) | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
 }
 
 void VeTextureRenderer::ResolveScene(VeScreen& screen) {
     const GLint w = ScaledWidth();
     const GLint h = ScaledHeight();
+    // One full-screen pass straight into the resolve target; the window's framebuffer is left
+    // alone (it may be smaller than the scene, and is cleared for the composition anyway).
     glBindFramebuffer(GL_READ_FRAMEBUFFER, multisampleFramebuffer);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
-    glBlitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_COLOR_BUFFER_BIT, GL_NEAREST);
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, 0);
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolveFramebuffer);
     glBlitFramebuffer(0, 0, w, h, 0, 0, w, h, GL_COLOR_BUFFER_BIT, GL_NEAREST);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);

@@ -18,8 +18,9 @@ public:
     VeTextureRenderer& operator=(const VeTextureRenderer&) = delete;
 
     bool Init();
-    // Directs drawing into the multisampled target and clears it.
-    void BeginScene();
+    // Directs drawing into the multisampled target and clears it; the colour is left as it is when
+    // the caller draws every pixel of the scene.
+    void BeginScene(bool everyPixelDrawn = false);
     // Resolves the drawn scene into the resolve texture, then restores the screen's viewport.
     void ResolveScene(VeScreen& screen);
     // Clears the default framebuffer and binds the resolved scene on texture unit 1.

@@ -127,3 +127,57 @@ TEST_F(VeTextureRendererTest, ShadowTargetTakesDepthFromTheShadowShader) {
     s.BindDefaultFramebuffer();
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
+
+TEST_F(VeTextureRendererTest, ASceneThatCoversEveryPixelKeepsItsColourUncleared) {
+    VeScreen& s = OpenScreen(false);
+    VeTextureRenderer target(640, 640, 1.0f);
+    DrawMarkedScene(target);
+    glClearColor(0.0f, 1.0f, 0.0f, 1.0f);
+    target.BeginScene(true);
+    glClearColor(0.0f, 0.0f, 0.0f, 1.0f);
+    target.ResolveScene(s);
+    VeSurface scene = target.ReadSceneToSurface();
+    EXPECT_EQ(scene.GetXY(0, 639), 0xFFFF0000u);
+    EXPECT_EQ(scene.GetXY(320, 320), 0xFF0000FFu);
+}
+
+TEST_F(VeTextureRendererTest, AShadowPassCanStartFromAKeptShadowMap) {
+    VeScreen& s = OpenScreen(false);
+    VeShadowMapTarget kept;
+    VeShadowMapTarget live;
+    kept.Create(64, 64);
+    live.Create(64, 64);
+    VeSurface white(1, 1);
+    white.Fill(0xFFFFFF);
+    VeTexture opaque(&white);
+    s.shadowMapShader->Use();
+    s.shadowMapShader->SetInt("textureID", 0);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glDisable(GL_CULL_FACE);
+    // The kept map: the left half at depth 0.5.
+    kept.BeginShadowPass();
+    s.shadowMapShader->SetMat4("MVP",
+                               glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(-0.5f, 0.0f, 0.0f)),
+                                          glm::vec3(0.5f, 1.0f, 1.0f)));
+    VeVertexBatches::DrawQuad(&opaque);
+    // The live map starts from it and adds the bottom half, nearer.
+    live.BeginShadowPassFrom(kept);
+    s.shadowMapShader->SetMat4("MVP",
+                               glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.0f, -0.5f, -0.5f)),
+                                          glm::vec3(1.0f, 0.5f, 1.0f)));
+    VeVertexBatches::DrawQuad(&opaque);
+    auto depthAt = [](int x, int y) {
+        float depth = 0.0f;
+        glReadPixels(x, y, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+        return depth;
+    };
+    EXPECT_NEAR(depthAt(16, 48), 0.5f, 0.01f) << "kept";
+    EXPECT_NEAR(depthAt(48, 48), 1.0f, 0.01f) << "cleared in the kept map";
+    EXPECT_NEAR(depthAt(48, 16), 0.25f, 0.01f) << "added";
+    EXPECT_NEAR(depthAt(16, 16), 0.25f, 0.01f) << "added over the kept part";
+    glBindFramebuffer(GL_FRAMEBUFFER, kept.framebuffer);
+    EXPECT_NEAR(depthAt(16, 16), 0.5f, 0.01f) << "what is added goes into the live map only";
+    s.BindDefaultFramebuffer();
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}

@@ -7,12 +7,13 @@
 // - untextured draws show drawColor exactly, unlit (the editor's picking image relies on it);
 // - texels of the transparent key (alpha 0) are cut out; alpha and drawColor tint and fade the rest;
 // - greyScale turns the result grey (the racer is dead).
+// It runs for every pixel of the 3D view, so everything that changes slowly across a surface is
+// worked out per vertex.
 
 in vec2 UV;
-in vec2 surfaceXY;
+in vec2 fromRacer;
 in vec4 shadowCoord;
-in vec3 toLight;
-flat in vec3 normal;
+in float facing;
 flat in int receivesShadow;
 flat in vec4 tint;
 
@@ -23,7 +24,6 @@ uniform int useTexture;
 uniform int greyScale;
 uniform int useShadowMap;
 uniform vec2 shadowMapSize;
-uniform vec3 worldPos;
 
 out vec4 color;
 
@@ -31,7 +31,7 @@ const float kAmbient = 0.52;
 const float kDiffuse = 0.62;
 const float kShadowDepth = 0.55;
 
-float Lit(float facing) {
+float Lit() {
     if (useShadowMap != 1 || receivesShadow == 0 || facing <= 0.0) {
         return 1.0;
     }
@@ -54,12 +54,10 @@ void main() {
     if (texel.a < 0.5) {
         discard;
     }
-    float facing = dot(normal, normalize(toLight));
-    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit(facing);
+    float light = kAmbient + kDiffuse * max(facing, 0.0) * Lit();
 
     // The racer carries a little warmth with it.
-    vec2 offset = surfaceXY - worldPos.xy;
-    float near = max(1.0 - dot(offset, offset) * 0.4, 0.0);
+    float near = max(1.0 - dot(fromRacer, fromRacer) * 0.4, 0.0);
     vec3 glow = vec3(0.10, 0.085, 0.06) * near;
 
     vec3 rgb = min(texel.rgb * (tint.rgb * light + glow), vec3(1.0));

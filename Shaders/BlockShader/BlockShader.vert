@@ -1,8 +1,9 @@
 #version 330 core
 // The world's cubes and flat items: positions through the camera, the light-space position for the
-// shadow lookup, the way to the light (exact when interpolated, since it is affine in the position)
-// and what stays the same across a face, worked out once per vertex: the face's normal, whether
-// it can lie in a shadow at all, and the draw colour (0xAARRGGBB in an int).
+// shadow lookup, and what the lighting needs, worked out once per vertex: how squarely the surface
+// faces the light (it changes little across a face, and the backdrop comes in small squares), the
+// way from the racer (exact when interpolated, since it is affine in the position), the face's
+// normal, whether it can lie in a shadow at all, and the draw colour (0xAARRGGBB in an int).
 
 layout(location = 0) in vec3 vertexPosition;
 layout(location = 1) in vec2 vertexUV;
@@ -14,6 +15,7 @@ uniform mat4 lightMVP;
 uniform mat4 ModelMatrix;
 uniform mat4 RotationMatrix;
 uniform vec3 lightPos;
+uniform vec3 worldPos;
 uniform int drawColor;
 uniform float alpha;
 
@@ -22,10 +24,9 @@ uniform float alpha;
 const float kFrontPlane = -8.2;
 
 out vec2 UV;
-out vec2 surfaceXY;
+out vec2 fromRacer;
 out vec4 shadowCoord;
-out vec3 toLight;
-flat out vec3 normal;
+out float facing;
 flat out int receivesShadow;
 flat out vec4 tint;
 
@@ -33,13 +34,13 @@ void main() {
     gl_Position = MVP * vec4(vertexPosition, 1.0);
     UV = vertexUV;
     vec3 position = (ModelMatrix * vec4(vertexPosition, 1.0)).xyz;
-    surfaceXY = position.xy;
+    fromRacer = position.xy - worldPos.xy;
     // The camera always looks down -z: a flat item turned away shows its other side, lit as such.
-    normal = normalize(mat3(ModelMatrix) * vertexNormal);
+    vec3 normal = normalize(mat3(ModelMatrix) * vertexNormal);
     if (normal.z < 0.0) {
         normal = -normal;
     }
-    toLight = lightPos - position;
+    facing = dot(normal, normalize(lightPos - position));
     receivesShadow = normal.z < 0.5 || position.z < kFrontPlane ? 1 : 0;
     shadowCoord = lightMVP * vec4(vertexPosition, 1.0);
     tint = vec4(float((drawColor >> 16) & 255), float((drawColor >> 8) & 255), float(drawColor & 255),

@@ -1,9 +1,10 @@
 // A whole world frame of the renderer on a 20 x 20 map full of blocks, pickups and 20 cows, with
 // the racer running: update, the passes with the entities, composition and presentation (without
 // frame pacing or vertical synchronisation), in 2D and in 3D with shadows and multisampling; and
-// the 2D frame without the screen's presentation. Times are the process's CPU time per frame
-// (llvmpipe's rasterizer threads included) and the wall time.
-// Run under Xvfb: xvfb-run -a build/bench/qm_environment_client_bench
+// the 2D frame without the screen's presentation; and the 3D frame of an empty map (the border
+// ring, the backdrop and the engine's fixed work: clears, resolve, composition, presentation). Times are the
+// process's CPU time per frame (llvmpipe's rasterizer threads included) and the wall time. Run under Xvfb:
+// xvfb-run -a build/bench/qm_environment_client_bench
 #include "Environment/ArEnvironmentManager.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
@@ -57,7 +58,6 @@ struct Scene {
                 std::make_unique<VeImage>("Assets/Characters/Cow/Cow_" + std::to_string(size) + ".png"));
             world->RegisterCowImage(size, images.back().get());
         }
-        FillMap();
         host.racer.exists = true;
         host.racer.y = 13.0f * 32.0f;
     }
@@ -69,11 +69,15 @@ struct Scene {
         DeleteFolder(folder);
     }
 
-    // Ground and platforms of default blocks, pickups above them, 20 cows on the platforms.
-    void FillMap() {
+    // Ground and platforms of default blocks, pickups above them, 20 cows on the platforms; or
+    // nothing at all.
+    void FillMap(bool empty) {
         SeedRand(99);
         world->ClearMap();
         world->SetBlockSize(32);
+        if (empty) {
+            return;
+        }
         const BlockId pickups[5] = {Block::JumpImpulse, Block::SpeedUp, Block::FlipVision, Block::RedGateKey,
                                     Block::DiscoConfusion};
         for (int x = 0; x < 20; ++x) {
@@ -124,8 +128,10 @@ struct Scene {
     std::vector<std::pair<float, float>> cows;
 };
 
-void RunFrames(benchmark::State& state, bool threeD, bool shadows = true, bool present = true) {
+void RunFrames(benchmark::State& state, bool threeD, bool shadows = true, bool present = true,
+               bool empty = false) {
     Scene scene;
+    scene.FillMap(empty);
     scene.host.threeD = threeD;
     scene.host.shadows = shadows;
     scene.world->cameraZoom = 0.0f;
@@ -160,6 +166,10 @@ void BM_WorldFrame3DNoShadows(benchmark::State& state) {
     RunFrames(state, true, false);
 }
 
+void BM_WorldFrame3DShadowsEmptyMap(benchmark::State& state) {
+    RunFrames(state, true, true, true, true);
+}
+
 } // namespace
 
 BENCHMARK(BM_WorldFrame2D)
@@ -178,6 +188,11 @@ BENCHMARK(BM_WorldFrame3DNoShadows)
     ->UseRealTime()
     ->MinTime(3.0);
 BENCHMARK(BM_WorldFrame3DShadows)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime()
+    ->MinTime(3.0);
+BENCHMARK(BM_WorldFrame3DShadowsEmptyMap)
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime()
     ->UseRealTime()

@@ -1,5 +1,7 @@
 #include "Environment/ClientEnvironmentManager/QmClientEnvironmentManager.h"
 
+#include "Environment/ClientEnvironmentManager/QmBackdrop.h"
+#include "Environment/ClientEnvironmentManager/QmBlockShaders.h"
 #include "Environment/ClientEnvironmentManager/QmWorldSpace.h"
 #include "Environment/CoreEnvironmentManager/QmWorldFrontEndLink.h"
 #include "Platform/VeMessageBox.h"
@@ -19,11 +21,6 @@ constexpr float kFullTurn = 6.2831855f;
 constexpr float kSpinSpeed = 3.0f;
 // The colours of the coloured blocks 1 to 5, which a confused backdrop takes on.
 constexpr std::array<uint32_t, 5> kBlockColours = {0xE99209, 0x1678D6, 0x1ADE0C, 0xE6D514, 0xE1120C};
-
-constexpr const char* kUniforms[] = {
-    "lightMVP",    "textureID",      "shadowTextureID", "liveShadowTextureID", "worldPos",
-    "useTexture",  "greyScale",      "useShadowMap",    "shadowMapSize",       "lightPos",
-    "ModelMatrix", "RotationMatrix", "alpha",           "drawColor",           "MVP"};
 
 // Slot of a registered image for a size: 64, 32, 16.
 int SizeSlot(int size) {
@@ -79,11 +76,7 @@ QmClientEnvironmentManager::~QmClientEnvironmentManager() = default;
 void QmClientEnvironmentManager::LoadGraphics() {
     art.LoadBackgrounds();
     if (glAvailable) {
-        blockShader = std::make_unique<VeShader>("Shaders/BlockShader/BlockShader.vert",
-                                                 "Shaders/BlockShader/BlockShader.frag");
-        for (const char* name : kUniforms) {
-            blockShader->RegisterUniform(name);
-        }
+        shaders = std::make_unique<QmBlockShaders>();
     }
     art.LoadBlocks();
     fireFrames.DrawAll();
@@ -92,7 +85,10 @@ void QmClientEnvironmentManager::LoadGraphics() {
         fireFrames.MakeTextures();
         shadowMap = std::make_unique<VeShadowMapTarget>();
         shadowMap->Create(screen.width, screen.height);
+        mapShadows = std::make_unique<VeShadowMapTarget>();
+        mapShadows->Create(screen.width, screen.height);
         sceneRenderer = std::make_unique<VeTextureRenderer>(screen.width, screen.height, 1.0f);
+        backdrop = std::make_unique<QmBackdrop>();
     }
 }
 
@@ -196,12 +192,18 @@ void QmClientEnvironmentManager::BeginPass(bool shadow) {
     threeDFrame = ThreeDActive();
     shadowsThisFrame = threeDFrame && ShadowsActive();
     if (threeDFrame) {
-        if (shadowPass) {
+        BakeBackdrop();
+        mapInShadowMap = shadowPass && mapShadowsReady;
+        if (mapInShadowMap) {
+            // The map's blocks are there already; only what moves is drawn into it.
+            shadowMap->BeginShadowPassFrom(*mapShadows);
+        } else if (shadowPass) {
             shadowMap->BeginShadowPass();
         } else {
-            // The scene starts from the key colour (the backdrop covers it everywhere).
+            // The scene starts from the key colour, which the backdrop covers everywhere (so it is
+            // left uncleared once the backdrop is there).
             VeRenderState::SetClearColour(kColourKey);
-            sceneRenderer->BeginScene();
+            sceneRenderer->BeginScene(backdrop->Baked());
             VeRenderState::SetClearColour(0);
             // The overlay shows the scene wherever nothing is drawn on it.
             screen.overlay.Fill(kColourKey);
@@ -212,14 +214,63 @@ void QmClientEnvironmentManager::BeginPass(bool shadow) {
         if (shadowPass) {
             screen.shadowMapShader->Use();
         } else {
-            blockShader->Use();
             PrepareShader();
             if (shadowsThisFrame) {
                 BindShadowMap();
             }
+            shaders->block.Use();
         }
     }
     DrawWorld();
+}
+
+void QmClientEnvironmentManager::BakeBackdrop() {
+    const QmBackdrop::Look look{mapSize, blockSize, shadowsThisFrame,
+                                shadowsThisFrame ? CasterSignature() : 0};
+    if (!backdrop->Stale(look)) {
+        return;
+    }
+    QmBackdrop::Light light;
+    light.position = QmWorldSpace::LightPosition(mapSize);
+    light.biasedViewProjection = shadowBias * QmWorldSpace::LightViewProjection(light.position);
+    light.shadowMapSize =
+        glm::vec2(static_cast<float>(shadowMap->width), static_cast<float>(shadowMap->height));
+    mapShadowsReady = false;
+    if (shadowsThisFrame) {
+        // A shadow pass of the map's blocks alone, without what the layers add, kept for the
+        // shadow passes that follow.
+        const bool pass = shadowPass;
+        shadowPass = true;
+        mapInShadowMap = false;
+        mapShadows->BeginShadowPass();
+        ClearPending();
+        SetupPass();
+        renderState.SetCulling(VeRenderState::CullFrontFaces);
+        screen.shadowMapShader->Use();
+        DrawWorld();
+        mapShadowCubes = static_cast<int64_t>(pending.Cubes().size());
+        DrawPending();
+        shadowPass = pass;
+        mapShadowsReady = true;
+        VeRenderState::BindShadowMap(mapShadows->depthTexture);
+    }
+    backdrop->Bake(art, look, light, *shaders, renderState);
+    ++backdropBakes;
+}
+
+uint64_t QmClientEnvironmentManager::CasterSignature() {
+    const bool race = host.InRace();
+    uint64_t signature = 14695981039346656037ull ^ static_cast<uint64_t>(mapSize);
+    for (int x = 0; x < mapSize; ++x) {
+        for (int y = 0; y < mapSize; ++y) {
+            const BlockId id = GetBlock(x, y);
+            QmCellLook look;
+            const bool drawn = !(race && (id == Block::Start || id == Block::Enemy));
+            const bool caster = drawn && CellLook(id, look) && !look.flat && look.castsShadow;
+            signature = (signature ^ (caster ? static_cast<uint64_t>(id) + 1 : 0)) * 1099511628211ull;
+        }
+    }
+    return signature;
 }
 
 void QmClientEnvironmentManager::EndPass() {
@@ -278,6 +329,9 @@ void QmClientEnvironmentManager::ComposeWorld(bool captureSnapshot, bool readPic
 
 void QmClientEnvironmentManager::ClearPending() {
     pending.Clear();
+    if (backdrop) {
+        backdrop->ClearShadowPatches();
+    }
 }
 
 void QmClientEnvironmentManager::SetupPass() {
@@ -287,11 +341,11 @@ void QmClientEnvironmentManager::SetupPass() {
 void QmClientEnvironmentManager::PrepareShader() {
     const QmRacerView racer = host.Racer();
     greyScale = racer.exists && !racer.active;
-    blockShader->SetInt("greyScale", greyScale ? 1 : 0);
-    blockShader->SetInt("shadowTextureID", 1);
-    blockShader->SetVec2("shadowMapSize", static_cast<float>(shadowMap->width),
-                         static_cast<float>(shadowMap->height));
-    blockShader->SetInt("useTexture", 1);
+    shaders->SetIntOnAll("greyScale", greyScale ? 1 : 0);
+    shaders->SetIntOnAll("shadowTextureID", 1);
+    shaders->SetVec2OnAll("shadowMapSize", static_cast<float>(shadowMap->width),
+                          static_cast<float>(shadowMap->height));
+    shaders->SetIntOnAll("useTexture", 1);
 }
 
 void QmClientEnvironmentManager::BindShadowMap() {
@@ -417,21 +471,25 @@ void QmClientEnvironmentManager::DrawWorld3D() {
     lightPosition = QmWorldSpace::LightPosition(mapSize);
     lightViewProjection = QmWorldSpace::LightViewProjection(lightPosition);
     if (!shadowPass) {
-        blockShader->SetVec3("lightPos", lightPosition.x, lightPosition.y, lightPosition.z);
-        blockShader->SetVec3("worldPos", worldPosition.x, worldPosition.y, worldPosition.z);
+        shaders->SetVec3OnAll("lightPos", lightPosition.x, lightPosition.y, lightPosition.z);
+        shaders->SetVec3OnAll("worldPos", worldPosition.x, worldPosition.y, worldPosition.z);
     }
     spinMatrix = QmWorldSpace::SpinMatrix(spinAngle);
     const bool pickingNow = picking && editor;
     if (!pickingNow) {
+        placingMap = true;
         DrawBorderRing();
+        placingMap = false;
     }
     if (!shadowPass) {
-        blockShader->SetInt("useShadowMap", shadowsThisFrame ? 1 : 0);
+        shaders->SetIntOnAll("useShadowMap", shadowsThisFrame ? 1 : 0);
         // Drawn with the pending cubes, after the opaque ones: the depth test then skips the parts
         // they cover, and translucent cubes still blend over it.
         backdropPending = true;
     }
+    placingMap = true;
     DrawCells3D();
+    placingMap = false;
     if (staticLayerStale) {
         RebuildStaticLayer();
         staticLayerStale = false;
@@ -488,42 +546,13 @@ uint32_t QmClientEnvironmentManager::BackdropColour() {
     return 0xFF000000u | confusionColour;
 }
 
-void QmClientEnvironmentManager::MakeBackdrop() {
-    // The background tiles at one tile per block, lined up with the map's cells.
-    const VeSurface& tile = *(mapSize == 20 ? art.background16 : art.background32);
-    const int tiles = mapSize == 20 ? 58 : 29;
-    const int offset = mapSize == 20 ? 0 : tile.width / 2;
-    backdrop.Create(tile.width * tiles, tile.height * tiles);
-    for (int y = -1; y <= tiles; ++y) {
-        for (int x = -1; x <= tiles; ++x) {
-            backdrop.Blit(tile, x * tile.width - offset, y * tile.height - offset);
-        }
-    }
-    if (backdropTexture) {
-        backdropTexture->Replace(&backdrop);
-    } else {
-        backdropTexture = std::make_unique<VeTexture>(&backdrop, VeFilterNearest);
-    }
-    backdropBlockSize = blockSize;
-}
-
 void QmClientEnvironmentManager::DrawBackdrop() {
-    if (backdropBlockSize != blockSize) {
-        MakeBackdrop();
-    }
-    const bool pickingNow = picking && host.InEditor();
-    const glm::mat4 model = QmWorldSpace::BackdropModel(mapSize);
-    renderState.SetCulling(VeRenderState::CullFrontFaces);
-    blockShader->SetMat4("MVP", cameraViewProjection * model);
-    blockShader->SetMat4("lightMVP", shadowBias * lightViewProjection * model);
-    blockShader->SetMat4("ModelMatrix", model);
-    blockShader->SetInt("useTexture", pickingNow ? 0 : 1);
-    blockShader->SetInt("textureID", 0);
-    blockShader->SetFloat("alpha", 1.0f);
-    blockShader->SetInt("drawColor", static_cast<int32_t>(pickingNow ? kOpaqueWhite : BackdropColour()));
-    VeVertexBatches::DrawQuad(pickingNow ? nullptr : backdropTexture.get());
-    ++drawCalls;
-    renderState.SetCulling(VeRenderState::CullBackFaces);
+    QmBackdrop::Pass pass;
+    pass.viewProjection = cameraViewProjection;
+    pass.biasedLight = shadowBias * lightViewProjection;
+    pass.untextured = picking && host.InEditor();
+    pass.drawColour = pass.untextured ? kOpaqueWhite : BackdropColour();
+    drawCalls += backdrop->Draw(pass, *shaders, renderState);
 }
 
 bool QmClientEnvironmentManager::CellLook(BlockId id, QmCellLook& look) const {
@@ -620,7 +649,7 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
                                             int placementSize, bool flat, bool spinning, bool castsShadow,
                                             bool cacheable, float alpha, bool overlay, uint32_t drawColour,
                                             uint8_t hiddenFaces) {
-    if (!threeDFrame || (shadowPass && (flat || !castsShadow))) {
+    if (!threeDFrame || (shadowPass && (flat || !castsShadow || (placingMap && mapInShadowMap)))) {
         return;
     }
     const int placement = placementSize > 0 ? placementSize : mapSize;
@@ -641,6 +670,10 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
     const glm::mat4 lightMvp = lightViewProjection * model;
     const glm::mat4 mvp = shadowPass ? lightMvp : cameraViewProjection * model;
     if (!flat) {
+        if (!shadowPass && shadowsThisFrame && castsShadow && !placingMap) {
+            // Not one of the map's blocks: the backdrop's baked light does not know its shadow.
+            backdrop->AddShadowPatch(model, lightPosition);
+        }
         pending.AddCube({model, mvp, shadowBias * lightMvp, texture, alpha, static_cast<int32_t>(drawColour),
                          spinning || cursor, hiddenFaces});
         return;
@@ -652,14 +685,17 @@ void QmClientEnvironmentManager::PlaceBlock(const VeTexture* texture, bool halfS
         return;
     }
     renderState.SetCulling(VeRenderState::CullNothing);
-    blockShader->SetMat4("MVP", mvp);
-    blockShader->SetMat4("lightMVP", shadowBias * lightMvp);
-    blockShader->SetInt("useTexture", texture != nullptr ? 1 : 0);
-    blockShader->SetInt("textureID", 0);
-    blockShader->SetFloat("alpha", alpha);
-    blockShader->SetInt("drawColor", static_cast<int32_t>(drawColour));
-    blockShader->SetVec3("worldPos", worldPosition.x, worldPosition.y, worldPosition.z);
-    blockShader->SetMat4("ModelMatrix", model);
+    renderState.SetBlending(QmPendingCubes::Translucent(alpha, static_cast<int32_t>(drawColour)));
+    VeShader& blockShader = shaders->block;
+    blockShader.Use();
+    blockShader.SetMat4("MVP", mvp);
+    blockShader.SetMat4("lightMVP", shadowBias * lightMvp);
+    blockShader.SetInt("useTexture", texture != nullptr ? 1 : 0);
+    blockShader.SetInt("textureID", 0);
+    blockShader.SetFloat("alpha", alpha);
+    blockShader.SetInt("drawColor", static_cast<int32_t>(drawColour));
+    blockShader.SetVec3("worldPos", worldPosition.x, worldPosition.y, worldPosition.z);
+    blockShader.SetMat4("ModelMatrix", model);
     VeVertexBatches::DrawQuad(texture);
     ++drawCalls;
     renderState.SetCulling(VeRenderState::CullBackFaces);
@@ -671,10 +707,12 @@ void QmClientEnvironmentManager::DrawPending() {
     }
     QmPendingCubes::Pass pass;
     pass.shadow = shadowPass;
-    pass.shader = shadowPass ? screen.shadowMapShader.get() : blockShader.get();
+    pass.shader = shadowPass ? screen.shadowMapShader.get() : &shaders->block;
+    pass.unshadowed = shadowPass ? nullptr : &shaders->unshadowed;
     pass.viewProjection = shadowPass ? lightViewProjection : cameraViewProjection;
     pass.biasedLight = shadowBias * lightViewProjection;
     pass.viewer = shadowPass ? lightPosition : eyePosition;
+    pass.light = lightPosition;
     // Flat items and opaque cubes, the backdrop behind them, then translucent cubes over both.
     drawCalls += pending.DrawOpaque(pass, renderState);
     if (backdropPending) {

@@ -16,6 +16,10 @@
 //   and Reload forget the cached placements they affect.
 // - The 2D static layer is rebuilt as the next frame begins once something marks it stale (editor
 //   changes, OpenGates, entering the editor, a reload, a new block size).
+// - What does not move is drawn once in 3D: the backdrop's light (with the shadows of the map's
+//   blocks) is baked, and the map's blocks are kept in a shadow map of their own that every shadow
+//   pass starts from; both are drawn again as a pass begins when the map's shadow-casting cells,
+//   its size, the block size or the shadows option changed.
 // - The racer (position, life, ground block), the flip, the options and the scene come from
 //   QmWorldViewHost.
 #include "Environment/ClientEnvironmentManager/QmCellCache.h"
@@ -36,6 +40,8 @@
 #include <memory>
 #include <vector>
 
+class QmBackdrop;
+class QmBlockShaders;
 class VeScreen;
 class VeShader;
 class VeShadowMapTarget;
@@ -143,6 +149,12 @@ public:
     int64_t PlacementsComputed() const { return placementsComputed; }
     bool CellCached(int x, int y) const { return cellCache.IsCellValid(x, y); }
     size_t PendingCount() const { return pending.Cubes().size(); }
+    // The cubes of the map (border ring and cells) drawn into the kept shadow map at its last
+    // drawing; every shadow pass starts from it and adds what moves.
+    int64_t MapShadowCubes() const { return mapShadowCubes; }
+    // How often the backdrop's light has been baked (when the map, its block size or the shadows
+    // option changed).
+    int64_t BackdropBakes() const { return backdropBakes; }
     int64_t DrawCalls() const { return drawCalls; }
     bool OpenGLAvailable() const { return glAvailable; }
 
@@ -187,7 +199,9 @@ private:
     void DrawWorld3D();
     void RebuildStaticLayer();
     void DrawBackgrounds();
-    void MakeBackdrop();
+    // Bakes the backdrop's light again when the map (or what casts shadows on it) changed.
+    void BakeBackdrop();
+    uint64_t CasterSignature();
     void DrawBackdrop();
     void DrawBorderRing();
     void DrawCells3D();
@@ -210,14 +224,21 @@ private:
     QmCellCache cellCache;
     QmPendingCubes pending;
     std::vector<ListedDecoration> listedDecorations;
-    std::unique_ptr<VeShader> blockShader;
+    std::unique_ptr<QmBlockShaders> shaders;
     std::unique_ptr<VeShadowMapTarget> shadowMap;
+    // The map's blocks alone, drawn when the backdrop is baked; shadow passes start from it.
+    std::unique_ptr<VeShadowMapTarget> mapShadows;
+    bool mapShadowsReady = false;
+    // This shadow pass started from mapShadows.
+    bool mapInShadowMap = false;
+    // DrawWorld is placing the border ring and the map's cells.
+    bool placingMap = false;
+    int64_t mapShadowCubes = 0;
+    int64_t backdropBakes = 0;
     std::unique_ptr<VeTextureRenderer> sceneRenderer;
     std::unique_ptr<VeSurface> blackSurface;
     std::unique_ptr<VeTexture> blackTexture;
-    VeSurface backdrop;
-    int backdropBlockSize = 0;
-    std::unique_ptr<VeTexture> backdropTexture;
+    std::unique_ptr<QmBackdrop> backdrop;
     VeSurface snapshot;
     std::unique_ptr<VeTexture> snapshotTexture;
     VeSurface tintedBackground;

@@ -1,5 +1,6 @@
 #include "Environment/ClientEnvironmentManager/QmPendingCubes.h"
 
+#include "Environment/ClientEnvironmentManager/QmWorldSpace.h"
 #include "Screen/Scene/VeVertexBatches.h"
 #include "Screen/Shader/VeShader.h"
 #include "Screen/Surface/VeTexture.h"
@@ -11,39 +12,52 @@ constexpr int32_t kOpaqueWhite = -1;
 void QmPendingCubes::Clear() {
     cubes.clear();
     cubeBatch.Clear();
+    frontBatch.Clear();
     squares.Clear();
+    frontSquares.Clear();
+}
+
+void QmPendingCubes::AddSquare(const glm::mat4& model, unsigned int texture) {
+    // Not turned (a spinning item shows its sides to the light now and then) and standing on or
+    // before the front plane.
+    const bool facing =
+        model[0][2] == 0.0f && model[2][0] == 0.0f && model[0][1] == 0.0f && model[1][0] == 0.0f;
+    const bool front = facing && model[3][2] >= QmWorldSpace::kFrontPlane;
+    (front ? frontSquares : squares).AddSquare(model, texture);
+}
+
+bool QmPendingCubes::Faces(const QmPendingBlock& block, int face, const glm::vec3& point) {
+    // Cubes are never turned: their faces lie on the planes centre +- scale of each axis.
+    const glm::vec3 centre(block.model[3]);
+    const float half = block.model[0][0];
+    switch (face) {
+    case 0:
+        return point.z > centre.z + half;
+    case 1:
+        return point.z < centre.z - half;
+    case 2:
+        return point.x < centre.x - half;
+    case 3:
+        return point.x > centre.x + half;
+    case 4:
+        return point.y < centre.y - half;
+    default:
+        return point.y > centre.y + half;
+    }
+}
+
+bool QmPendingCubes::Unshadowed(const QmPendingBlock& block, int face, const Pass& pass) {
+    const bool onFrontPlane = face == 0 && block.model[3][2] + block.model[2][2] >= QmWorldSpace::kFrontPlane;
+    // A face turned away from the light has no light of its own to lose to a shadow.
+    return onFrontPlane || !Faces(block, face, pass.light);
 }
 
 bool QmPendingCubes::FaceShows(const QmPendingBlock& block, int face, const Pass& pass) {
     if ((block.hiddenFaces >> face) & 1) {
         return false;
     }
-    // Cubes are never turned: their faces lie on the planes centre +- scale of each axis.
-    const glm::vec3 centre(block.model[3]);
-    const float half = block.model[0][0];
-    const glm::vec3& from = pass.viewer;
-    bool facesViewer = false;
-    switch (face) {
-    case 0:
-        facesViewer = from.z > centre.z + half;
-        break;
-    case 1:
-        facesViewer = from.z < centre.z - half;
-        break;
-    case 2:
-        facesViewer = from.x < centre.x - half;
-        break;
-    case 3:
-        facesViewer = from.x > centre.x + half;
-        break;
-    case 4:
-        facesViewer = from.y < centre.y - half;
-        break;
-    default:
-        facesViewer = from.y > centre.y + half;
-        break;
-    }
     // The shadow pass culls the faces turned to the light and keeps the others.
+    const bool facesViewer = Faces(block, face, pass.viewer);
     return pass.shadow ? !facesViewer : facesViewer;
 }
 
@@ -68,12 +82,12 @@ void QmPendingCubes::UploadUniforms(const QmPendingBlock& block, const Pass& pas
     shader.SetMat4("ModelMatrix", block.model);
 }
 
-int64_t QmPendingCubes::DrawBatch(VeFaceBatch& batch, const Pass& pass) {
+int64_t QmPendingCubes::DrawBatch(VeFaceBatch& batch, VeShader& shader, const Pass& pass) {
     if (batch.Empty()) {
         return 0;
     }
     // The batch holds world positions: the model matrix is the identity.
-    VeShader& shader = *pass.shader;
+    shader.Use();
     shader.SetMat4("MVP", pass.viewProjection);
     shader.SetInt("textureID", 0);
     if (!pass.shadow) {
@@ -83,11 +97,8 @@ int64_t QmPendingCubes::DrawBatch(VeFaceBatch& batch, const Pass& pass) {
         shader.SetFloat("alpha", 1.0f);
         shader.SetInt("drawColor", kOpaqueWhite);
     }
-    int64_t draws = 0;
-    for (const VeFaceBatch::Range& range : batch.Upload()) {
-        batch.Draw(range);
-        ++draws;
-    }
+    batch.Upload();
+    const int64_t draws = batch.DrawAll();
     batch.Clear();
     return draws;
 }
@@ -105,17 +116,25 @@ int64_t QmPendingCubes::DrawCubes(const Pass& pass, VeRenderState& state, bool t
                 continue;
             }
             if (!translucent && Batchable(block)) {
-                cubeBatch.AddCubeFace(block.model, face, block.texture->BlockFaceName(face));
+                const bool front = pass.unshadowed != nullptr && Unshadowed(block, face, pass);
+                (front ? frontBatch : cubeBatch)
+                    .AddCubeFace(block.model, face, block.texture->BlockFaceName(face));
                 continue;
             }
             state.SetCulling(block.twoSided ? VeRenderState::CullNothing : solid);
+            state.SetBlending(Translucent(block.alpha, block.drawColour));
+            pass.shader->Use();
             UploadUniforms(block, pass);
             VeVertexBatches::DrawBlockFace(face, block.texture);
             ++draws;
         }
     }
     state.SetCulling(solid);
-    draws += DrawBatch(cubeBatch, pass);
+    state.SetBlending(false);
+    draws += DrawBatch(cubeBatch, *pass.shader, pass);
+    if (pass.unshadowed != nullptr) {
+        draws += DrawBatch(frontBatch, *pass.unshadowed, pass);
+    }
     if (translucent) {
         state.SetDepthWrite(true);
     }
@@ -125,7 +144,9 @@ int64_t QmPendingCubes::DrawCubes(const Pass& pass, VeRenderState& state, bool t
 int64_t QmPendingCubes::DrawOpaque(const Pass& pass, VeRenderState& state) {
     // Flat items show both sides.
     state.SetCulling(VeRenderState::CullNothing);
-    const int64_t draws = DrawBatch(squares, pass);
+    state.SetBlending(false);
+    int64_t draws = DrawBatch(squares, *pass.shader, pass);
+    draws += DrawBatch(frontSquares, pass.unshadowed != nullptr ? *pass.unshadowed : *pass.shader, pass);
     return draws + DrawCubes(pass, state, false);
 }
 

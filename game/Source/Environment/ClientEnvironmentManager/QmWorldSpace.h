@@ -19,6 +19,9 @@
 class QmWorldSpace {
 public:
     static constexpr float kBlockDepth = -8.53f;
+    // The plane of the cubes' front faces lies in front of this depth, and the block shader lets no
+    // shadow fall on what stands on or before it (nothing there casts one).
+    static constexpr float kFrontPlane = -8.2f;
     static constexpr float kWorldZ = 5.0f;
     static constexpr float kNear = 5.0f;
     static constexpr float kFar = 30.0f;

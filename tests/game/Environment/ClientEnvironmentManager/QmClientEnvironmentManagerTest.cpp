@@ -1,5 +1,6 @@
 #include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
 
+#include "Environment/ClientEnvironmentManager/QmWorldSpace.h"
 #include "Platform/VeFiles.h"
 
 #include "Support/HaltCapture.h"
@@ -121,14 +122,43 @@ TEST_F(CellCacheTest, TheShadowPassDrawsOnlyCubesThatCastShadows) {
               ".........."});
     ASSERT_EQ(world->PassCount(), 2);
     world->BeginPass(true);
-    // The ring's 44 cubes, the block, the gate and the Finish; no fire, pickup or decoration.
-    EXPECT_EQ(world->PendingCount(), 44u + 3u);
+    // The ring's 44 cubes, the block, the gate and the Finish; no fire, pickup or decoration. They
+    // are drawn once into the kept shadow map, which the shadow pass starts from.
+    EXPECT_EQ(world->MapShadowCubes(), 44 + 3);
+    EXPECT_EQ(world->PendingCount(), 0u);
+    world->DrawEntity(nullptr, world->CowTexture(64), 128.0f, 128.0f, 1.0f, false);
+    EXPECT_EQ(world->PendingCount(), 1u) << "what moves is drawn into it every time";
     world->EndPass();
     world->BeginPass(false);
     EXPECT_EQ(world->PendingCount(), 44u + 3u) << "flat items are not cubes waiting to be drawn face by face";
     world->EndPass();
     screen->BindDefaultFramebuffer();
     world->ComposeWorld(false, false);
+}
+
+TEST_F(CellCacheTest, TheBackdropsLightIsBakedAgainOnlyWhenWhatCastsShadowsOnItChanges) {
+    Frame();
+    const int64_t bakes = world->BackdropBakes();
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes);
+    world->SetBlock(2, 1, Block::Blank);
+    world->SetBlock(4, 5, Block::Blank);
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes) << "a pickup taken, a fire put out: they cast no shadow";
+    world->SetBlock(3, 3, Block::Blank);
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes + 1);
+    EXPECT_EQ(world->MapShadowCubes(), 44 + 2 + 10 + 10 + 10);
+    world->OpenGates();
+    host.shadows = false;
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes + 2) << "lit without shadows";
+    world->SetBlock(5, 3, Block::Blank);
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes + 2) << "without shadows the blocks do not matter";
+    world->SetBlockSize(32);
+    Frame();
+    EXPECT_EQ(world->BackdropBakes(), bakes + 3);
 }
 
 TEST_F(CellCacheTest, OnlyTheFinishIsDrawnAtHalfSizeAndOnlyFireAndPickupsAndDecorationsAreFlat) {
@@ -194,6 +224,53 @@ TEST_F(CellCacheTest, TheIntroZoomDecaysAndTheSpinWraps) {
     host.frameTime = 0.1f;
     world->Update();
     EXPECT_FLOAT_EQ(world->spinAngle, 0.0f) << "back to 0 past a full turn";
+}
+
+TEST_F(CellCacheTest, WhatMovesThrowsItsShadowOnTheBakedBackdrop) {
+    BuildMap(std::vector<std::string>(10, ".........."));
+    world->cameraZoom = 0.0f;
+    const float x = 3.0f * 64.0f;
+    const float y = 3.0f * 64.0f;
+    auto cow = [&](bool) { world->DrawEntity(nullptr, world->CowTexture(64), x, y, 1.0f, false); };
+    // Where the cow's cube is seen: the shadow is what darkens outside it.
+    auto outsideCube = [&](int px, int py) {
+        const glm::mat4 model =
+            QmWorldSpace::BlockModel(3.0f, 3.0f, 10, false, false, false, false, glm::mat4(1.0f));
+        float left = 640.0f, right = 0.0f, top = 640.0f, bottom = 0.0f;
+        for (int corner = 0; corner < 8; ++corner) {
+            const glm::vec4 p = world->cameraViewProjection * model *
+                                glm::vec4(corner & 1 ? 1.0f : -1.0f, corner & 2 ? 1.0f : -1.0f,
+                                          corner & 4 ? 1.0f : -1.0f, 1.0f);
+            const float sx = (p.x / p.w + 1.0f) * 320.0f;
+            const float sy = (1.0f - p.y / p.w) * 320.0f;
+            left = std::min(left, sx);
+            right = std::max(right, sx);
+            top = std::min(top, sy);
+            bottom = std::max(bottom, sy);
+        }
+        return px < left - 2 || px > right + 2 || py < top - 2 || py > bottom + 2;
+    };
+    auto darkened = [&](const ScreenshotImage& without, const ScreenshotImage& with) {
+        int count = 0;
+        for (int py = 0; py < 640; ++py) {
+            for (int px = 0; px < 640; ++px) {
+                const uint32_t a = without.At(px, py);
+                const uint32_t b = with.At(px, py);
+                const bool darker = ((a >> 16) & 0xFF) > ((b >> 16) & 0xFF) + 12 &&
+                                    ((a >> 8) & 0xFF) > ((b >> 8) & 0xFF) + 12 &&
+                                    (a & 0xFF) > (b & 0xFF) + 12;
+                count += darker && outsideCube(px, py) ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    const ScreenshotImage empty = Frame();
+    const ScreenshotImage withCow = Frame(cow);
+    EXPECT_GT(darkened(empty, withCow), 100);
+    host.shadows = false;
+    const ScreenshotImage plain = Frame();
+    const ScreenshotImage plainCow = Frame(cow);
+    EXPECT_EQ(darkened(plain, plainCow), 0);
 }
 
 // ---- Confusion ----

@@ -53,3 +53,19 @@ TEST(QmPendingCubesTest, FacesAgainstOpaqueNeighboursAreNeverDrawn) {
     pass.viewer = glm::vec3(-5.0f, 5.0f, 8.0f);
     EXPECT_EQ(Shown(cube, pass), (std::vector<int>{1}));
 }
+
+TEST(QmPendingCubesTest, OnlyFacesTurnedToTheLightAndBehindTheFrontPlaneCanLieInAShadow) {
+    QmPendingCubes::Pass pass;
+    pass.light = glm::vec3(-5.66f, 5.66f, 8.0f);
+    const QmPendingBlock cube = CubeAt(glm::vec3(1.0f, -1.0f, -8.53f), 0.5f);
+    std::vector<int> shadowed;
+    for (int face = 0; face < 6; ++face) {
+        if (!QmPendingCubes::Unshadowed(cube, face, pass)) {
+            shadowed.push_back(face);
+        }
+    }
+    EXPECT_EQ(shadowed, (std::vector<int>{2, 5}))
+        << "left and top face the light; the front is never shadowed";
+    const QmPendingBlock halfSize = CubeAt(glm::vec3(1.0f, -1.0f, -8.53f), 0.25f);
+    EXPECT_FALSE(QmPendingCubes::Unshadowed(halfSize, 0, pass)) << "the Finish's front lies behind the plane";
+}

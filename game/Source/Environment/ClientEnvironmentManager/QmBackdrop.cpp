@@ -56,7 +56,7 @@ void QmBackdrop::Bake(const QmWorldArt& worldArt, const Look& look, const Light&
     }
     picture.Begin();
     state.SetupPass();
-    glm::mat4 upsideDown = glm::scale(glm::mat4(1.0f), glm::vec3(1.0f, -1.0f, 1.0f));
+    const glm::mat4 upsideDown = glm::scale(glm::mat4(1.0f), glm::vec3(1.0f, -1.0f, 1.0f));
     // The picture's row 0 is the art's top row, as in every texture made from a surface; drawn
     // upside down the square turns its back, so nothing is culled.
     state.SetCulling(VeRenderState::CullNothing);

@@ -3,8 +3,8 @@
 // lacks into it and lists them in its tours.dat, never replacing a file. GAME_FOLDER defaults to
 // the game's own folder ($QUILLMAZE_USER_DATA, else $XDG_DATA_HOME, else ~/.local/share, then
 // "/Quillmaze"). Exit status 0 when done, 1 on failure, 2 for wrong usage.
+#include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "Platform/VeFiles.h"
-#include "UserDataSeeder.h"
 
 #include <cstdio>
 #include <string>
@@ -20,9 +20,9 @@ int main(int argc, char** argv) {
                              "QUILLMAZE_USER_DATA)\n");
         return 1;
     }
-    SeedReport report;
+    QmSeedReport report;
     std::string error;
-    if (!UserDataSeeder::Seed(argv[1], gameFolder, report, error)) {
+    if (!QmTourSeeder::Seed(argv[1], gameFolder, report, error)) {
         std::fprintf(stderr, "quillmaze-seed: %s\n", error.c_str());
         return 1;
     }

@@ -4,9 +4,9 @@
 #include "Controls/QmControls.h"
 #include "Coordinator/QmScriptedRaceControls.h"
 #include "Coordinator/QmSharedSounds.h"
-#include "Coordinator/QmTourSeed.h"
 #include "Coordinator/VaApp.h"
 #include "Environment/ArEnvironmentManager.h"
+#include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
 #include "Gameplay/ArGameplayManager.h"
@@ -128,13 +128,17 @@ void VaCoordinator::CreateWorld() {
     if (app->screen == nullptr) {
         return;
     }
-    std::vector<std::string> copied;
-    std::string error;
-    if (!QmTourSeed::SeedWhenEmpty(kShippedMaps, GetGameFolder(), copied, error)) {
-        Log("The shipped tours could not be put into the game folder: %s.\n", error.c_str());
-    }
-    for (const std::string& tour : copied) {
-        Log("Added the shipped tour %s to the game folder.\n", tour.c_str());
+    // A first start: a game folder with no tour list gets the shipped tours (make run does the same
+    // on every run; a folder in use is left to it, so a tour the player deleted stays deleted).
+    if (!FileExists(GetGameFolder() + "/Maps/tours.dat") && IsDirectory(kShippedMaps)) {
+        QmSeedReport report;
+        std::string error;
+        if (!QmTourSeeder::Seed(kShippedMaps, GetGameFolder(), report, error)) {
+            Log("The shipped tours could not be put into the game folder: %s.\n", error.c_str());
+        }
+        for (const std::string& tour : report.copiedTours) {
+            Log("Added the shipped tour %s to the game folder.\n", tour.c_str());
+        }
     }
     environment = std::make_unique<ArEnvironmentManager>(*app->screen, *this, this);
     for (size_t i = 0; i < 3; ++i) {

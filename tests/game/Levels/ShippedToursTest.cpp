@@ -5,6 +5,7 @@
 #include "Environment/CoreEnvironmentManager/QmFileNames.h"
 #include "Environment/CoreEnvironmentManager/QmMapFile.h"
 #include "Environment/CoreEnvironmentManager/QmTourFile.h"
+#include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "Gameplay/QmHighscores.h"
 #include "Gameplay/QmRaceSimulator.h"
 #include "LevelBuilder.h"
@@ -12,7 +13,6 @@
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Support/TempUserData.h"
-#include "UserDataSeeder.h"
 
 #include <gtest/gtest.h>
 
@@ -211,9 +211,9 @@ TEST_F(ShippedTours, AreWhatTheSourcesGive) {
 
 TEST_F(ShippedTours, StartTheGameAtTheTutorialOnceSeeded) {
     TempUserData data;
-    SeedReport report;
+    QmSeedReport report;
     std::string error;
-    ASSERT_TRUE(UserDataSeeder::Seed(kShipped, data.GameFolder(), report, error)) << error;
+    ASSERT_TRUE(QmTourSeeder::Seed(kShipped, data.GameFolder(), report, error)) << error;
 
     QmCoreEnvironmentManager world;
     world.programMapsFolder = kShipped;

@@ -1,6 +1,6 @@
 // Seeding a player's game folder with the shipped tours: a first start gets them all, a folder in
 // use keeps every file and tour the player has.
-#include "UserDataSeeder.h"
+#include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "Environment/CoreEnvironmentManager/QmCipherFile.h"
 #include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "Platform/VeFiles.h"
@@ -57,9 +57,9 @@ std::map<std::string, std::string> Snapshot(const std::string& root) {
     return files;
 }
 
-std::string Seed(const std::string& shipped, const std::string& game, SeedReport& report) {
+std::string Seed(const std::string& shipped, const std::string& game, QmSeedReport& report) {
     std::string error;
-    return UserDataSeeder::Seed(shipped, game, report, error) ? std::string() : error;
+    return QmTourSeeder::Seed(shipped, game, report, error) ? std::string() : error;
 }
 
 class Seeding : public ::testing::Test {
@@ -79,7 +79,7 @@ protected:
 } // namespace
 
 TEST_F(Seeding, AnEmptyGameFolderGetsEveryTourAndASecondRunChangesNothing) {
-    SeedReport report;
+    QmSeedReport report;
     ASSERT_EQ(Seed(kShipped, game, report), "");
     EXPECT_EQ(report.copiedTours, shippedList);
     EXPECT_TRUE(report.tourListWritten);
@@ -96,7 +96,7 @@ TEST_F(Seeding, AnEmptyGameFolderGetsEveryTourAndASecondRunChangesNothing) {
 }
 
 TEST_F(Seeding, AGameFolderInUseKeepsThePlayersFilesAndToursAfterTheShippedOnes) {
-    SeedReport report;
+    QmSeedReport report;
     ASSERT_EQ(Seed(kShipped, game, report), "");
     // The player has played: a second map unlocked with a time, a tour of their own listed first
     // (as the editor leaves it), and a renamed official tour.
@@ -135,7 +135,7 @@ TEST_F(Seeding, AGameFolderInUseKeepsThePlayersFilesAndToursAfterTheShippedOnes)
 }
 
 TEST_F(Seeding, PutsBackMissingMapsAndAddsMapsANewerTourShips) {
-    SeedReport report;
+    QmSeedReport report;
     ASSERT_EQ(Seed(kShipped, game, report), "");
     const std::string folder = shippedList[0];
     const Tour shippedTour = ReadTour(kShipped + "/" + folder);
@@ -176,7 +176,7 @@ TEST_F(Seeding, LeavesAFolderOfTheSameNameHoldingAnotherTour) {
     other.record.uid = "7";
     other.levels = {"Level.map"};
     WriteTour(game + "/Maps/" + shippedList[0], other);
-    SeedReport report;
+    QmSeedReport report;
     ASSERT_EQ(Seed(kShipped, game, report), "");
     EXPECT_EQ(ReadTour(game + "/Maps/" + shippedList[0]).record.uid, "7");
     EXPECT_EQ(report.copiedTours.size(), shippedList.size() - 1);
@@ -184,9 +184,20 @@ TEST_F(Seeding, LeavesAFolderOfTheSameNameHoldingAnotherTour) {
 
 TEST_F(Seeding, RefusesShippedToursItCannotRead) {
     TempUserData empty;
-    SeedReport report;
+    QmSeedReport report;
     EXPECT_NE(Seed(empty.path + "/Maps", game, report), "");
     EXPECT_FALSE(FileExists(game + "/Maps/tours.dat"));
+}
+
+TEST_F(Seeding, ReportsAGameFolderItCannotCreate) {
+    // A file where the game folder should be.
+    ASSERT_TRUE(WriteFileAtomic(data.path + "/Blocked", "not a folder"));
+    QmSeedReport report;
+    EXPECT_NE(Seed(kShipped, data.path + "/Blocked", report), "");
+    EXPECT_TRUE(report.copiedTours.empty());
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(data.path + "/Blocked", bytes));
+    EXPECT_EQ(bytes, "not a folder");
 }
 
 TEST_F(Seeding, TheInstallScriptSeedsTheGameFolder) {

@@ -1,6 +1,7 @@
 #pragma once
-// First start: the game's scan only lists the tour folders beside the program, it copies
-// nothing, so the install step puts the shipped tours into the player's game folder.
+// The shipped tours in the player's game folder. The game's scan only lists the tour folders
+// beside the program and copies nothing, so the install step (quillmaze-seed, on every make run)
+// and the game's first start in a folder without a tour list put them there.
 //
 // For every shipped tour (in the order of the shipped Maps/tours.dat):
 // - a tour the player does not have (no tour of the same uid anywhere in the game folder's tour
@@ -13,17 +14,17 @@
 #include <string>
 #include <vector>
 
-struct SeedReport {
+struct QmSeedReport {
     std::vector<std::string> copiedTours; // folder names
     std::vector<std::string> copiedFiles; // "Folder/File" of files added to tours the player had
     bool tourListWritten = false;
 };
 
-class UserDataSeeder {
+class QmTourSeeder {
 public:
     // shippedMaps: the "Maps" folder beside the program; gameFolder: the player's game folder
     // (created when missing). False with a message when the shipped tours cannot be read or the
     // game folder cannot be written.
-    static bool Seed(const std::string& shippedMaps, const std::string& gameFolder, SeedReport& report,
+    static bool Seed(const std::string& shippedMaps, const std::string& gameFolder, QmSeedReport& report,
                      std::string& error);
 };

@@ -1,4 +1,4 @@
-#include "UserDataSeeder.h"
+#include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 
 #include "Environment/CoreEnvironmentManager/QmCipherFile.h"
 #include "Environment/CoreEnvironmentManager/QmFileNames.h"
@@ -56,9 +56,9 @@ bool CopyMap(const std::string& from, const std::string& to, const std::string& 
 }
 } // namespace
 
-bool UserDataSeeder::Seed(const std::string& shippedMaps, const std::string& gameFolder, SeedReport& report,
-                          std::string& error) {
-    report = SeedReport();
+bool QmTourSeeder::Seed(const std::string& shippedMaps, const std::string& gameFolder, QmSeedReport& report,
+                        std::string& error) {
+    report = QmSeedReport();
     // The shipped tours, in order.
     std::vector<std::string> shipped;
     std::vector<std::string> lines;

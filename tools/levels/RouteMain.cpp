@@ -6,11 +6,11 @@
 // frames a second (--exact takes any run that finishes at the search's frame time).
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmRaceSimulator.h"
+#include "Gameplay/QmRouteSearch.h"
 #include "LevelBuilder.h"
 #include "LevelSource.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
-#include "RouteSearch.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -34,7 +34,7 @@ int main(int argc, char** argv) {
     bool missingOnly = false;
     bool write = false;
     bool exact = false;
-    RouteOptions options;
+    QmRouteOptions options;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
         const bool value = i + 1 < argc;
@@ -103,8 +103,8 @@ int main(int argc, char** argv) {
                        QmRaceSimulator::Run(other, sim, nullptr).outcome == QmSimResult::Finished;
             };
             options.accept = [&](const std::string& run) {
-                centred =
-                    RouteSearch::Centre(run, [&](const std::string& r) { return finishesAt(r, options.dt); });
+                centred = QmRouteSearch::Centre(
+                    run, [&](const std::string& r) { return finishesAt(r, options.dt); });
                 for (float dt : {1.0f / 60.0f, 1.0f / 50.0f, 1.0f / 75.0f, 1.0f / 144.0f}) {
                     if (!finishesAt(centred, dt)) {
                         return false;
@@ -113,7 +113,7 @@ int main(int argc, char** argv) {
                 return true;
             };
         }
-        const RouteResult route = RouteSearch::Find(world, options);
+        const QmRouteResult route = QmRouteSearch::Find(world, options);
         if (!route.found) {
             std::printf("%-16s no run found (%zu states, %zu runs refused)\n", map.name.c_str(),
                         route.expanded, route.refused);

@@ -13,7 +13,7 @@
 
 class QmCoreEnvironmentManager;
 
-struct RouteOptions {
+struct QmRouteOptions {
     float dt = 1.0f / 60.0f;
     // Frames an input is held before the next choice.
     int stepFrames = 4;
@@ -38,7 +38,7 @@ struct RouteOptions {
     size_t maxRefused = 40;
 };
 
-struct RouteResult {
+struct QmRouteResult {
     bool found = false;
     std::string run;
     int64_t timeMs = 0;
@@ -47,10 +47,10 @@ struct RouteResult {
     size_t refused = 0;
 };
 
-class RouteSearch {
+class QmRouteSearch {
 public:
     // The world's current map is raced from its Start cell (startX, startY).
-    static RouteResult Find(QmCoreEnvironmentManager& world, const RouteOptions& options);
+    static QmRouteResult Find(QmCoreEnvironmentManager& world, const QmRouteOptions& options);
 
     // Moves each event of a run to the middle of the span of times at which finishes(run) still
     // holds, so that a run found at the edge of what works gains room on both sides. Events keep

@@ -1,4 +1,4 @@
-#include "RouteSearch.h"
+#include "Gameplay/QmRouteSearch.h"
 
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmCoreGameplayManager.h"
@@ -181,7 +181,7 @@ int64_t FrameClock(int frame, float dt) {
 }
 } // namespace
 
-std::string RouteSearch::RecordingText(const std::string& frameInputs, float dt) {
+std::string QmRouteSearch::RecordingText(const std::string& frameInputs, float dt) {
     QmRecording recording;
     int previous = 0;
     const int64_t first = FrameClock(1, dt);
@@ -205,9 +205,9 @@ std::string RouteSearch::RecordingText(const std::string& frameInputs, float dt)
     return recording.ToText();
 }
 
-std::string RouteSearch::Centre(const std::string& run,
-                                const std::function<bool(const std::string&)>& finishes, int64_t step,
-                                int64_t reach) {
+std::string QmRouteSearch::Centre(const std::string& run,
+                                  const std::function<bool(const std::string&)>& finishes, int64_t step,
+                                  int64_t reach) {
     QmRecording recording;
     recording.FromText(run);
     std::vector<std::pair<int64_t, int>> events(recording.Events().begin(), recording.Events().end());
@@ -245,8 +245,8 @@ std::string RouteSearch::Centre(const std::string& run,
     return text();
 }
 
-RouteResult RouteSearch::Find(QmCoreEnvironmentManager& world, const RouteOptions& options) {
-    RouteResult result;
+QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRouteOptions& options) {
+    QmRouteResult result;
     int64_t now = kClockStart;
     SetTimeSource([&now] { return now; });
     SeedRand(options.seed);

@@ -14,13 +14,14 @@ int QmProfile::LoadProfile() {
         return 0;
     }
     const std::vector<std::string> lines = SplitLines(bytes);
-    return lines.empty() ? 0 : static_cast<int>(QmHighscoreList::TimeValue(lines[0]));
+    const int64_t value = lines.empty() ? 0 : QmHighscoreList::TimeValue(lines[0]);
+    return value < 0 ? 0 : static_cast<int>(value);
 }
 
-void QmProfile::SaveProfile(int character) {
+bool QmProfile::SaveProfile(int character) {
     if (GetUserDataFolder().empty()) {
-        return;
+        return false;
     }
     CreateFolder(GetGameFolder());
-    WriteFileAtomic(GetGameFolder() + "/profile.dat", std::to_string(character));
+    return WriteFileAtomic(GetGameFolder() + "/profile.dat", std::to_string(character));
 }

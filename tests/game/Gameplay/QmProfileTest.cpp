@@ -19,3 +19,17 @@ TEST(QmProfileTest, TheCharacterNumberRoundTripsAndAMissingFileReadsZero) {
     ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "not a number"));
     EXPECT_EQ(QmProfile::LoadProfile(), 0);
 }
+
+TEST(QmProfileTest, DamagedFilesReadAsCharacterZeroAndAFailedSaveKeepsTheOldFile) {
+    TempUserData data;
+    ASSERT_TRUE(QmProfile::SaveProfile(2));
+    ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "-7"));
+    EXPECT_EQ(QmProfile::LoadProfile(), 0) << "a negative number is no character";
+    ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", std::string("\0\xff\x01", 3)));
+    EXPECT_EQ(QmProfile::LoadProfile(), 0);
+    ASSERT_TRUE(QmProfile::SaveProfile(4));
+    // A folder in the way of the temporary file: the save fails and the old profile stays.
+    CreateFolder(data.GameFolder() + "/profile.dat.tmp");
+    EXPECT_FALSE(QmProfile::SaveProfile(1));
+    EXPECT_EQ(QmProfile::LoadProfile(), 4);
+}

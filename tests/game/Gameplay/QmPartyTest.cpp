@@ -1,0 +1,155 @@
+// Party play: the Versus and Marathon rankings with their ties, the turns, and the Marathon's
+// draw of three maps from the tours on disk.
+#include "Gameplay/QmParty.h"
+
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Platform/VeFiles.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+// Appending rather than concatenating: GCC 12 misreads the concatenation at -O2.
+std::string Named(const char* prefix, size_t number) {
+    std::string name = prefix;
+    name += std::to_string(number);
+    return name;
+}
+
+QmParty Party(int type, int players) {
+    QmParty party;
+    party.SetType(type);
+    for (int i = 0; i < players; ++i) {
+        EXPECT_TRUE(party.AddPlayer(Named("P", static_cast<size_t>(i) + 1), i));
+    }
+    return party;
+}
+
+// Tours on disk: one per entry of sizes, each map of the given block size ("32L" a locked
+// 32-pixel map).
+class DrawWorld {
+public:
+    explicit DrawWorld(const std::vector<std::vector<std::string>>& sizes) {
+        for (size_t t = 0; t < sizes.size(); ++t) {
+            world.tours.emplace_back();
+            world.tourFolders.push_back(Named("T", t));
+            world.tourLevels.emplace_back();
+            CreateFolder(data.GameFolder() + "/Maps/" + Named("T", t));
+            world.tourIndex = static_cast<int>(t);
+            for (size_t m = 0; m < sizes[t].size(); ++m) {
+                const std::string file = Named("M", m) + ".map";
+                world.tourLevels.back().push_back(file);
+                world.blockSize = sizes[t][m][0] == '3' ? 32 : 64;
+                world.locked = sizes[t][m].back() == 'L';
+                world.WriteMap("Maps/" + Named("T", t) + "/" + file);
+            }
+        }
+    }
+    TempUserData data;
+    QmCoreEnvironmentManager world;
+};
+} // namespace
+
+TEST(QmPartyTest, VersusRanksEachTurnAndEqualTimesKeepTheEarlierPlayerFirst) {
+    QmParty party = Party(QmParty::Versus, 3);
+    QmCoreEnvironmentManager world;
+    ASSERT_TRUE(party.PrepareParty(false, false, world, 1));
+    QmParty::RunOutcome first = party.RunFinished(61234);
+    EXPECT_FALSE(first.nextMap);
+    EXPECT_EQ(first.rank, 1);
+    EXPECT_TRUE(first.morePlayers);
+    EXPECT_EQ(party.Current()->name, "P2");
+    QmParty::RunOutcome second = party.RunFinished(61234);
+    EXPECT_EQ(second.rank, 2) << "a tie goes after the earlier player";
+    QmParty::RunOutcome third = party.RunFinished(50000);
+    EXPECT_EQ(third.rank, 1);
+    EXPECT_FALSE(third.morePlayers) << "the last player ends the party";
+    ASSERT_EQ(party.ShownResults().size(), 3u);
+    EXPECT_EQ(party.ShownResults()[0].name, "P3");
+    EXPECT_EQ(party.ShownResults()[1].name, "P1");
+    EXPECT_EQ(party.ShownResults()[2].name, "P2");
+    EXPECT_TRUE(party.PartyResults().empty());
+    EXPECT_FALSE(party.Prepared());
+
+    // The next game starts afresh with the first player.
+    ASSERT_TRUE(party.PrepareParty(false, false, world, 1));
+    EXPECT_EQ(party.CurrentPlayer(), 0u);
+    EXPECT_EQ(party.RunFinished(70000).rank, 1);
+}
+
+TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
+    DrawWorld disk({{"64", "64", "64", "64"}});
+    QmParty party = Party(QmParty::Marathon, 2);
+    ASSERT_TRUE(party.PrepareParty(false, false, disk.world, 7));
+    ASSERT_EQ(party.Draw().size(), 3u);
+    const std::vector<QmPartyMap> draw = party.Draw();
+    EXPECT_TRUE(party.RunFinished(20000).nextMap);
+    EXPECT_TRUE(party.RunFinished(30000).nextMap);
+    QmParty::RunOutcome last = party.RunFinished(40000);
+    EXPECT_FALSE(last.nextMap);
+    EXPECT_EQ(last.rankedTime, 90000);
+    EXPECT_EQ(last.rank, 1);
+    EXPECT_TRUE(last.morePlayers);
+
+    // The second player keeps the draw and starts from nothing.
+    ASSERT_TRUE(party.PrepareParty(false, false, disk.world, 99));
+    EXPECT_EQ(party.TotalTime(), 0);
+    EXPECT_EQ(party.LevelsPlayed(), 0);
+    ASSERT_EQ(party.Draw().size(), 3u);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(party.Draw()[i].level, draw[i].level);
+    }
+    party.RunFinished(30000);
+    party.RunFinished(30000);
+    QmParty::RunOutcome tie = party.RunFinished(30000);
+    EXPECT_EQ(tie.rank, 2) << "an equal total goes after the first player";
+    EXPECT_FALSE(tie.morePlayers);
+    EXPECT_EQ(party.ShownResults()[1].name, "P2");
+    EXPECT_EQ(QmHighscoreList::TimeValue(party.ShownResults()[1].time), 90000);
+}
+
+TEST(QmPartyTest, TheDrawTakesDistinctMapIndicesOfTheAllowedSizes) {
+    DrawWorld disk({{"64", "32", "64", "32", "32L"}, {"32", "64", "32"}});
+    QmParty party = Party(QmParty::Marathon, 2);
+    party.SetAllowedSizes(true, false); // small maps only: 64-pixel blocks and the locked 32
+    for (uint32_t seed = 1; seed < 20; ++seed) {
+        ASSERT_TRUE(party.PrepareParty(false, true, disk.world, seed));
+        std::vector<int> levels;
+        for (const QmPartyMap& map : party.Draw()) {
+            const std::string& size = std::vector<std::vector<std::string>>{
+                {"64", "32", "64", "32", "32L"}, {"32", "64", "32"}}[map.tour][map.level];
+            EXPECT_NE(size, "32") << "a large map drawn although only small ones are allowed";
+            levels.push_back(map.level);
+        }
+        ASSERT_EQ(levels.size(), 3u);
+        EXPECT_TRUE(levels[0] != levels[1] && levels[1] != levels[2] && levels[0] != levels[2]);
+    }
+}
+
+TEST(QmPartyTest, TheDrawFailsWhenFewerThanThreeIndicesAreAllowed) {
+    DrawWorld disk({{"64", "32", "64"}, {"32"}});
+    QmParty party = Party(QmParty::Marathon, 2);
+    party.SetAllowedSizes(true, false); // only index 0 and 2 qualify
+    EXPECT_FALSE(party.PrepareParty(false, false, disk.world, 3));
+    EXPECT_EQ(party.Draw().size(), 2u) << "the maps drawn so far stay";
+    EXPECT_FALSE(party.Prepared());
+
+    DrawWorld empty({});
+    EXPECT_FALSE(party.PrepareParty(false, true, empty.world, 3)) << "no tours: no draw, no crash";
+}
+
+TEST(QmPartyTest, PlayersComeAndGoWithinTwoToEight) {
+    QmParty party = Party(QmParty::Versus, 1);
+    EXPECT_FALSE(party.CanStart());
+    for (int i = 1; i < 8; ++i) {
+        EXPECT_TRUE(party.AddPlayer("X", 0));
+    }
+    EXPECT_FALSE(party.AddPlayer("Ninth", 0));
+    EXPECT_TRUE(party.CanStart());
+    EXPECT_TRUE(party.RemovePlayer(0));
+    EXPECT_FALSE(party.RemovePlayer(7));
+    party.SetPlayerCharacter(6, 4);
+    party.SetPlayerName(6, "LAST");
+    EXPECT_EQ(party.Players().back().name, "LAST");
+    EXPECT_EQ(party.Players().back().character, 4);
+}

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 
 namespace {
 uint16_t Read16(const std::string& bytes, size_t at) {
@@ -69,6 +70,15 @@ std::unique_ptr<VeWaveSound> VeWaveSound::Load(const std::string& path, float vo
     if (dataChunk + 8 > bytes.size() || sound->channels < 1 || sound->channels > 2 ||
         sound->sampleRate == 0) {
         Halt("Error: Audio file invalid", invalid);
+    }
+    // The mixer reads 16-bit integer samples only; anything else (8-bit, 24-bit, floating point,
+    // compressed) would play as noise, so it is refused with what was found.
+    if (sound->formatTag != 1 || sound->bitsPerSample != 16) {
+        Halt("Error: Audio file invalid",
+             "Could not load audio file: '" + path +
+                 "'. Only 16-bit PCM wave files are supported (this one has format " +
+                 std::to_string(sound->formatTag) + " with " + std::to_string(sound->bitsPerSample) +
+                 "-bit samples)." + errorSuffix);
     }
     sound->dataSize = Read32(bytes, dataChunk + 4);
 

@@ -66,6 +66,17 @@ TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
         path = Write("format.wav", bytes);
         EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
     }
+    // Sample formats the mixer does not read: floating point, 8-bit and 24-bit samples.
+    for (auto [tag, bits] : {std::pair{3, 32}, std::pair{1, 8}, std::pair{1, 24}}) {
+        bytes = valid;
+        bytes[20] = static_cast<char>(tag);
+        bytes[34] = static_cast<char>(bits);
+        path = Write("sampleformat.wav", bytes);
+        EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid,
+                    "Could not load audio file: '" + path +
+                        "'. Only 16-bit PCM wave files are supported (this one has format " +
+                        std::to_string(tag) + " with " + std::to_string(bits) + "-bit samples)." + kSuffix);
+    }
     EXPECT_FALSE(rig.audio->IsLoaded("a"));
 }
 

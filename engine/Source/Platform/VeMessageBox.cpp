@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
+#include <string>
+#include <string_view>
 
 namespace {
 std::mutex& HandlerMutex() {
@@ -66,9 +68,20 @@ void Halt(const std::string& title, const std::string& text) {
     std::exit(0); // not reached: a kind-2 box ends the process or its handler unwinds
 }
 
-void VeAssertFailed(const char* source, int line, const char* expression) {
+void VeAssertFailed(const char* expression, const char* file, int line) {
+    // The compiler names the file absolutely, or relative to the build folder when a compiler cache
+    // rewrote the paths; either way the message names it from the tree's root.
+    std::string source = file;
+#ifdef VE_SOURCE_ROOT
+    if (source.starts_with(VE_SOURCE_ROOT)) {
+        source.erase(0, std::string_view(VE_SOURCE_ROOT).size());
+    }
+#endif
+    while (source.starts_with("../")) {
+        source.erase(0, 3);
+    }
     const std::string text =
-        std::string("Assertion failed in ") + source + ", line " + std::to_string(line) + ": " + expression;
+        "Assertion failed in " + source + ", line " + std::to_string(line) + ": " + expression;
     std::fprintf(stderr, "%s\n", text.c_str());
     VeMessageBox box("Assertion failed", text, VeMessageBox::Error);
     std::abort();

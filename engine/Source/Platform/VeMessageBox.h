@@ -21,14 +21,15 @@ public:
 // callers, which pass both whole.
 [[noreturn]] void Halt(const std::string& title, const std::string& text);
 
-// A failed programming assertion naming its source, such as
-// "Source\Screen\Surface\VeSurface"; goes through the handler as a kind-2 box titled
-// "Assertion failed".
-[[noreturn]] void VeAssertFailed(const char* source, int line, const char* expression);
-#define VE_ASSERT(condition, source)                                                                         \
+// A failed programming assertion, naming the source file (relative to the source tree) and the line
+// where it failed; goes through the handler as a kind-2 box
+// titled "Assertion failed". The default arguments name the caller.
+[[noreturn]] void VeAssertFailed(const char* expression, const char* file = __builtin_FILE(),
+                                 int line = __builtin_LINE());
+#define VE_ASSERT(condition)                                                                                 \
     do {                                                                                                     \
         if (!(condition)) {                                                                                  \
-            VeAssertFailed(source, __LINE__, #condition);                                                    \
+            VeAssertFailed(#condition, __FILE__, __LINE__);                                                  \
         }                                                                                                    \
     } while (0)
 

@@ -24,7 +24,6 @@
 
 namespace {
 
-constexpr const char* kSource = "Source\\Screen\\VeScreen";
 constexpr double kPacedFrameMs = 1000.0 / 60.0;
 
 // Set before the screen exists (the command line's --software); read by the constructor.
@@ -382,7 +381,7 @@ void VeScreen::DrawFpsText() {
 void VeScreen::Present(float frameDelta) {
     if (!framePrepared) {
         Log("Warning: Screen not prepared for frame!\n");
-        VE_ASSERT(false, kSource);
+        VE_ASSERT(false);
     }
     framePrepared = false;
     if (fpsShown) {

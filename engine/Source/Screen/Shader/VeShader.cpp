@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr const char* kSource = "Source\\Screen\\Shader\\VeShader";
 
 std::string ReadSource(const std::string& path, const char* missingMessage) {
     std::vector<std::string> lines;
@@ -93,7 +92,7 @@ void VeShader::Use() const {
 
 int32_t VeShader::Location(const std::string& name) const {
     int32_t location = uniforms.Find(name);
-    VE_ASSERT(location != VeUniformTable::kUnregistered, kSource);
+    VE_ASSERT(location != VeUniformTable::kUnregistered);
     return location;
 }
 

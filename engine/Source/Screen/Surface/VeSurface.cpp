@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr const char* kSource = "Source\\Screen\\Surface\\VeSurface";
 
 VeOverlayFormat overlayFormat;
 
@@ -166,7 +165,7 @@ void VeSurface::Create(int32_t w, int32_t h) {
                                                    " by " + std::to_string(h) +
                                                    " pixels (VeSurface::Create): " + SDL_GetError());
     }
-    VE_ASSERT(sdlSurface->pitch == sdlSurface->w * 4, kSource);
+    VE_ASSERT(sdlSurface->pitch == sdlSurface->w * 4);
     SyncFromSdl();
 }
 
@@ -428,7 +427,7 @@ void VeSurface::Rotate180() {
 void VeSurface::CopyFrom(const VeSurface& source) {
     if (source.width != width || source.height != height) {
         Log("Buffers are not the same size.\n");
-        VE_ASSERT(false, kSource);
+        VE_ASSERT(false);
     }
     if (pixels == nullptr || source.pixels == nullptr) {
         return;
@@ -446,9 +445,9 @@ void VeSurface::CopyFrom(const VeSurface& source) {
 void VeSurface::CopyPixels(const VeSurface& source, int32_t count) {
     if (count > width * height) {
         Log("Buffer too large to copy.\n");
-        VE_ASSERT(false, kSource);
+        VE_ASSERT(false);
     }
-    VE_ASSERT(count <= source.width * source.height, kSource);
+    VE_ASSERT(count <= source.width * source.height);
     if (count > 0) {
         std::memcpy(pixels, source.pixels, static_cast<size_t>(count) * 4);
     }
@@ -478,7 +477,7 @@ void VeSurface::Blit(const VeSurface& source, int32_t x, int32_t y) {
 
 void VeSurface::BlitKeyed(const VeSurface& source, int32_t x, int32_t y, bool checked, uint32_t key) {
     if (checked) {
-        VE_ASSERT(FitsEntirely(source, x, y), kSource);
+        VE_ASSERT(FitsEntirely(source, x, y));
     }
     int32_t left = std::max(x, 0);
     int32_t right = static_cast<int32_t>(std::min<int64_t>(int64_t{x} + source.width, width));
@@ -511,7 +510,7 @@ void VeSurface::DrawImage(const VeSurface& source, int32_t x, int32_t y, bool ch
         return;
     }
     if (checked) {
-        VE_ASSERT(FitsEntirely(source, x, y), kSource);
+        VE_ASSERT(FitsEntirely(source, x, y));
     }
     if (brightness == 1.0f && alpha == 1.0f) {
         BlitKeyed(source, x, y, false, key);

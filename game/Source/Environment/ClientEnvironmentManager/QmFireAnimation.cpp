@@ -26,10 +26,11 @@ void QmFireAnimation::DrawFlames(VeSurface& surface, int blockSize) {
     // A column may advance by nothing; the bound keeps a long run of those finite.
     float x = 0.0f;
     for (int columns = 0; x < 1.0f && columns < 1000; ++columns) {
-        const float advance = static_cast<float>(Rand() % 3) * 0.1f;
+        const float advance = static_cast<float>(Rand(VeRandomStream::Cosmetic) % 3) * 0.1f;
         const float middle = 1.0f - std::fabs(0.5f - x);
         const int spread = std::max(1, static_cast<int>(9.0f * middle));
-        const float height = std::min(1.0f, static_cast<float>(Rand() % spread) * 0.1f + 0.2f * middle);
+        const float height = std::min(
+            1.0f, static_cast<float>(Rand(VeRandomStream::Cosmetic) % spread) * 0.1f + 0.2f * middle);
         const int left = Pixels(x, blockSize);
         const int width = Pixels(advance, blockSize);
         if (width > 0) {

@@ -15,8 +15,6 @@
 #include <algorithm>
 
 namespace {
-const char* const kSource = "Source\\Environment\\CoreEnvironmentManager\\QmCoreEnvironmentManager";
-constexpr int kReportErrorLine = 782;
 
 // Language lines of the tour notices.
 constexpr int kLineMapUnlocked = 113;
@@ -93,7 +91,7 @@ void QmCoreEnvironmentManager::OpenGates() {
 
 void QmCoreEnvironmentManager::ReportError(const std::string& message) {
     Log("%s\n", message.c_str());
-    VeAssertFailed(kSource, kReportErrorLine, "false");
+    VeAssertFailed("false");
 }
 
 BlockId QmCoreEnvironmentManager::GetBlock(int x, int y) {

@@ -47,7 +47,7 @@ std::string QmTextCipher::EncodeText(int level, const std::string& text, int* ou
         for (size_t i = 0; i < result.size(); ++i) {
             filled.push_back(result[i]);
             if (i % 3 == 0) {
-                filled.push_back(static_cast<char>(Rand() % 95 + 32));
+                filled.push_back(static_cast<char>(Rand(VeRandomStream::Filler) % 95 + 32));
             }
         }
         result.swap(filled);

@@ -28,7 +28,7 @@ std::string AllPrintableAndHighBytes(size_t length) {
 TEST(QmTextCipherTest, AbcGoesThroughTheThreeStages) {
     EXPECT_EQ(QmTextCipher::EncodeText(2, "abc"), Bytes({98, 96, 102}));
 
-    SeedRand(7);
+    SeedRand(VeRandomStream::Filler, 7);
     const std::string stage2 = QmTextCipher::EncodeText(3, "abc");
     ASSERT_EQ(stage2.size(), 4u);
     const char filler = stage2[1];
@@ -36,7 +36,7 @@ TEST(QmTextCipherTest, AbcGoesThroughTheThreeStages) {
     EXPECT_LE(static_cast<unsigned char>(filler), 126);
     EXPECT_EQ(stage2, Bytes({98, static_cast<unsigned char>(filler), 96, 102}));
 
-    SeedRand(7);
+    SeedRand(VeRandomStream::Filler, 7);
     int length = 0;
     const std::string full = QmTextCipher::EncodeText(4, "abc", &length);
     EXPECT_EQ(length, 4);

@@ -10,7 +10,6 @@
 #include <vector>
 
 namespace {
-constexpr const char* kSource = "Source\\Screen\\Scene\\TextureRenderer\\VeTextureRenderer";
 }
 
 VeTextureRenderer::VeTextureRenderer(int32_t w, int32_t h, float s) : width(w), height(h), scale(s) {
@@ -56,7 +55,7 @@ bool VeTextureRenderer::Init() {
         GLenum status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
         if (status != GL_FRAMEBUFFER_COMPLETE) {
             Log("Failed to bind MSAA Framebuffer: 0x%x\n", status);
-            VE_ASSERT(false, kSource);
+            VE_ASSERT(false);
         }
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
     }
@@ -78,7 +77,7 @@ bool VeTextureRenderer::Init() {
         GLenum status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
         if (status != GL_FRAMEBUFFER_COMPLETE) {
             Log("Failed to bind Framebuffer: 0x%x\n", status);
-            VE_ASSERT(false, kSource);
+            VE_ASSERT(false);
         }
         glBindRenderbuffer(GL_RENDERBUFFER, 0);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);

@@ -1,4 +1,5 @@
 #include "Platform/VeFiles.h"
+#include "Platform/VeAppIdentity.h"
 
 #include "Platform/VeLog.h"
 
@@ -44,7 +45,7 @@ std::vector<std::string> ListEntries(const std::string& path, bool folders) {
 } // namespace
 
 std::string GetUserDataFolder() {
-    std::string folder = Environment("QUILLMAZE_USER_DATA");
+    std::string folder = Environment(VE_APP_ENV "_USER_DATA");
     if (folder.empty()) {
         folder = Environment("XDG_DATA_HOME");
     }
@@ -59,7 +60,7 @@ std::string GetUserDataFolder() {
 }
 
 std::string GetGameFolder() {
-    return GetUserDataFolder() + "/Quillmaze";
+    return GetUserDataFolder() + "/" VE_APP_NAME;
 }
 
 bool IsDirectory(const std::string& path) {

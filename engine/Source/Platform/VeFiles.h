@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
-// The roaming data folder without trailing separator: $QUILLMAZE_USER_DATA when set, else
-// $XDG_DATA_HOME, else $HOME/.local/share; empty when none can be found. Not created.
+// The roaming data folder without trailing separator: $<APP>_USER_DATA when set (the application's
+// variable prefix, see VeAppIdentity.h), else $XDG_DATA_HOME, else $HOME/.local/share; empty when
+// none can be found. Not created.
 std::string GetUserDataFolder();
-// The game's own folder inside it: GetUserDataFolder() + "/Quillmaze".
+// The application's own folder inside it: GetUserDataFolder() + "/" + its name.
 std::string GetGameFolder();
 
 bool IsDirectory(const std::string& path);

@@ -1,5 +1,7 @@
 #include "Platform/VeMessageBox.h"
 
+#include "Platform/VeAppIdentity.h"
+
 #include <SDL.h>
 
 #include <cstdio>
@@ -36,7 +38,7 @@ void ShowSystemBox(const std::string& title, const std::string& text, int kind) 
 } // namespace
 
 bool DialogsEnabled() {
-    const char* noDialogs = std::getenv("QUILLMAZE_NO_DIALOGS");
+    const char* noDialogs = std::getenv(VE_APP_ENV "_NO_DIALOGS");
     if (noDialogs != nullptr && std::string(noDialogs) == "1") {
         return false;
     }

@@ -2,8 +2,9 @@
 // Message boxes and halts. Constructing a VeMessageBox shows it at once (kind 0 information,
 // 1 warning, 2 halt). After a kind-2 box the process ends with exit code 0; nothing is shut down.
 // Every box passes through one handler that tests replace: a test handler may throw to unwind
-// instead of ending the process. With no display, or with QUILLMAZE_NO_DIALOGS=1, the title and
-// text go to standard error instead of a dialog.
+// instead of ending the process. With no display, or with <APP>_NO_DIALOGS=1 (the application's
+// variable prefix, see VeAppIdentity.h), the title and text go to standard error instead of a
+// dialog.
 #include <functional>
 #include <string>
 

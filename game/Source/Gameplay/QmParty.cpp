@@ -46,6 +46,14 @@ const QmPartyPlayer* QmParty::Current() const {
     return currentPlayer < players.size() ? &players[currentPlayer] : nullptr;
 }
 
+void QmParty::NewGame() {
+    prepared = 0;
+    currentPlayer = 0;
+    partyResults.clear();
+    levelsPlayed = 0;
+    totalTime = 0;
+}
+
 bool QmParty::PrepareParty(bool keepDraw, bool reset, QmCoreEnvironmentManager& world, uint32_t seed) {
     if (type == Versus) {
         if (!prepared || reset) {
@@ -62,7 +70,7 @@ bool QmParty::PrepareParty(bool keepDraw, bool reset, QmCoreEnvironmentManager& 
         currentPlayer = 0;
     }
     if (currentPlayer == 0 && !keepDraw) {
-        SeedRand(seed);
+        SeedRand(VeRandomStream::Race, seed);
         draw.clear();
         for (int i = 0; i < kMarathonMaps; ++i) {
             if (!DrawMap(world)) {

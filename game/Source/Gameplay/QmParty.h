@@ -54,6 +54,7 @@ public:
     bool AddPlayer(const std::string& name, int character);
     // Removes player index; false when there is no such player.
     bool RemovePlayer(size_t index);
+    void ClearPlayers() { players.clear(); }
     void SetPlayerName(size_t index, const std::string& name);
     void SetPlayerCharacter(size_t index, int character);
     const std::vector<QmPartyPlayer>& Players() const { return players; }
@@ -68,6 +69,8 @@ public:
     bool LargeAllowed() const { return allowLarge; }
 
     // ---- The game ----
+    // Forgets a game in progress: the next PrepareParty starts with the first player.
+    void NewGame();
     // Prepares Versus or Marathon; for a Marathon's first player (unless keepDraw) seeds the
     // random generator with seed and draws three maps from the world's tours (the current tour
     // follows the draw). False when no valid draw was found; the maps drawn so far stay.

@@ -1,0 +1,101 @@
+#include "FrontEnd/QmHighscoresManager.h"
+
+#include "Controls/QmControls.h"
+#include "Input/VeInput.h"
+#include "Screen/Surface/VeSurface.h"
+#include "Screen/Text/VeTextStyle.h"
+
+#include <utility>
+
+namespace {
+constexpr uint32_t kOutline = 0x000000;
+const VeTextStyle kTitleStyle(6, 0xFFFFFF, 4, 2, 0);
+const VeTextStyle kSubtitleStyle(3, 0xFFFFFF, 3, 2, 0);
+const VeTextStyle kHintStyle(2, 0xE6D514, 2, 2, 0);
+} // namespace
+
+QmHighscoresManager::QmHighscoresManager(std::function<std::string(int)> languageLine)
+    : line(languageLine), table(languageLine), view(std::move(languageLine)) {}
+
+void QmHighscoresManager::SetDefaultName(const std::string& name) {
+    if (remembered.empty()) {
+        remembered = name;
+    }
+}
+
+void QmHighscoresManager::Rebuild(const std::vector<QmHighscoreEntry>& list, int newRank, bool afterRace,
+                                  int64_t time) {
+    table.BuildResults(list, newRank, afterRace, time);
+    view.Set(table);
+    title = VeText(Line(kTitleLine), &kTitleStyle);
+    empty = VeText(list.empty() ? Line(kNoTimesLine) : std::string(), &kSubtitleStyle);
+    hint = VeText(mode == Mode::AfterRace ? Line(kRaceAgainLine) : std::string(), &kHintStyle);
+}
+
+void QmHighscoresManager::ShowList(const std::vector<QmHighscoreEntry>& list, const std::string& mapName) {
+    nameEntry.Close();
+    mode = Mode::Browse;
+    rank = -1;
+    Rebuild(list, -1, false, 0);
+    subtitle = VeText(mapName, &kSubtitleStyle, true);
+}
+
+void QmHighscoresManager::AfterRace(const std::vector<QmHighscoreEntry>& list, int64_t time, int newRank,
+                                    VeInput* input, SaveFunction saveRun, int screenWidth) {
+    nameEntry.Close();
+    mode = Mode::AfterRace;
+    finalTime = time;
+    rank = newRank;
+    save = std::move(saveRun);
+    subtitle = VeText();
+    Rebuild(list, -1, true, time);
+    if (rank >= 0) {
+        nameEntry.Open(input, Line(kPromptLine), remembered, screenWidth);
+    }
+}
+
+QmHighscoresManager::Outcome QmHighscoresManager::Frame(VeSurface& target, VeInput* input,
+                                                        QmControls& controls) {
+    Outcome outcome = Outcome::None;
+    if (nameEntry.IsOpen()) {
+        switch (nameEntry.Update(input, controls)) {
+        case QmNameEntry::Result::Confirmed: {
+            const std::string name = nameEntry.TakenName(remembered);
+            remembered = name;
+            const std::vector<QmHighscoreEntry> list = save ? save(name) : std::vector<QmHighscoreEntry>();
+            Rebuild(list, rank, true, finalTime);
+            break;
+        }
+        case QmNameEntry::Result::Declined:
+            outcome = Outcome::Back;
+            break;
+        case QmNameEntry::Result::None:
+            break;
+        }
+    } else if (controls.Back() || (mode != Mode::AfterRace && controls.Confirm())) {
+        outcome = Outcome::Back;
+    } else if (mode == Mode::AfterRace && input != nullptr && input->pressed[VeKey::R] != 0) {
+        outcome = Outcome::RaceAgain;
+    }
+    Draw(target);
+    return outcome;
+}
+
+void QmHighscoresManager::Draw(VeSurface& target) {
+    title.DrawOnto(target, target.width / 2, kTitleY, true, 1.0f, kOutline);
+    if (!subtitle.text.empty()) {
+        subtitle.DrawOnto(target, target.width / 2, QmResultsView::kHeaderY, true, 1.0f, kOutline);
+    }
+    if (nameEntry.IsOpen()) {
+        view.Draw(target, false);
+        nameEntry.Draw(target);
+    } else {
+        view.Draw(target, true);
+    }
+    if (table.Filled() == 0 && !empty.text.empty()) {
+        empty.DrawOnto(target, target.width / 2, QmResultsTable::kFirstRowY, true, 1.0f, kOutline);
+    }
+    if (!hint.text.empty() && !nameEntry.IsOpen()) {
+        hint.DrawOnto(target, target.width / 2, kHintY, true, 1.0f, kOutline);
+    }
+}

@@ -23,9 +23,14 @@ TimeState& State() {
     static TimeState state;
     return state;
 }
+
+thread_local VeTimeSource threadSource;
 } // namespace
 
 int64_t GetTimeMs() {
+    if (threadSource) {
+        return threadSource();
+    }
     TimeState& state = State();
     if (state.replaced.load(std::memory_order_acquire)) {
         std::lock_guard<std::mutex> lock(state.mutex);
@@ -41,6 +46,9 @@ uint32_t GetTicks() {
 }
 
 int64_t GetClockMs() {
+    if (threadSource) {
+        return threadSource();
+    }
     TimeState& state = State();
     if (state.replaced.load(std::memory_order_acquire)) {
         return GetTimeMs();
@@ -60,6 +68,10 @@ void SetTimeSource(VeTimeSource source) {
     std::lock_guard<std::mutex> lock(state.mutex);
     state.replaced.store(static_cast<bool>(source), std::memory_order_release);
     state.source = std::move(source);
+}
+
+void SetThreadTimeSource(VeTimeSource source) {
+    threadSource = std::move(source);
 }
 
 void SetFixedFrameDelta(float seconds) {

@@ -17,6 +17,9 @@ void SleepMs(uint32_t milliseconds);
 // replaced source advances nothing and returns at once.
 using VeTimeSource = std::function<int64_t()>;
 void SetTimeSource(VeTimeSource source);
+// Replaces the time source for the calling thread alone, ahead of the shared one (a background job
+// that races on a clock of its own while the frames go on); nullptr removes it.
+void SetThreadTimeSource(VeTimeSource source);
 
 // A frame delta in seconds that every frame uses instead of the measured one; 0 measures.
 void SetFixedFrameDelta(float seconds);

@@ -248,8 +248,10 @@ std::string QmRouteSearch::Centre(const std::string& run,
 QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRouteOptions& options) {
     QmRouteResult result;
     int64_t now = kClockStart;
-    SetTimeSource([&now] { return now; });
-    SeedRand(options.seed);
+    SetThreadTimeSource([&now] { return now; });
+    if (options.seedRandom) {
+        SeedRand(options.seed);
+    }
     world.gatesOpen = false;
 
     QmRaceAudio audio;
@@ -358,7 +360,8 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
     int goal = -1;
 
     while (!open.empty() && goal < 0 && result.expanded < options.maxStates &&
-           result.refused < options.maxRefused) {
+           result.refused < options.maxRefused &&
+           !(options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed))) {
         const int index = open.top().second;
         open.pop();
         ++result.expanded;
@@ -398,13 +401,19 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
             if (finished) {
                 nodes.push_back(std::move(child));
                 const int candidate = static_cast<int>(nodes.size()) - 1;
-                if (!options.accept ||
-                    options.accept(RecordingText(FrameInputs(nodes, candidate), options.dt))) {
+                if (!options.accept) {
                     goal = candidate;
                     break;
                 }
-                // The check raced on its own clock; the search's clock comes back.
-                SetTimeSource([&now] { return now; });
+                // The check races on the shared clock; the search's own clock comes back after it.
+                SetThreadTimeSource(nullptr);
+                const bool accepted =
+                    options.accept(RecordingText(FrameInputs(nodes, candidate), options.dt));
+                SetThreadTimeSource([&now] { return now; });
+                if (accepted) {
+                    goal = candidate;
+                    break;
+                }
                 ++result.refused;
                 continue;
             }
@@ -426,7 +435,7 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
         }
     }
     race.reset();
-    SetTimeSource(nullptr);
+    SetThreadTimeSource(nullptr);
 
     if (goal < 0) {
         return result;
@@ -434,6 +443,14 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
     const std::string frames = FrameInputs(nodes, goal);
     result.found = true;
     result.run = RecordingText(frames, options.dt);
+    std::vector<int> chain;
+    for (int at = goal; at >= 0; at = nodes[static_cast<size_t>(at)].parent) {
+        chain.push_back(at);
+    }
+    for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
+        const EntityState& racerState = nodes[static_cast<size_t>(*at)].racer;
+        result.path.emplace_back(racerState.x, racerState.y);
+    }
     const int64_t first = FrameClock(1, options.dt);
     result.timeMs = FrameClock(nodes[static_cast<size_t>(goal)].frame, options.dt) - first;
     return result;

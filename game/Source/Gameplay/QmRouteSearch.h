@@ -7,9 +7,12 @@
 #include "Environment/CoreEnvironmentManager/QmBlocks.h"
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 class QmCoreEnvironmentManager;
 
@@ -21,8 +24,12 @@ struct QmRouteOptions {
     size_t maxStates = 400000;
     // and when a branch's race time passes this.
     float maxSeconds = 90.0f;
-    // Seeds the cows' first directions, as the simulator does.
+    // Seeds the cows' first directions, as the simulator does; a search that runs beside the game's
+    // frames leaves the shared generator alone (seedRandom false).
     uint32_t seed = 1;
+    bool seedRandom = true;
+    // When given, the search stops as soon as this turns true (and finds nothing).
+    const std::atomic<bool>* cancel = nullptr;
     // How much the distance left weighs against the time spent: 1 finds the fastest run within the
     // step grid, larger values find a run sooner.
     double greed = 2.0;
@@ -45,11 +52,14 @@ struct QmRouteResult {
     size_t expanded = 0;
     // Runs that reached the finish but were not accepted.
     size_t refused = 0;
+    // The racer's top-left corner in pixels at the start and after every step of the run found.
+    std::vector<std::pair<float, float>> path;
 };
 
 class QmRouteSearch {
 public:
-    // The world's current map is raced from its Start cell (startX, startY).
+    // The world's current map is raced from its Start cell (startX, startY). The race runs on a
+    // clock of the calling thread's own, so a search may run on a worker while the frames go on.
     static QmRouteResult Find(QmCoreEnvironmentManager& world, const QmRouteOptions& options);
 
     // Moves each event of a run to the middle of the span of times at which finishes(run) still

@@ -1,0 +1,116 @@
+#include "Editor/QmPlayabilityCheck.h"
+
+#include "Gameplay/QmRouteSearch.h"
+#include "Threads/VtJob.h"
+#include "Threads/VtWorkerPool.h"
+
+#include <algorithm>
+
+class QmPlayabilityCheck::Job : public VtJob {
+public:
+    void Run() override { report = QmPlayabilityCheck::Find(blocks, blockSize, &cancel); }
+
+    std::array<BlockId, QmCoreEnvironmentManager::kCellCount> blocks{};
+    int32_t blockSize = QmCoreEnvironmentManager::kLargeBlockSize;
+    std::atomic<bool> cancel{false};
+    Report report;
+};
+
+QmPlayabilityCheck::QmPlayabilityCheck() : job(std::make_unique<Job>()) {}
+
+QmPlayabilityCheck::~QmPlayabilityCheck() {
+    Stop();
+}
+
+void QmPlayabilityCheck::Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
+                               int32_t blockSize) {
+    Stop();
+    VtWorkerPool* pool = VtWorkerPool::Current();
+    if (pool == nullptr) {
+        ownPool = std::make_unique<VtWorkerPool>(1);
+        pool = ownPool.get();
+    }
+    job->blocks = blocks;
+    job->blockSize = blockSize;
+    job->cancel.store(false);
+    queued = true;
+    pool->AddJob(job.get());
+}
+
+bool QmPlayabilityCheck::Running() const {
+    return queued && job->GetState() != VtJob::Done;
+}
+
+bool QmPlayabilityCheck::Poll(Report& report) {
+    if (!queued || job->GetState() != VtJob::Done) {
+        return false;
+    }
+    job->Wait();
+    queued = false;
+    report = std::move(job->report);
+    return report.outcome != Outcome::Stopped;
+}
+
+void QmPlayabilityCheck::Stop() {
+    if (!queued) {
+        return;
+    }
+    job->cancel.store(true);
+    job->Wait();
+    queued = false;
+}
+
+QmPlayabilityCheck::Report
+QmPlayabilityCheck::Find(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
+                         int32_t blockSize, const std::atomic<bool>* cancel) {
+    Report report;
+    report.blockSize = blockSize == QmCoreEnvironmentManager::kSmallBlockSize
+                           ? QmCoreEnvironmentManager::kSmallBlockSize
+                           : QmCoreEnvironmentManager::kLargeBlockSize;
+    QmCoreEnvironmentManager world;
+    world.SetBlockSize(report.blockSize);
+    world.blocks = blocks;
+    world.gatesOpen = false;
+    bool start = false;
+    bool finish = false;
+    // The last Start in reading order counts, as when the map is loaded for a race.
+    for (int x = 0; x < world.mapSize; ++x) {
+        for (int y = 0; y < world.mapSize; ++y) {
+            const BlockId id = world.GetBlock(x, y);
+            if (id == Block::Start) {
+                world.startX = static_cast<float>(x);
+                world.startY = static_cast<float>(y);
+                start = true;
+            } else if (id == Block::Finish) {
+                finish = true;
+            }
+        }
+    }
+    if (!start) {
+        report.outcome = Outcome::NoStart;
+        return report;
+    }
+    if (!finish) {
+        report.outcome = Outcome::NoFinish;
+        return report;
+    }
+    QmRouteOptions options;
+    options.maxStates = kStateBudget;
+    options.maxSeconds = kRaceSeconds;
+    options.seedRandom = false;
+    options.cancel = cancel;
+    const QmRouteResult route = QmRouteSearch::Find(world, options);
+    report.statesSearched = route.expanded;
+    if (cancel != nullptr && cancel->load() && !route.found) {
+        report.outcome = Outcome::Stopped;
+        return report;
+    }
+    report.outcome = route.found ? Outcome::Finishable : Outcome::NoRoute;
+    report.timeMs = route.timeMs;
+    report.path = route.path;
+    return report;
+}
+
+int QmPlayabilityCheck::RoundedSeconds(int64_t timeMs) {
+    return std::max(1, static_cast<int>((timeMs + 500) / 1000));
+}

@@ -1,0 +1,66 @@
+#pragma once
+// Whether a map can be finished: a search for a run from Start to Finish through the race's own
+// frame update (QmRouteSearch), on a copy of the map, as a job on the worker pool so that the
+// editor's frames never wait for it.
+//
+// Contract:
+// - Start copies the map and queues the search; a check still running is stopped first. Poll
+//   hands over each finished report once. Destroying the check stops and waits for its job.
+// - The search runs on a clock of its worker's own and leaves the shared random generator alone.
+// - Without a worker pool one of a single thread is made and kept while the check lives.
+// - Find runs the same check on the calling thread (the shared-maps upload uses it too).
+#include "Environment/CoreEnvironmentManager/QmBlocks.h"
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+class VtWorkerPool;
+
+class QmPlayabilityCheck {
+public:
+    enum class Outcome { Finishable, NoStart, NoFinish, NoRoute, Stopped };
+
+    struct Report {
+        Outcome outcome = Outcome::NoRoute;
+        // The run's race time.
+        int64_t timeMs = 0;
+        // The racer's top-left corner (pixels at blockSize) along the run found.
+        std::vector<std::pair<float, float>> path;
+        int32_t blockSize = QmCoreEnvironmentManager::kLargeBlockSize;
+        size_t statesSearched = 0;
+    };
+
+    // The search gives up after this many states, well inside a second on the largest maps.
+    static constexpr size_t kStateBudget = 120000;
+    // and when a run takes longer than this in the race.
+    static constexpr float kRaceSeconds = 90.0f;
+
+    QmPlayabilityCheck();
+    ~QmPlayabilityCheck();
+    QmPlayabilityCheck(const QmPlayabilityCheck&) = delete;
+    QmPlayabilityCheck& operator=(const QmPlayabilityCheck&) = delete;
+
+    void Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks, int32_t blockSize);
+    bool Running() const;
+    // True once for each finished check, with its report.
+    bool Poll(Report& report);
+    // Stops a running check and waits for it (nothing is reported for it).
+    void Stop();
+
+    static Report Find(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
+                       int32_t blockSize, const std::atomic<bool>* cancel = nullptr);
+    // "Finishable in about N s" rounds the run's time to whole seconds (at least 1).
+    static int RoundedSeconds(int64_t timeMs);
+
+private:
+    class Job;
+
+    std::unique_ptr<VtWorkerPool> ownPool;
+    std::unique_ptr<Job> job;
+    bool queued = false;
+};

@@ -113,7 +113,8 @@ int SrvService::MinimumBuild() {
 void SrvService::Route() {
     server->new_task_queue = [threads = config.threads] { return new httplib::ThreadPool(threads); };
     server->set_payload_max_length(config.maxBodyBytes);
-    server->set_read_timeout(5, 0);
+    server->set_read_timeout(config.readTimeoutSeconds, 0);
+    server->set_keep_alive_timeout(config.readTimeoutSeconds);
     server->set_write_timeout(5, 0);
     server->set_keep_alive_max_count(100);
     if (config.log) {

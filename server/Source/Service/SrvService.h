@@ -30,6 +30,7 @@ struct SrvConfig {
     std::string database; // SQLite path or PostgreSQL URL
     std::string assets = "Assets";
     int threads = 64;
+    int readTimeoutSeconds = 5; // a client that sends nothing for this long is dropped (kept-alive ones too)
     bool log = true;
     bool trustProxy = false; // take the client's address from X-Forwarded-For
     int64_t sessionLifetimeMs = 30LL * 86400000LL;

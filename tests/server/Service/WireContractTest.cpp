@@ -1,0 +1,143 @@
+// The service's answers to every request of the game, on a real server on loopback.
+#include "ServerHarness.h"
+#include "Service/SrvFormFields.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+int64_t Now() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+               std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+std::string Number(const std::string& text) {
+    return text.substr(0, text.find_first_not_of("-0123456789"));
+}
+} // namespace
+
+TEST(FormFields, ValuesAreReadAsTypedWhateverTheyHold) {
+    SrvFormFields login = SrvFormFields::Parse("qcode=login&username=a&b=c&password=x&password=y&build=106");
+    EXPECT_EQ(login.Get("username"), "a&b=c");
+    EXPECT_EQ(login.Get("password"), "x&password=y");
+    EXPECT_EQ(login.Number("build"), 106);
+    SrvFormFields plain = SrvFormFields::Parse("qcode=requestmaps&uid=%41+1");
+    EXPECT_EQ(plain.Get("uid"), "%41+1");
+    EXPECT_FALSE(plain.Number("uid").has_value());
+    EXPECT_EQ(SrvFormFields::Parse("uid=5&qcode=x").Get("uid"), "5");
+    EXPECT_FALSE(SrvFormFields::ParseNumber("12345678901234567890").has_value());
+}
+
+TEST(WireContract, VersionLoginAndRegistration) {
+    ServerHarness server;
+    EXPECT_EQ(ServerHarness::Message(server.Get("/quillmaze")), "VERSION106");
+    server.Service().Store().SetSetting("version", "107");
+    std::string answer = server.Get("/quillmaze");
+    EXPECT_EQ(ServerHarness::Message(answer), "VERSION107");
+    EXPECT_NE(answer.find("Connection: close"), std::string::npos);
+
+    std::string name = "A&n=" + ServerHarness::Unique();
+    std::string registered = server.Form("qcode=register&username=" + name + "&password=p&w=d&email=" + name +
+                                         "@mail.example&build=106");
+    ASSERT_EQ(registered.rfind("REGISTER11", 0), 0u) << registered;
+    std::string id = Number(registered.substr(10));
+    EXPECT_EQ(registered.size(), 10 + id.size() + 1 + 32);
+
+    std::string login = server.Form("qcode=login&username=" + name + "&password=p&w=d&build=106");
+    ASSERT_EQ(login.rfind("LOGIN1", 0), 0u) << login;
+    EXPECT_NE(login[6], 'U');
+    EXPECT_EQ(login.substr(7, id.size() + 1), id + "_");
+    EXPECT_EQ(server.Form("qcode=login&username=" + name + "&password=p&w=x&build=106"), "LOGIN0");
+    EXPECT_EQ(server.Form("qcode=login&username=nobody" + name + "&password=p&build=106"), "LOGIN0");
+    EXPECT_EQ(server.Form("qcode=login&username=" + name + "&password=p&w=d&build=105"), "LOGIN1U");
+
+    std::string other = ServerHarness::Unique();
+    auto reg = [&](const std::string& user, const std::string& email, const std::string& build = "106") {
+        return server.Form("qcode=register&username=" + user + "&password=pw&email=" + email +
+                           "&build=" + build);
+    };
+    EXPECT_EQ(reg(other, other + "@x.example", "105"), "REGISTER10");
+    EXPECT_EQ(reg("", other + "@x.example"), "REGISTEREMPTY_FIELD");
+    EXPECT_EQ(reg(other, "not-an-address"), "REGISTERINCORRECT_EMAIL");
+    EXPECT_EQ(reg("a" + name.substr(1), other + "@x.example"), "REGISTERNAME_EXISTS");
+    EXPECT_EQ(reg(other, name + "@MAIL.example"), "REGISTEREMAIL_EXISTS");
+    EXPECT_EQ(reg(other + ";x,y", other + "@x.example"), "REGISTERUNKNOWN_ERROR");
+}
+
+TEST(WireContract, UploadListAndDownload) {
+    ServerHarness server;
+    std::string name = "U" + ServerHarness::Unique();
+    ServerHarness::Account user = server.Register(name);
+    ASSERT_FALSE(user.id.empty());
+    std::string map = ServerHarness::MapFile("my cool map", "123456");
+    std::string scores = ServerHarness::ScoreFile("123456");
+    EXPECT_EQ(server.Upload(user, 3, map, scores), "POSTMAP1");
+    EXPECT_EQ(server.Upload(user, 1, ServerHarness::MapFile("My Cool Map", "99"), ""), "POSTMAP1");
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
+              "REQUESTMAPS1MyCoolMap_2.map:1,MyCoolMap.map:3");
+    EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.map")), map);
+    EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.dat")), scores);
+    EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap_2.dat")), "");
+
+    // A new upload to a taken slot replaces that map.
+    EXPECT_EQ(server.Upload(user, 1, ServerHarness::MapFile("Other", "5"), ""), "POSTMAP1");
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Other.map:1,MyCoolMap.map:3");
+    EXPECT_NE(server.Get("/uploads/" + user.id + "/MyCoolMap_2.map").find(" 404 "), std::string::npos);
+
+    std::string list = server.Form("qcode=mapuserlist");
+    EXPECT_NE(list.find(user.id + "," + name + ",2,1"), std::string::npos) << list;
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=999999999"), "REQUESTMAPS1");
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=x"), "REQUESTMAPS0");
+}
+
+// Delete and move answer in the game's own clock, so a game whose clock is far from the service's
+// never sees its own list as stale, while a change made elsewhere is seen.
+TEST(WireContract, DeleteAndMoveWithStaleListsAndSkewedClocks) {
+    ServerHarness server;
+    for (int64_t skew : {-3600000LL, 0LL, 86400000LL}) {
+        ServerHarness::Account user = server.Register("S" + ServerHarness::Unique());
+        for (int slot = 1; slot <= 4; ++slot) {
+            ASSERT_EQ(server.Upload(user, slot, ServerHarness::MapFile("m" + std::to_string(slot), "1"), ""),
+                      "POSTMAP1");
+        }
+        std::string auth = "&user_id=" + user.id;
+        auto game = [&] { return std::to_string(Now() + skew); };
+        std::string seen = game(); // the game's time when its list arrived
+        server.Form("qcode=requestmaps&uid=" + user.id);
+        std::string moved = server.Form("qcode=swapmaps" + auth + "&mapno=1&map2offset=L&prevtimems=" + seen +
+                                        "&timems=" + game() + "&s=" + user.session);
+        ASSERT_EQ(moved.rfind("SWAPMAPSLAST1", 0), 0u) << moved << " skew " << skew;
+        seen = moved.substr(13);
+        EXPECT_NEAR(std::stoll(seen), Now() + skew, 5000);
+        EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
+                  "REQUESTMAPS1M4.map:1,M2.map:2,M3.map:3,M1.map:4");
+        moved = server.Form("qcode=swapmaps" + auth + "&mapno=2&map2offset=-1&prevtimems=" + seen +
+                            "&timems=" + game() + "&s=" + user.session);
+        ASSERT_EQ(moved.rfind("SWAPMAPSPREV1", 0), 0u) << moved;
+        seen = moved.substr(13);
+        std::string deleted = server.Form("qcode=deletemap" + auth + "&mapno=3&prevtimems=" + seen +
+                                          "&timems=" + game() + "&s=" + user.session);
+        ASSERT_EQ(deleted.rfind("DELETEMAP1", 0), 0u) << deleted;
+        EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1M2.map:1,M4.map:2,M1.map:4");
+
+        // Another machine of the same player changes the list: the old view is stale ...
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        std::string old = std::to_string(Now() + skew - 10000);
+        EXPECT_EQ(server.Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + old + "&timems=" + game() +
+                              "&s=" + user.session),
+                  "DELETEMAPR");
+        EXPECT_EQ(server.Form("qcode=swapmaps" + auth + "&mapno=1&map2offset=F&prevtimems=" + old +
+                              "&timems=" + game() + "&s=" + user.session),
+                  "SWAPMAPSFRSTR");
+        // ... and one refresh (the game's time at the new list) is enough to go on.
+        seen = game();
+        EXPECT_EQ(server
+                      .Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + seen + "&timems=" + game() +
+                            "&s=" + user.session)
+                      .substr(0, 10),
+                  "DELETEMAP1");
+        EXPECT_EQ(server.Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + game() +
+                              "&timems=" + game() + "&s=" + user.session),
+                  "DELETEMAP0");
+    }
+}

@@ -101,6 +101,17 @@ QmCommandLine::QmCommandLine() {
                   }
                   return {};
               });
+    AddValues("edit", {"TOUR", "MAP"}, "open the map editor on map MAP of tour TOUR of the game folder",
+              [this](const std::vector<std::string>& values) -> std::string {
+                  if (!ParseIndex(values[0], editTour)) {
+                      return "--edit needs a tour number from 0, not '" + values[0] + "'";
+                  }
+                  if (!ParseIndex(values[1], editMap)) {
+                      editTour = -1;
+                      return "--edit needs a map number from 0, not '" + values[1] + "'";
+                  }
+                  return {};
+              });
     AddSwitch("2d", "show the world in 2D in this run (the stored option stays)", [this] {
         if (threeD.has_value() && *threeD) {
             return std::string("--2d and --3d cannot be used together");
@@ -160,6 +171,8 @@ void QmCommandLine::Reset() {
     fps = false;
     playTour = -1;
     playMap = -1;
+    editTour = -1;
+    editMap = -1;
     threeD.reset();
     autoplay.reset();
     helpAsked = false;
@@ -169,6 +182,9 @@ void QmCommandLine::Reset() {
 std::string QmCommandLine::CheckTogether() const {
     if (autoplay.has_value() && !Plays()) {
         return "--autoplay steers a race: add --play TOUR MAP";
+    }
+    if (Plays() && Edits()) {
+        return "--play and --edit cannot be used together";
     }
     return {};
 }

@@ -8,6 +8,7 @@
 //   --seed N             start the random generator from N instead of the time
 //   --fps                show the frame-rate display from the start
 //   --play TOUR MAP      race on map MAP of tour TOUR of the game folder (both from 0)
+//   --edit TOUR MAP      open the map editor on that map instead
 //   --2d, --3d           show the world in 2D or 3D for this run (the stored option is kept)
 //   --autoplay INPUTS    steer the racer with a recording ("0:2;812:0", as score files keep runs)
 //   --help               print the usage and quit
@@ -36,6 +37,8 @@ public:
     std::string Usage(const std::string& program) const;
     // A race was asked for.
     bool Plays() const { return playTour >= 0; }
+    // The editor was asked for.
+    bool Edits() const { return editTour >= 0; }
 
     int64_t frames = 0; // 0: no limit
     std::string screenshot;
@@ -45,6 +48,8 @@ public:
     bool fps = false;
     int32_t playTour = -1; // -1: no race asked for
     int32_t playMap = -1;
+    int32_t editTour = -1; // -1: no editor asked for
+    int32_t editMap = -1;
     std::optional<bool> threeD; // the "3DGraphics" of this run, when asked for
     std::optional<QmRecording> autoplay;
 

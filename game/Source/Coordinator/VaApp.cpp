@@ -58,6 +58,15 @@ void VaApp::CreateManagers() {
             quitRequested = true;
         }
     }
+    if (commandLine.Edits()) {
+        std::string error;
+        if (!coordinator->OpenEditor(commandLine.editTour, commandLine.editMap, error)) {
+            std::fprintf(stderr, "quillmaze: --edit %d %d: %s.\n", commandLine.editTour, commandLine.editMap,
+                         error.c_str());
+            playRefused = true;
+            quitRequested = true;
+        }
+    }
 }
 
 int VaApp::ExitCode() const {

@@ -5,6 +5,7 @@
 #include "Coordinator/QmScriptedRaceControls.h"
 #include "Coordinator/QmSharedSounds.h"
 #include "Coordinator/VaApp.h"
+#include "Editor/QmEditor.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "FrontEnd/Options/QmLanguage.h"
@@ -18,6 +19,7 @@
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeRandom.h"
+#include "Platform/VeTime.h"
 #include "Screen/Surface/VeImage.h"
 #include "Screen/Text/VeTextStyle.h"
 #include "Screen/VeScreen.h"
@@ -299,19 +301,70 @@ bool VaCoordinator::PlayMap(int tour, int map, std::string& error) {
         return false;
     }
     playMode = PlayTour;
+    raceFromEditor = false;
     gameplay.reset();
     environment->tourIndex = tour;
     environment->Reload(map, false);
     return StartPlay(false);
 }
 
+bool VaCoordinator::OpenEditor(int tour, int map, std::string& error) {
+    if (!environment) {
+        error = "the editor needs the game's window";
+        return false;
+    }
+    const int tours = static_cast<int>(environment->tours.size());
+    if (tour < 0 || tour >= tours) {
+        error = "the game folder has no tour " + std::to_string(tour);
+        return false;
+    }
+    const int maps = static_cast<int>(environment->tourLevels[static_cast<size_t>(tour)].size());
+    if (map < 0 || map >= maps) {
+        error = "tour " + std::to_string(tour) + " has no map " + std::to_string(map);
+        return false;
+    }
+    playMode = PlayTour;
+    raceFromEditor = false;
+    inRaceMenu.Close();
+    environment->tourIndex = tour;
+    environment->Reload(map, false);
+    MakeGameplay();
+    if (!editor) {
+        editor = std::make_unique<QmEditor>(*environment, *this, app->input, controls.get());
+    }
+    app->SwitchScene(SceneEditor);
+    editor->Enter(true);
+    return true;
+}
+
+void VaCoordinator::PlayFromEditor() {
+    raceFromEditor = true;
+    environment->Reload(environment->levelIndex, false);
+    StartPlay(false);
+}
+
+void VaCoordinator::LeaveEditor() {
+    raceFromEditor = false;
+    environment->Reload(environment->levelIndex, false);
+    MakeGameplay();
+    app->SwitchScene(SceneMenu);
+}
+
+std::string VaCoordinator::EditorLine(int number) {
+    return language->GetLine(number);
+}
+
 void VaCoordinator::ReturnToMenu() {
-    // A test run from the editor would reopen the editor here; without the editor every race ends
-    // in the menu.
+    // A test run from the editor goes back to the editor.
     inRaceMenu.Close();
     MakeGameplay();
     if (environment && playMode != PlayRandomRun) {
         environment->Reload(environment->levelIndex, false);
+    }
+    if (raceFromEditor && editor && playMode == PlayTour) {
+        app->SwitchScene(SceneEditor);
+        editor->Enter(false);
+        return;
     }
     if (playMode == PlayRandomRun) {
         menuPage = 1;
@@ -412,6 +465,11 @@ void VaCoordinator::GameFrame() {
         }
         break;
     case SceneEditor:
+        if (environment && editor) {
+            editor->Frame(GetTimeMs(), screen != nullptr ? &screen->overlay : nullptr);
+            worldDrawn = true;
+        }
+        break;
     case SceneRace:
         if (environment) {
             WorldFrame(app->scene == SceneRace);

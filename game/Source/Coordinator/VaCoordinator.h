@@ -22,6 +22,7 @@
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
 #include "Coordinator/VaAppCommander.h"
+#include "Editor/QmEditorHost.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
 #include "Environment/CoreEnvironmentManager/QmWorldFrontEndLink.h"
 #include "Gameplay/QmRaceHost.h"
@@ -35,6 +36,7 @@
 class ArEnvironmentManager;
 class QmClientGameplayManager;
 class QmControls;
+class QmEditor;
 class QmLanguage;
 class QmOptions;
 class QmRaceAudio;
@@ -46,7 +48,8 @@ class VeTextStyle;
 class VaCoordinator : public VaAppCommander,
                       public QmWorldViewHost,
                       public QmRaceHost,
-                      public QmWorldFrontEndLink {
+                      public QmWorldFrontEndLink,
+                      public QmEditorHost {
 public:
     enum PlayModeValue : int32_t { PlayTour = 0, PlayParty = 1, PlayRandomRun = 3 };
     enum PartyType : int32_t { PartyVersus = 0, PartyMarathon = 1 };
@@ -91,6 +94,11 @@ public:
     // Tour play of map `map` of tour `tour` (both from 0) of the game folder; false with the
     // reason when there is no such tour or map.
     bool PlayMap(int tour, int map, std::string& error);
+    // The editor on map `map` of tour `tour` (both from 0); false with the reason when there is no
+    // such tour or map.
+    bool OpenEditor(int tour, int map, std::string& error);
+    // The editor scene's editor (null before the editor was first opened).
+    QmEditor* Editor() { return editor.get(); }
 
     // The keys of this frame from the input manager (none without one).
     HotkeyKeys ReadHotkeys() const;
@@ -140,6 +148,14 @@ public:
     void RaceFinished(int64_t finalTime, int rank) override;
     void ReturnToPages() override { returnToMenuRequested = true; }
 
+    // ---- QmEditorHost ----
+    std::string EditorLine(int number) override;
+    void EditorSound(const std::string& name, float volume) override { PlaySound(name, volume); }
+    void MapListsChanged() override {}
+    void PlayFromEditor() override;
+    void LeaveEditor() override;
+    bool OpenCopyPage() override { return false; }
+
     // ---- QmWorldFrontEndLink ----
     std::string GetLine(int number) override;
     void ShowNotice(const std::string& title, const std::string& text) override;
@@ -179,6 +195,9 @@ public:
     std::unique_ptr<QmRaceControls> scriptedControls;
     std::unique_ptr<ArEnvironmentManager> environment;
     std::unique_ptr<QmClientGameplayManager> gameplay;
+    // Made when the editor is first opened; the race started from it returns to it.
+    std::unique_ptr<QmEditor> editor;
+    bool raceFromEditor = false;
 
 private:
     struct Finish {

@@ -5,6 +5,7 @@
 #include "Editor/QmEditorView.h"
 #include "Environment/ClientEnvironmentManager/QmClientEnvironmentManager.h"
 #include "Form/VeTextInput.h"
+#include "Gameplay/QmHighscores.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
 #include "Screen/Surface/VeImage.h"
@@ -640,14 +641,14 @@ void QmEditor::ExecuteCommand(int command) {
         Ask("CLEAR_MAP", kLineClearQuestion);
         break;
     case CmdSave:
-        if (model.Modified() && host.MapHasScores()) {
+        if (model.Modified() && MapHasScores()) {
             Ask("SAVE", kLineSaveQuestion);
         } else {
             Save();
         }
         break;
     case CmdSaveAndPlay:
-        if (model.Modified() && host.MapHasScores()) {
+        if (model.Modified() && MapHasScores()) {
             Ask("SAVE_AND_PLAY", kLineSaveQuestion);
         } else {
             SaveAndPlay();
@@ -706,7 +707,7 @@ void QmEditor::OnConfirmed(const std::string& action) {
         model.Clear();
         Changed();
     } else if (action == "RESET_SCORE") {
-        host.ResetMapScores();
+        ResetScores();
         SetStatus(StatusScoresReset);
     } else if (action == "SAVE") {
         Save();
@@ -729,6 +730,19 @@ void QmEditor::OnConfirmed(const std::string& action) {
     }
 }
 
+bool QmEditor::MapHasScores() {
+    QmHighscores scores(world);
+    scores.LoadScores();
+    return !scores.List().empty() || !scores.StoredRecordingText().empty();
+}
+
+void QmEditor::ResetScores() {
+    QmHighscores scores(world);
+    if (!scores.ScoreFileName().empty()) {
+        scores.ResetScoreFile();
+    }
+}
+
 void QmEditor::Generate() {
     model.Generate();
     Changed();
@@ -736,7 +750,7 @@ void QmEditor::Generate() {
 
 void QmEditor::Save() {
     if (model.Save()) {
-        host.ResetMapScores();
+        ResetScores();
         host.MapListsChanged();
     }
     SetStatus(StatusSaved);
@@ -744,7 +758,7 @@ void QmEditor::Save() {
 
 void QmEditor::SaveAndPlay() {
     if (model.Save()) {
-        host.ResetMapScores();
+        ResetScores();
         host.MapListsChanged();
     }
     // The map is checked before the race: a known result for this very map is used at once.

@@ -161,6 +161,9 @@ private:
     void Save();
     void SaveAndPlay();
     void Generate();
+    // The map's best times and best run (its score file).
+    bool MapHasScores();
+    void ResetScores();
     void Changed();
     // The edited map as it was when the copy began, over the map reloaded from disk.
     void RestoreCopyBuffer();

@@ -1,7 +1,7 @@
 #pragma once
-// What the editor asks of the game around it: language lines and sounds, the map's scores, the
-// front end's lists, and the scene changes (a race that returns to the editor, the menu, the tour
-// page in its copy mode).
+// What the editor asks of the game around it: language lines and sounds, the front end's lists,
+// and the scene changes (a race that returns to the editor, the menu, the tour page in its copy
+// mode).
 #include <string>
 
 class QmEditorHost {
@@ -10,9 +10,6 @@ public:
 
     virtual std::string EditorLine(int number) = 0;
     virtual void EditorSound(const std::string& name, float volume) = 0;
-    // Whether the current map has best times, and clearing them with the map's recording.
-    virtual bool MapHasScores() = 0;
-    virtual void ResetMapScores() = 0;
     // The map was saved or renamed: lists that show maps read them again.
     virtual void MapListsChanged() = 0;
     // A race on the current (saved) map that comes back to the editor when it ends.

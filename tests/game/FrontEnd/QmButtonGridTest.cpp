@@ -1,0 +1,90 @@
+#include "FrontEnd/QmButtonGrid.h"
+#include "Controls/QmControls.h"
+#include "Input/VeInput.h"
+#include "Input/VeKey.h"
+#include "engine/Input/FakeInputSource.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+class ButtonGridTest : public ::testing::Test {
+protected:
+    ButtonGridTest() : grid([this](const std::string& name) { sounds.push_back(name); }) {
+        grid.Set({{"ONE", "TWO", "THREE"}, {"FOUR", "FIVE"}}, 500, 640, 150);
+        grid.SetEnabled(1, false);
+    }
+
+    int Frame(std::initializer_list<int> keys, bool focused, QmButtonGrid::Exit* exit = nullptr) {
+        for (int key : keys) {
+            devices.keys[key] = 1;
+        }
+        input.Update();
+        const int result = grid.Update(controls, &input, focused, exit);
+        input.ClearPressed();
+        for (int key : keys) {
+            devices.keys[key] = 0;
+        }
+        input.Update();
+        input.ClearPressed();
+        return result;
+    }
+
+    int Click(const VeButton& button) {
+        devices.mouseX = static_cast<int>(button.x) + 5;
+        devices.mouseY = static_cast<int>(button.y) + 5;
+        devices.buttons = 1;
+        input.Update();
+        const int result = grid.Update(controls, &input, false);
+        input.ClearPressed();
+        devices.buttons = 0;
+        input.Update();
+        input.ClearPressed();
+        return result;
+    }
+
+    FakeInputSource::Devices devices;
+    VeInput input{nullptr, std::make_unique<FakeInputSource>(&devices)};
+    QmControls controls{&input};
+    std::vector<std::string> sounds;
+    QmButtonGrid grid;
+};
+
+TEST_F(ButtonGridTest, KeysWalkRowsSkipDisabledAndLeaveAtTheEdges) {
+    Frame({VeKey::Right}, true);
+    EXPECT_EQ(grid.Selected(), 2) << "the disabled button is skipped";
+    QmButtonGrid::Exit exit = QmButtonGrid::Exit::None;
+    Frame({VeKey::Down}, true, &exit);
+    EXPECT_EQ(grid.Selected(), 4) << "down goes to the nearest button of the next row";
+    EXPECT_EQ(exit, QmButtonGrid::Exit::None);
+    Frame({VeKey::Down}, true, &exit);
+    EXPECT_EQ(exit, QmButtonGrid::Exit::Down);
+    Frame({VeKey::Up}, true);
+    Frame({VeKey::Up}, true, &exit);
+    EXPECT_EQ(exit, QmButtonGrid::Exit::Up);
+    EXPECT_EQ(Frame({VeKey::Up}, false), -1) << "keys do nothing without the focus";
+    sounds.clear();
+    EXPECT_EQ(Frame({VeKey::Return}, true), grid.Selected());
+    EXPECT_EQ(sounds, std::vector<std::string>{"Select"});
+}
+
+TEST_F(ButtonGridTest, ClicksActivateEnabledButtonsOnly) {
+    EXPECT_EQ(Click(grid.Button(1)), -1);
+    EXPECT_EQ(sounds.back(), "Disabled");
+    EXPECT_EQ(Click(grid.Button(3)), 3);
+    EXPECT_EQ(sounds.back(), "Select");
+}
+
+TEST_F(ButtonGridTest, SwitchesAndRelabellingKeepTheLayout) {
+    grid.Relabel({{"UN", "DEUX", "TROIS"}, {"QUATRE", "CINQ"}});
+    EXPECT_EQ(grid.Button(3).Label(), "QUATRE");
+    EXPECT_EQ(grid.Button(3).y, grid.Button(4).y);
+    EXPECT_GT(grid.Button(3).y, grid.Button(0).y);
+    EXPECT_FALSE(grid.Enabled(1)) << "relabelling keeps a disabled button disabled";
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+#include "FrontEnd/QmTourMapList.h"
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Gameplay/QmHighscores.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+// A world that stores a new map in its tour, as the game's own world does.
+class SavingWorld : public QmCoreEnvironmentManager {
+public:
+    void SaveMap(bool asNew) override { SaveMapToTour(asNew); }
+};
+
+class TourMapListTest : public ::testing::Test {
+protected:
+    TourMapListTest() : previous(std::filesystem::current_path()) {
+        std::filesystem::current_path(QM_SOURCE_DIR);
+    }
+    ~TourMapListTest() override { std::filesystem::current_path(previous); }
+
+    static std::string Line(int number) { return number == 1 ? "SEC" : "L" + std::to_string(number); }
+
+    TempUserData data;
+    std::filesystem::path previous;
+};
+
+TEST_F(TourMapListTest, ReadsNamesLocksAndBestTimesWithoutDisturbingTheCurrentMap) {
+    SavingWorld world;
+    world.programMapsFolder = data.path + "/none";
+    world.defaultMapName = "Level";
+    world.NewTour();
+    world.tours[0].name = "Hills";
+    world.SaveTour(0, false);
+    for (int m = 0; m < 3; ++m) {
+        world.LoadLevel(m, false);
+    }
+    world.SetMapField('l', "1", 0, 2);
+    world.LoadLevel(0, false);
+    QmHighscores scores(world);
+    scores.SaveScores(QmRecording(), false, false, "Ann", true, 12345);
+    world.LoadLevel(1, false);
+    const std::string uid = world.mapUid;
+
+    const auto tours = QmTourMapList::ReadTours(world);
+    ASSERT_EQ(tours.size(), 1u);
+    EXPECT_EQ(tours[0].name, "Hills");
+    const auto maps = QmTourMapList::ReadMaps(world, 0, true);
+    ASSERT_EQ(maps.size(), 3u);
+    EXPECT_EQ(maps[0].bestMs, 12345);
+    EXPECT_GE(maps[0].badge, 0) << "a best time earns a badge";
+    EXPECT_EQ(maps[1].bestMs, -1);
+    EXPECT_FALSE(maps[1].locked);
+    EXPECT_TRUE(maps[2].locked);
+    EXPECT_EQ(world.mapUid, uid);
+    EXPECT_EQ(world.levelIndex, 1);
+    EXPECT_TRUE(QmTourMapList::ReadMaps(world, 5, true).empty());
+}
+
+TEST_F(TourMapListTest, SelectionScrollsFollowsTheMouseAndCarriesTheTourLock) {
+    QmTourMapList list(Line, true, 4);
+    std::vector<QmTourMapList::MapRow> maps(10);
+    for (size_t i = 0; i < maps.size(); ++i) {
+        maps[i].name = "MAP " + std::to_string(i);
+    }
+    maps[0].bestMs = 61234;
+    list.SetRows({{"ONE", false, true}, {"TWO", true, false}}, maps);
+    list.SetFocus(QmTourMapList::Maps);
+    for (int i = 0; i < 9; ++i) {
+        EXPECT_TRUE(list.Move(1));
+    }
+    EXPECT_FALSE(list.Move(1)) << "the last map stays selected";
+    EXPECT_EQ(list.SelectedMap(), 9);
+    QmTourMapList::Column column = QmTourMapList::Tours;
+    int index = -1;
+    ASSERT_TRUE(list.RowAt(QmTourMapList::kMapX + 10,
+                           QmTourMapList::kRowsY + 3 * QmTourMapList::kRowHeight + 5, column, index));
+    EXPECT_EQ(column, QmTourMapList::Maps);
+    EXPECT_EQ(index, 9) << "the bottom row shows the scrolled-to map";
+    EXPECT_FALSE(list.RowAt(QmTourMapList::kTourX + 5,
+                            QmTourMapList::kRowsY + 2 * QmTourMapList::kRowHeight + 5, column, index))
+        << "there is no third tour";
+    EXPECT_FALSE(list.MapLocked());
+    list.SelectTour(1);
+    EXPECT_EQ(list.SelectedMap(), 0) << "another tour starts at its first map";
+    EXPECT_TRUE(list.MapLocked()) << "a locked tour locks its maps";
+}
+
+TEST_F(TourMapListTest, EveryTextFitsItsBox) {
+    QmTourMapList list(Line, true, 4);
+    std::vector<QmTourMapList::MapRow> maps(2);
+    maps[0].name = "ABCDEFGHIJKLMNO";
+    maps[0].bestMs = 3599999;
+    maps[1].name = "Q";
+    list.SetRows({{"A TOUR NAME FAR TOO LONG FOR ITS COLUMN", false, false}}, maps);
+    for (const auto& box : list.Texts()) {
+        EXPECT_LE(box.text->Width(), box.boxWidth) << box.text->text;
+        EXPECT_LE(box.text->Height(), box.boxHeight) << box.text->text;
+    }
+}
+
+} // namespace

@@ -1,6 +1,7 @@
 // The shipped sounds: every file the game loads exists, has the canonical PCM header the mixer
 // reads, loads through the engine's wave loader, has a sane length and level, and the music loops
-// wrap without a click.
+// wrap without a click. The effects carry no offset, reach small speakers, play at one level and
+// each sounds like itself.
 #include "Audio/VeWaveSound.h"
 #include "Support/HaltCapture.h"
 
@@ -8,10 +9,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -147,6 +150,70 @@ double LoudestWindowRms(const std::vector<double>& s) {
     return best;
 }
 
+// The long-term power spectrum: 2048-point Hann windows, half overlapping, summed.
+constexpr size_t kFftSize = 2048;
+
+std::vector<double> PowerSpectrum(const std::vector<double>& s) {
+    std::vector<double> power(kFftSize / 2, 0.0);
+    std::vector<std::complex<double>> a(kFftSize);
+    for (size_t from = 0; from < s.size(); from += kFftSize / 2) {
+        for (size_t i = 0; i < kFftSize; ++i) {
+            const double v = from + i < s.size() ? s[from + i] : 0.0;
+            a[i] = v * (0.5 - 0.5 * std::cos(2.0 * std::numbers::pi * static_cast<double>(i) / kFftSize));
+        }
+        for (size_t i = 1, j = 0; i < kFftSize; ++i) { // in-place radix-2 FFT
+            size_t bit = kFftSize >> 1;
+            for (; j & bit; bit >>= 1) {
+                j ^= bit;
+            }
+            j ^= bit;
+            if (i < j) {
+                std::swap(a[i], a[j]);
+            }
+        }
+        for (size_t len = 2; len <= kFftSize; len <<= 1) {
+            const std::complex<double> w =
+                std::polar(1.0, -2.0 * std::numbers::pi / static_cast<double>(len));
+            for (size_t i = 0; i < kFftSize; i += len) {
+                std::complex<double> x = 1.0;
+                for (size_t k = 0; k < len / 2; ++k, x *= w) {
+                    const std::complex<double> u = a[i + k];
+                    const std::complex<double> v = a[i + k + len / 2] * x;
+                    a[i + k] = u + v;
+                    a[i + k + len / 2] = u - v;
+                }
+            }
+        }
+        for (size_t k = 0; k < kFftSize / 2; ++k) {
+            power[k] += std::norm(a[k]);
+        }
+    }
+    return power;
+}
+
+double BinHz(size_t k) {
+    return static_cast<double>(k) * 44100.0 / kFftSize;
+}
+
+// Pearson correlation of two sounds' magnitude spectra, the offset bin left out.
+double SpectralCorrelation(const std::vector<double>& p, const std::vector<double>& q) {
+    double mp = 0.0, mq = 0.0;
+    const size_t n = p.size() - 1;
+    for (size_t k = 1; k < p.size(); ++k) {
+        mp += std::sqrt(p[k]) / n;
+        mq += std::sqrt(q[k]) / n;
+    }
+    double pq = 0.0, pp = 0.0, qq = 0.0;
+    for (size_t k = 1; k < p.size(); ++k) {
+        const double a = std::sqrt(p[k]) - mp;
+        const double b = std::sqrt(q[k]) - mq;
+        pq += a * b;
+        pp += a * a;
+        qq += b * b;
+    }
+    return pq / std::sqrt(pp * qq);
+}
+
 class ShippedSound : public ::testing::TestWithParam<GameSound> {};
 
 TEST_P(ShippedSound, HasTheCanonicalPcmHeaderAndLoadsThroughTheEngine) {
@@ -273,6 +340,71 @@ TEST(AudioMix, MenuSoundsStandOutOverTheMenuMusic) {
         Decoded effect = ReadCanonicalWave(PathOf(*sound));
         ASSERT_TRUE(effect.ok);
         EXPECT_GT(LoudestWindowRms(effect.mono) * sound->volume, musicLevel) << sound->file;
+    }
+}
+
+struct MeasuredEffect {
+    const GameSound* sound;
+    Decoded wave;
+    std::vector<double> power;
+};
+
+std::vector<MeasuredEffect> AllEffects() {
+    std::vector<MeasuredEffect> effects;
+    for (const GameSound& sound : kSounds) {
+        if (sound.kind != Kind::Music) {
+            Decoded wave = ReadCanonicalWave(PathOf(sound));
+            EXPECT_TRUE(wave.ok) << sound.file;
+            std::vector<double> power = PowerSpectrum(wave.mono);
+            effects.push_back({&sound, std::move(wave), std::move(power)});
+        }
+    }
+    return effects;
+}
+
+TEST(AudioMix, EffectsAreCentredAndCarryOnSmallSpeakers) {
+    for (const MeasuredEffect& e : AllEffects()) {
+        double sum = 0.0, squares = 0.0;
+        for (double v : e.wave.mono) {
+            sum += v;
+            squares += v * v;
+        }
+        const double n = static_cast<double>(e.wave.mono.size());
+        EXPECT_LT((sum / n) * (sum / n) / (squares / n), 0.001) << e.sound->file << ": offset";
+        // Laptop speakers give little below 200 Hz: most of every effect must lie above it.
+        double above = 0.0, total = 0.0;
+        for (size_t k = 0; k < e.power.size(); ++k) {
+            total += e.power[k];
+            above += BinHz(k) > 200.0 ? e.power[k] : 0.0;
+        }
+        EXPECT_GT(above / total, 0.4) << e.sound->file << ": too little above 200 Hz";
+    }
+}
+
+TEST(AudioMix, EffectsPlayWithinSixDecibelsOfEachOther) {
+    double quietest = 1.0, loudest = 0.0;
+    std::string quietName, loudName;
+    for (const MeasuredEffect& e : AllEffects()) {
+        const double level = LoudestWindowRms(e.wave.mono) * e.sound->volume;
+        if (level < quietest) {
+            quietest = level;
+            quietName = e.sound->name;
+        }
+        if (level > loudest) {
+            loudest = level;
+            loudName = e.sound->name;
+        }
+    }
+    EXPECT_LT(20.0 * std::log10(loudest / quietest), 6.0) << loudName << " against " << quietName;
+}
+
+TEST(AudioMix, NoTwoEffectsSoundAlike) {
+    const std::vector<MeasuredEffect> effects = AllEffects();
+    for (size_t i = 0; i < effects.size(); ++i) {
+        for (size_t j = i + 1; j < effects.size(); ++j) {
+            EXPECT_LT(SpectralCorrelation(effects[i].power, effects[j].power), 0.8)
+                << effects[i].sound->name << " and " << effects[j].sound->name;
+        }
     }
 }
 

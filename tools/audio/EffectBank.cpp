@@ -30,50 +30,76 @@ Voice Noise(uint64_t seed) {
     return Voice(Waveform::Noise, kSampleRate).Seed(seed);
 }
 
-SampleBuffer Done(SampleBuffer sound, float peak) {
+// Every effect, played at the volume the game loads it with, has its loudest 50 ms at this RMS
+// level (-14 dB, about 11 dB over the race music): none drowns another, none gets lost.
+constexpr float kPlayedLevel = 0.2f;
+constexpr double kLevelWindow = 0.05;
+// The file's own peak stays below this; effects played quietly get denser rather than clipped.
+constexpr float kCeiling = 0.95f;
+
+SampleBuffer Done(SampleBuffer sound, float loadVolume) {
     sound.TrimTail(0.001f);
-    sound.NormalizeTo(peak);
+    for (int pass = 0; pass < 6; ++pass) {
+        float loudest = sound.LoudestRms(kLevelWindow) * loadVolume;
+        if (loudest <= 0.0f) {
+            break;
+        }
+        sound.Scale(kPlayedLevel / loudest);
+        if (sound.Peak() <= kCeiling) {
+            break;
+        }
+        sound.SoftClip(kCeiling);
+    }
+    // Last, so that no offset survives: clipping the tall side of a narrow pulse leaves one.
+    sound.BlockDc(40.0);
+    if (sound.Peak() > kCeiling) {
+        sound.NormalizeTo(kCeiling);
+    }
     sound.FadeEdges(0.001, 0.004);
     return sound;
 }
 
-// Peaks that suit the load volumes: effects played at 1.0 stay below full scale so that they
-// sit with the music; those played at 0.32 or 0.64 are louder in the file.
-constexpr float kPeakAtFull = 0.70f;
-constexpr float kPeakAtTwoThirds = 0.85f;
-constexpr float kPeakAtThird = 0.95f;
-
 } // namespace
 
 std::vector<Effect> EffectBank::Build() {
-    return {
-        {"Audio/Countdown.wav", Countdown()},
-        {"Audio/Finish.wav", Finish()},
-        {"Audio/Hit.wav", Hit()},
-        {"Audio/Fire.wav", Fire()},
-        {"Audio/EnemyHit.wav", EnemyHit()},
-        {"Audio/Jump.wav", Jump()},
-        {"Audio/RoofHit.wav", RoofHit()},
-        {"Audio/Select.wav", Select()},
-        {"Audio/Start.wav", Start()},
-        {"Audio/SuperJump.wav", SuperJump()},
-        {"Audio/SpeedUp.wav", SpeedUp()},
-        {"Audio/FlipScreen.wav", FlipScreen()},
-        {"Audio/OpenGates.wav", OpenGates()},
-        {"Audio/Disabled.wav", Disabled()},
-        {"Audio/Unlocked.wav", Unlocked()},
-        {"Audio/UnlockedTour.wav", UnlockedTour()},
-        {"Audio/Hurry.wav", Hurry()},
-        {"Audio/HurryMore.wav", HurryMore()},
-        {"Audio/Cow.wav", Cow()},
-        {"Audio/CowHitPlayer.wav", CowHitPlayer()},
-        {"Audio/Click.wav", Click()},
-        {"Audio/DoubleClick.wav", DoubleClick()},
-        {"Audio/Swap.wav", Swap()},
-        {"Audio/LongSwap.wav", LongSwap()},
-        {"Audio/Hover.wav", Hover()},
-        {"Audio/Confusion.wav", Confusion()},
+    struct Recipe {
+        const char* file;
+        float loadVolume; // the volume the game plays the file at
+        SampleBuffer (*make)();
     };
+    const Recipe recipes[] = {
+        {"Audio/Countdown.wav", 0.32f, Countdown},
+        {"Audio/Finish.wav", 1.0f, Finish},
+        {"Audio/Hit.wav", 0.64f, Hit},
+        {"Audio/Fire.wav", 1.0f, Fire},
+        {"Audio/EnemyHit.wav", 0.32f, EnemyHit},
+        {"Audio/Jump.wav", 1.0f, Jump},
+        {"Audio/RoofHit.wav", 0.64f, RoofHit},
+        {"Audio/Select.wav", 1.0f, Select},
+        {"Audio/Start.wav", 0.32f, Start},
+        {"Audio/SuperJump.wav", 1.0f, SuperJump},
+        {"Audio/SpeedUp.wav", 1.0f, SpeedUp},
+        {"Audio/FlipScreen.wav", 0.32f, FlipScreen},
+        {"Audio/OpenGates.wav", 0.32f, OpenGates},
+        {"Audio/Disabled.wav", 0.32f, Disabled},
+        {"Audio/Unlocked.wav", 1.0f, Unlocked},
+        {"Audio/UnlockedTour.wav", 1.0f, UnlockedTour},
+        {"Audio/Hurry.wav", 0.32f, Hurry},
+        {"Audio/HurryMore.wav", 0.32f, HurryMore},
+        {"Audio/Cow.wav", 0.64f, Cow},
+        {"Audio/CowHitPlayer.wav", 0.32f, CowHitPlayer},
+        {"Audio/Click.wav", 0.32f, Click},
+        {"Audio/DoubleClick.wav", 0.32f, DoubleClick},
+        {"Audio/Swap.wav", 0.64f, Swap},
+        {"Audio/LongSwap.wav", 0.64f, LongSwap},
+        {"Audio/Hover.wav", 0.64f, Hover},
+        {"Audio/Confusion.wav", 1.0f, Confusion},
+    };
+    std::vector<Effect> effects;
+    for (const Recipe& recipe : recipes) {
+        effects.push_back({recipe.file, Done(recipe.make(), recipe.loadVolume)});
+    }
+    return effects;
 }
 
 // Countdown: one clean beep on A5; Start answers a fifth higher.
@@ -81,7 +107,7 @@ SampleBuffer EffectBank::Countdown() {
     SampleBuffer s;
     Add(s, Tone(Waveform::Square, N("A5"), 0.13, 0.02).Filter(FilterMode::LowPass, 5000), 0.0, 0.6f);
     Add(s, Tone(Waveform::Sine, N("A4"), 0.13, 0.02), 0.0, 0.5f);
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 SampleBuffer EffectBank::Start() {
@@ -90,7 +116,7 @@ SampleBuffer EffectBank::Start() {
     Add(s, Tone(Waveform::Square, N("A6"), 0.30, 0.03).Duty(0.25).Filter(FilterMode::LowPass, 6000), 0.0,
         0.25f);
     Add(s, Tone(Waveform::Sine, N("D5"), 0.30, 0.03), 0.0, 0.5f);
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 // Finish: a bright rising F major arpeggio that rings out on the top note.
@@ -110,24 +136,27 @@ SampleBuffer EffectBank::Finish() {
     }
     Add(s, Voice(Waveform::Sine, N("F7")).Envelope(0.002, 0.08, 0.0, 0.2, 0.03), 0.165, 0.15f);
     Add(s, Noise(11).Envelope(0.002, 0.05, 0.0, 0.2, 0.03).Filter(FilterMode::HighPass, 8000), 0.165, 0.1f);
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
-// Hit: a dull thud, a falling low sine with a muffled noise knock.
+// Hit: a dull thud with a woody knock on top, so that small speakers, which lose the low
+// thump, still carry it.
 SampleBuffer EffectBank::Hit() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, 130).Glide(45, 0.09).Envelope(0.001, 0.06, 0.0, 0.15, 0.02), 0.0);
-    Add(s, Noise(21).Envelope(0.001, 0.02, 0.0, 0.05, 0.01).Filter(FilterMode::LowPass, 500), 0.0, 0.6f);
-    return Done(s, kPeakAtTwoThirds);
+    Add(s, Voice(Waveform::Sine, 150).Glide(70, 0.08).Envelope(0.001, 0.04, 0.0, 0.1, 0.02), 0.0, 0.4f);
+    Add(s, Voice(Waveform::Triangle, 360).Glide(230, 0.05).Envelope(0.001, 0.04, 0.0, 0.08, 0.015), 0.0);
+    Add(s, Noise(21).Envelope(0.001, 0.015, 0.0, 0.04, 0.01).Filter(FilterMode::BandPass, 700, 1.0), 0.0,
+        0.7f);
+    return s;
 }
 
 // RoofHit: a higher, shorter knock.
 SampleBuffer EffectBank::RoofHit() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Triangle, 440).Glide(280, 0.05).Envelope(0.001, 0.035, 0.0, 0.08, 0.01), 0.0);
-    Add(s, Noise(31).Envelope(0.001, 0.008, 0.0, 0.02, 0.005).Filter(FilterMode::BandPass, 1800, 1.2), 0.0,
+    Add(s, Voice(Waveform::Triangle, 1100).Glide(800, 0.05).Envelope(0.001, 0.035, 0.0, 0.08, 0.01), 0.0);
+    Add(s, Noise(31).Envelope(0.001, 0.008, 0.0, 0.02, 0.005).Filter(FilterMode::BandPass, 2500, 1.2), 0.0,
         0.8f);
-    return Done(s, kPeakAtTwoThirds);
+    return s;
 }
 
 // Fire: crackling flames, a soft roar under random sharp pops.
@@ -157,51 +186,59 @@ SampleBuffer EffectBank::Fire() {
                 .Filter(FilterMode::HighPass, cutoff),
             at, static_cast<float>(gain));
     }
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
-// EnemyHit: the racer is caught; a falling zap from A5 down two octaves.
+// EnemyHit: the racer is caught; a buzzing zap that falls from A4 down two octaves.
 SampleBuffer EffectBank::EnemyHit() {
     SampleBuffer s;
     Add(s,
-        Voice(Waveform::Square, N("A5"))
-            .Glide(N("A3"), 0.32)
-            .Duty(0.25)
+        Voice(Waveform::Square, N("A4"))
+            .Glide(N("A2"), 0.32)
+            .Vibrato(30.0, 1.0)
             .Envelope(0.002, 0.2, 0.5, 0.3, 0.03)
             .Filter(FilterMode::LowPass, 4000),
         0.0, 0.6f);
     Add(s, Voice(Waveform::Noise, 3000).Seed(51).Envelope(0.001, 0.04, 0.0, 0.08, 0.02), 0.0, 0.4f);
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
-// CowHitPlayer: a heavy bonk, the cow's head meeting the racer.
+// CowHitPlayer: a comic bonk, a hollow wood block struck by the cow's head, then a wobbling
+// spring that bounces the racer away.
 SampleBuffer EffectBank::CowHitPlayer() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, 260).Glide(70, 0.12).Envelope(0.001, 0.08, 0.0, 0.2, 0.02), 0.0);
-    Add(s, Voice(Waveform::Triangle, 190).Glide(95, 0.1).Envelope(0.001, 0.05, 0.0, 0.12, 0.02), 0.0, 0.5f);
-    Add(s, Noise(61).Envelope(0.001, 0.03, 0.0, 0.06, 0.01).Filter(FilterMode::LowPass, 2500), 0.0, 0.7f);
-    return Done(s, kPeakAtThird);
+    Add(s, Voice(Waveform::Sine, N("A4")).Envelope(0.001, 0.025, 0.0, 0.06, 0.015), 0.0);
+    Add(s, Voice(Waveform::Sine, N("A4") * 2.7).Envelope(0.001, 0.012, 0.0, 0.03, 0.01), 0.0, 0.4f);
+    Add(s,
+        Voice(Waveform::Triangle, N("A4"))
+            .Glide(N("D5"), 0.2)
+            .Vibrato(18.0, 1.5)
+            .Envelope(0.005, 0.1, 0.5, 0.18, 0.03),
+        0.03, 0.6f);
+    return s;
 }
 
-// Jump: a quick rising blip, D5 up to A5.
+// Jump: a quick rising blip, D5 up to A5, off a small push.
 SampleBuffer EffectBank::Jump() {
     SampleBuffer s;
     Add(s,
         Voice(Waveform::Square, N("D5"))
             .Glide(N("A5"), 0.09)
-            .Envelope(0.002, 0.08, 0.5, 0.09, 0.025)
+            .Envelope(0.002, 0.05, 0.35, 0.09, 0.025)
             .Filter(FilterMode::LowPass, 4500),
         0.0);
-    return Done(s, 0.55f);
+    // The push-off: a tiny bright tick under the blip's onset.
+    Add(s, Noise(161).Envelope(0.0005, 0.003, 0.0, 0.006, 0.002).Filter(FilterMode::HighPass, 4000), 0.0,
+        0.8f);
+    return s;
 }
 
 // SuperJump: a bigger spring, two octaves up with a wobble.
 SampleBuffer EffectBank::SuperJump() {
     SampleBuffer s;
     Add(s,
-        Voice(Waveform::Square, N("D4"))
+        Voice(Waveform::Triangle, N("D4"))
             .PitchCurve({{0.0, N("D4")}, {0.22, N("D6")}, {0.4, N("A5")}})
-            .Duty(0.25)
             .Vibrato(16.0, 1.2)
             .Envelope(0.002, 0.2, 0.5, 0.32, 0.03)
             .Filter(FilterMode::LowPass, 5000),
@@ -211,7 +248,7 @@ SampleBuffer EffectBank::SuperJump() {
             .PitchCurve({{0.0, N("D3")}, {0.22, N("D5")}})
             .Envelope(0.002, 0.15, 0.3, 0.25, 0.03),
         0.0, 0.6f);
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
 // SpeedUp: a fast rising arpeggio over a brightening whoosh.
@@ -228,7 +265,7 @@ SampleBuffer EffectBank::SpeedUp() {
             .Filter(FilterMode::BandPass, 800, 1.5)
             .CutoffCurve({{0.0, 800}, {0.25, 7000}}),
         0.0, 0.6f);
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
 // FlipScreen: the view turns over; a tone swoops up and back down.
@@ -246,7 +283,7 @@ SampleBuffer EffectBank::FlipScreen() {
             .Envelope(0.01, 0.2, 0.6, 0.32, 0.03)
             .Filter(FilterMode::LowPass, 6000),
         0.0, 0.25f);
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 // OpenGates: the key turns; a metallic jingle over a rising clunk.
@@ -265,25 +302,25 @@ SampleBuffer EffectBank::OpenGates() {
     }
     Voice clunk = Voice(Waveform::Square, N("D3")).Glide(N("D4"), 0.2).Envelope(0.002, 0.1, 0.3, 0.2, 0.03);
     Add(s, clunk.Filter(FilterMode::LowPass, 900), 0.0, 0.35f);
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 // Disabled: a low two-note "no".
 SampleBuffer EffectBank::Disabled() {
     SampleBuffer s;
-    Add(s, Tone(Waveform::Square, N("F3"), 0.07, 0.015).Filter(FilterMode::LowPass, 1500), 0.0);
-    Add(s, Tone(Waveform::Square, N("D3"), 0.09, 0.02).Filter(FilterMode::LowPass, 1500), 0.09);
-    return Done(s, kPeakAtThird);
+    Add(s, Tone(Waveform::Square, N("F4"), 0.07, 0.015).Filter(FilterMode::LowPass, 2000), 0.0);
+    Add(s, Tone(Waveform::Square, N("D4"), 0.09, 0.02).Filter(FilterMode::LowPass, 2000), 0.09);
+    return s;
 }
 
-// Select: a bright two-note pop, A5 then D6.
+// Select: a bright two-note pop, F5 then C6.
 SampleBuffer EffectBank::Select() {
     SampleBuffer s;
-    Add(s, Tone(Waveform::Triangle, N("A5"), 0.03, 0.01), 0.0, 0.8f);
-    Add(s, Tone(Waveform::Square, N("D6"), 0.05, 0.02).Duty(0.25).Filter(FilterMode::LowPass, 5000), 0.035,
+    Add(s, Tone(Waveform::Triangle, N("F5"), 0.03, 0.01), 0.0, 0.8f);
+    Add(s, Tone(Waveform::Square, N("C6"), 0.05, 0.02).Duty(0.25).Filter(FilterMode::LowPass, 5000), 0.035,
         0.4f);
-    Add(s, Tone(Waveform::Triangle, N("D6"), 0.05, 0.02), 0.035, 0.7f);
-    return Done(s, 0.5f);
+    Add(s, Tone(Waveform::Triangle, N("C6"), 0.05, 0.02), 0.035, 0.7f);
+    return s;
 }
 
 // Unlocked: a short fanfare for a new map.
@@ -305,7 +342,7 @@ SampleBuffer EffectBank::Unlocked() {
     }
     Add(s, Tone(Waveform::Triangle, N("F3"), 0.55, 0.06), 0.3, 0.45f);
     Add(s, Noise(81).Envelope(0.2, 0.3, 0.0, 0.5, 0.06).Filter(FilterMode::HighPass, 6000), 0.25, 0.12f);
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
 // UnlockedTour: the bigger fanfare for a new tour, with a drum roll and a held chord.
@@ -345,7 +382,7 @@ SampleBuffer EffectBank::UnlockedTour() {
             0.6 + 0.05 * i, 0.15f + 0.03f * i);
     }
     Add(s, Noise(91).Envelope(0.002, 0.35, 0.0, 0.6, 0.08).Filter(FilterMode::HighPass, 5000), 1.1, 0.25f);
-    return Done(s, kPeakAtFull);
+    return s;
 }
 
 // Hurry: a short two-tone alarm; HurryMore the same alarm, higher and twice as fast.
@@ -357,7 +394,7 @@ SampleBuffer EffectBank::Hurry() {
                 .Filter(FilterMode::LowPass, 5000),
             0.09 * i, 0.6f);
     }
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 SampleBuffer EffectBank::HurryMore() {
@@ -368,7 +405,7 @@ SampleBuffer EffectBank::HurryMore() {
                 .Filter(FilterMode::LowPass, 6000),
             0.045 * i, 0.6f);
     }
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 // Cow: a moo, a nasal low tone whose brightness opens and closes like a mouth.
@@ -392,41 +429,41 @@ SampleBuffer EffectBank::Cow() {
         0.0, 0.5f);
     Add(s, Noise(111).Envelope(0.05, 0.2, 0.3, 0.45, 0.02).Filter(FilterMode::BandPass, 700, 2.0), 0.0,
         0.08f);
-    return Done(s, kPeakAtTwoThirds);
+    return s;
 }
 
-// Click and Hover: soft ticks; DoubleClick two of them.
+// Click: a crisp knock, a short noise snap over a wooden tone; DoubleClick two of them, the
+// second higher; Hover a soft rounded blip that only hints at a click.
 SampleBuffer EffectBank::Click() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, 2200).Envelope(0.0005, 0.012, 0.0, 0.03, 0.006), 0.0);
-    Add(s, Voice(Waveform::Triangle, 1100).Envelope(0.0005, 0.01, 0.0, 0.03, 0.006), 0.0, 0.6f);
-    Add(s, Noise(121).Envelope(0.0005, 0.003, 0.0, 0.01, 0.002).Filter(FilterMode::HighPass, 3000), 0.0,
-        0.5f);
-    return Done(s, kPeakAtThird);
+    Add(s, Noise(121).Envelope(0.0005, 0.006, 0.0, 0.015, 0.004).Filter(FilterMode::BandPass, 3500, 1.5),
+        0.0);
+    Add(s, Voice(Waveform::Triangle, N("E6")).Envelope(0.0005, 0.02, 0.3, 0.035, 0.008), 0.0, 0.8f);
+    return s;
 }
 
 SampleBuffer EffectBank::DoubleClick() {
     SampleBuffer s;
+    const char* notes[] = {"D6", "A6"};
     for (int i = 0; i < 2; ++i) {
-        Add(s, Voice(Waveform::Sine, i == 0 ? 2200 : 2600).Envelope(0.0005, 0.008, 0.0, 0.025, 0.005),
-            0.07 * i);
         Add(s,
             Noise(131 + static_cast<uint64_t>(i))
-                .Envelope(0.0005, 0.003, 0.0, 0.01, 0.002)
-                .Filter(FilterMode::HighPass, 3000),
-            0.07 * i, 0.5f);
+                .Envelope(0.0005, 0.006, 0.0, 0.015, 0.004)
+                .Filter(FilterMode::BandPass, 5000, 1.5),
+            0.06 * i);
+        Add(s, Voice(Waveform::Triangle, N(notes[i])).Envelope(0.0005, 0.015, 0.3, 0.03, 0.006), 0.06 * i,
+            0.8f);
     }
-    return Done(s, kPeakAtThird);
+    return s;
 }
 
 SampleBuffer EffectBank::Hover() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, N("A6")).Envelope(0.001, 0.012, 0.0, 0.03, 0.006), 0.0);
-    Add(s, Voice(Waveform::Sine, N("A5")).Envelope(0.001, 0.015, 0.0, 0.03, 0.006), 0.0, 0.4f);
-    return Done(s, 0.40f);
+    Add(s, Voice(Waveform::Sine, N("F6")).Glide(N("A6"), 0.03).Envelope(0.006, 0.03, 0.5, 0.04, 0.01), 0.0);
+    return s;
 }
 
-// Swap: a short upward whoosh with a blip; LongSwap travels further, up and back.
+// Swap: a short upward whoosh with a low blip; LongSwap travels further, up and back.
 SampleBuffer EffectBank::Swap() {
     SampleBuffer s;
     Add(s,
@@ -435,9 +472,9 @@ SampleBuffer EffectBank::Swap() {
             .Filter(FilterMode::BandPass, 600, 2.0)
             .CutoffCurve({{0.0, 600}, {0.16, 3200}}),
         0.0);
-    Add(s, Voice(Waveform::Triangle, N("D5")).Glide(N("A5"), 0.12).Envelope(0.002, 0.08, 0.4, 0.12, 0.02),
-        0.02, 0.6f);
-    return Done(s, kPeakAtTwoThirds);
+    Add(s, Voice(Waveform::Sine, N("F4")).Glide(N("C5"), 0.1).Envelope(0.002, 0.06, 0.3, 0.1, 0.02), 0.02,
+        0.5f);
+    return s;
 }
 
 SampleBuffer EffectBank::LongSwap() {
@@ -452,7 +489,7 @@ SampleBuffer EffectBank::LongSwap() {
     for (int i = 0; i < 3; ++i) {
         Add(s, Tone(Waveform::Triangle, N(notes[i]), 0.07, 0.02), 0.03 + 0.12 * i, 0.6f);
     }
-    return Done(s, kPeakAtTwoThirds);
+    return s;
 }
 
 // Confusion: a wobbling disco arpeggio that cannot decide on its pitch.
@@ -472,5 +509,5 @@ SampleBuffer EffectBank::Confusion() {
             .PitchCurve({{0.0, N("D4")}, {0.12, N("A4")}, {0.24, N("D4")}, {0.36, N("A4")}, {0.46, N("D4")}})
             .Envelope(0.01, 0.3, 0.8, 0.44, 0.02),
         0.0, 0.4f);
-    return Done(s, kPeakAtFull);
+    return s;
 }

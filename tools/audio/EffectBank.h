@@ -1,8 +1,8 @@
 #pragma once
 // The game's 26 sound effects. Each is a handful of voices in A = 440 Hz tuning; pitched
 // effects use the notes of D minor / F major, the key of the music. Every effect but the two
-// unlock fanfares is shorter than 0.6 s, and each is normalised to a peak that suits the
-// volume the game plays it at.
+// unlock fanfares is shorter than 0.6 s. Each is centred on zero and levelled so that, at the
+// volume the game plays it at, its loudest 50 ms sit at one common level over the music.
 #include "SampleBuffer.h"
 
 #include <string>

@@ -110,3 +110,46 @@ void SampleBuffer::TrimTail(float fraction) {
     }
     samples.resize(std::min(samples.size(), end + static_cast<size_t>(0.002 * kSampleRate)));
 }
+
+void SampleBuffer::BlockDc(double cutoffHz) {
+    const double r = std::exp(-2.0 * 3.141592653589793 * cutoffHz / kSampleRate);
+    double lastIn = 0.0;
+    double lastOut = 0.0;
+    for (float& s : samples) {
+        double out = s - lastIn + r * lastOut;
+        lastIn = s;
+        lastOut = out;
+        s = static_cast<float>(out);
+    }
+}
+
+float SampleBuffer::LoudestRms(double windowSeconds) const {
+    const size_t window =
+        std::min(samples.size(), static_cast<size_t>(std::lround(windowSeconds * kSampleRate)));
+    if (window == 0) {
+        return 0.0f;
+    }
+    const size_t step = std::max<size_t>(1, window / 10);
+    double best = 0.0;
+    for (size_t from = 0; from + window <= samples.size(); from += step) {
+        double sum = 0.0;
+        for (size_t i = from; i < from + window; ++i) {
+            sum += static_cast<double>(samples[i]) * samples[i];
+        }
+        best = std::max(best, sum / static_cast<double>(window));
+    }
+    return static_cast<float>(std::sqrt(best));
+}
+
+void SampleBuffer::SoftClip(float ceiling) {
+    // Linear up to the knee, then a tanh curve that approaches the ceiling without reaching it.
+    const float knee = ceiling * 0.7f;
+    const float room = ceiling - knee;
+    for (float& s : samples) {
+        float magnitude = std::fabs(s);
+        if (magnitude > knee) {
+            float shaped = knee + room * std::tanh((magnitude - knee) / room);
+            s = std::copysign(shaped, s);
+        }
+    }
+}

@@ -38,6 +38,14 @@ public:
     void TrimTail(float fraction);
     // Removes any constant offset (the mean of the whole buffer).
     void RemoveDc();
+    // A one-pole high-pass at cutoffHz: takes out offset and sub-bass drift while keeping silence
+    // silent at both ends (RemoveDc would shift the edges off zero).
+    void BlockDc(double cutoffHz);
+    // The RMS of the loudest stretch of windowSeconds (the whole buffer when it is shorter),
+    // searched in steps of a tenth of the window: how loud the sound is while it sounds.
+    float LoudestRms(double windowSeconds) const;
+    // Rounds peaks above ceiling smoothly towards it (a tanh knee); quieter samples pass unchanged.
+    void SoftClip(float ceiling);
 
 private:
     std::vector<float> samples;

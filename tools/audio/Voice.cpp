@@ -143,6 +143,9 @@ SampleBuffer Voice::Render() const {
             value = phase < duty ? 1.0 : -1.0;
             value += PolyBlep(phase, dt);
             value -= PolyBlep(std::fmod(phase + 1.0 - duty, 1.0), dt);
+            // A pulse narrower than half the period averages 2 duty - 1, not 0: centre it, or
+            // the envelope turns that offset into a low thump that eats the mix's headroom.
+            value -= 2.0 * duty - 1.0;
             break;
         case Waveform::Noise:
             // Sample-and-hold noise: a new random value at every period of the pitch, so the

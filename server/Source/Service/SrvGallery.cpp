@@ -70,7 +70,8 @@ std::string SrvGallery::Page(const std::vector<SrvMapEntry>& maps) {
             html += "<li class=\"map\"><img src=\"/thumbs/" + std::to_string(map.id) + ".png\" alt=\"" +
                     name + "\" width=\"160\" height=\"160\">";
             html += "<p class=\"name\">" + name + "</p><p class=\"who\">by " + Escape(map.userName) + "</p>";
-            html += "<p class=\"size\">20 &times; 20, " + std::to_string(map.blockSize) + "-pixel blocks</p>";
+            std::string cells = map.blockSize == 32 ? "20" : "10";
+            html += "<p class=\"size\">" + cells + " &times; " + cells + "</p>";
             html += "<a class=\"download\" href=\"" + link + "\" download>Download " + Escape(map.fileName) +
                     "</a></li>\n";
         }

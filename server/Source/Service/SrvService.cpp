@@ -380,7 +380,7 @@ std::string SrvService::PostMap(const httplib::Request& request, const std::stri
         entry.blockSize = map->contents.blockSize;
         entry.mapBytes = mapBytes;
         entry.scoreBytes = scoreBytes;
-        entry.thumbnail = thumbnails->Draw(map->contents.blocks);
+        entry.thumbnail = thumbnails->Draw(map->contents.blocks, map->contents.blockSize);
         store->PutMap(userId, entry, now);
         return "POSTMAP1";
     } catch (const SrvSqlError& error) {

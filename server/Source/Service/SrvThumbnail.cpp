@@ -3,15 +3,13 @@
 #include <png.h>
 
 namespace {
-constexpr int kArt = 16; // the art size the thumbnail halves
-
 bool IsKey(const uint8_t* p) {
     return p[0] == 255 && p[1] == 0 && p[2] == 255;
 }
 } // namespace
 
 SrvThumbnail::SrvThumbnail(const std::string& assets) {
-    for (int i = 0; i < kCell * kCell; ++i) {
+    for (int i = 0; i < kArt * kArt; ++i) {
         background.rgba[i * 4 + 0] = 36;
         background.rgba[i * 4 + 1] = 44;
         background.rgba[i * 4 + 2] = 66;
@@ -20,7 +18,7 @@ SrvThumbnail::SrvThumbnail(const std::string& assets) {
     std::vector<uint8_t> rgb;
     int width = 0, height = 0;
     if (ReadPng(assets + "/Background_16.png", rgb, width, height) && width >= kArt && height >= kArt) {
-        background = Halve(rgb, width, 0, 0);
+        background = Cut(rgb, width, 0, 0);
     }
     const char* coloured[] = {"Orange", "Blue", "Green", "Yellow", "Red"};
     for (int i = 0; i < 5; ++i) {
@@ -41,7 +39,7 @@ SrvThumbnail::SrvThumbnail(const std::string& assets) {
     auto racer = art.find(Block::Start);
     if (racer != art.end()) {
         Tile enemy = racer->second;
-        for (int i = 0; i < kCell * kCell; ++i) {
+        for (int i = 0; i < kArt * kArt; ++i) {
             enemy.rgba[i * 4 + 1] = static_cast<uint8_t>(enemy.rgba[i * 4 + 1] / 3);
             enemy.rgba[i * 4 + 2] = static_cast<uint8_t>(enemy.rgba[i * 4 + 2] / 3);
         }
@@ -70,29 +68,16 @@ bool SrvThumbnail::ReadPng(const std::string& path, std::vector<uint8_t>& rgb, i
     return true;
 }
 
-// Each pixel of the tile is the mean of a 2 x 2 square of the art, keyed pixels left out.
-SrvThumbnail::Tile SrvThumbnail::Halve(const std::vector<uint8_t>& rgb, int width, int left, int top) {
+SrvThumbnail::Tile SrvThumbnail::Cut(const std::vector<uint8_t>& rgb, int width, int left, int top) {
     Tile tile;
-    for (int y = 0; y < kCell; ++y) {
-        for (int x = 0; x < kCell; ++x) {
-            int sum[3] = {0, 0, 0};
-            int count = 0;
-            for (int dy = 0; dy < 2; ++dy) {
-                for (int dx = 0; dx < 2; ++dx) {
-                    const uint8_t* p = &rgb[((top + y * 2 + dy) * width + left + x * 2 + dx) * 3];
-                    if (!IsKey(p)) {
-                        sum[0] += p[0];
-                        sum[1] += p[1];
-                        sum[2] += p[2];
-                        ++count;
-                    }
-                }
-            }
-            uint8_t* out = &tile.rgba[(y * kCell + x) * 4];
-            for (int c = 0; c < 3; ++c) {
-                out[c] = static_cast<uint8_t>(count ? sum[c] / count : 0);
-            }
-            out[3] = count >= 2 ? 255 : 0;
+    for (int y = 0; y < kArt; ++y) {
+        for (int x = 0; x < kArt; ++x) {
+            const uint8_t* p = &rgb[((top + y) * width + left + x) * 3];
+            uint8_t* out = &tile.rgba[(y * kArt + x) * 4];
+            out[0] = p[0];
+            out[1] = p[1];
+            out[2] = p[2];
+            out[3] = IsKey(p) ? 0 : 255;
         }
     }
     return tile;
@@ -102,7 +87,7 @@ void SrvThumbnail::AddSingle(const std::string& path, BlockId id) {
     std::vector<uint8_t> rgb;
     int width = 0, height = 0;
     if (ReadPng(path, rgb, width, height) && width >= kArt && height >= kArt) {
-        art[id] = Halve(rgb, width, 0, 0);
+        art[id] = Cut(rgb, width, 0, 0);
     }
 }
 
@@ -119,31 +104,45 @@ void SrvThumbnail::AddSheet(const std::string& path, BlockId first, bool firstCo
     BlockId last = firstColumnOnly ? Block::LastDefault : Block::LastDecoration;
     for (int row = 0; row < height / kArt; ++row) {
         for (int column = 0; column < columns && id <= last; ++column) {
-            art[id++] = Halve(rgb, width, column * kArt, row * kArt);
+            art[id++] = Cut(rgb, width, column * kArt, row * kArt);
         }
     }
 }
 
-std::vector<uint8_t> SrvThumbnail::Pixels(const std::array<BlockId, 400>& blocks) const {
+// Each pixel is the mean of a square of art pixels (one pixel, or 2 x 2 for the smaller cells);
+// where most of the square is keyed, the background's pixel shows instead.
+std::vector<uint8_t> SrvThumbnail::Pixels(const std::array<BlockId, 400>& blocks, int blockSize) const {
+    const int cells = blockSize == 32 ? 20 : 10;
+    const int cell = kSize / cells;
+    const int step = kArt / cell;
     std::vector<uint8_t> rgb(kSize * kSize * 3);
-    for (int cx = 0; cx < 20; ++cx) {
-        for (int cy = 0; cy < 20; ++cy) {
+    for (int cx = 0; cx < cells; ++cx) {
+        for (int cy = 0; cy < cells; ++cy) {
             BlockId id = blocks[cx * 20 + cy];
             auto found = art.find(id);
-            const Tile* tile = found == art.end() ? nullptr : &found->second;
-            for (int y = 0; y < kCell; ++y) {
-                for (int x = 0; x < kCell; ++x) {
-                    const uint8_t* back = &background.rgba[(y * kCell + x) * 4];
-                    const uint8_t* front = tile ? &tile->rgba[(y * kCell + x) * 4] : nullptr;
-                    const uint8_t* p = (front && front[3]) ? front : back;
-                    uint8_t* out = &rgb[((cy * kCell + y) * kSize + cx * kCell + x) * 3];
-                    out[0] = p[0];
-                    out[1] = p[1];
-                    out[2] = p[2];
-                    if (!tile && id != Block::Blank) {
-                        out[0] = 200; // a block without art: a plain grey square
-                        out[1] = 200;
-                        out[2] = 200;
+            const Tile& tile = found == art.end() ? background : found->second;
+            for (int y = 0; y < cell; ++y) {
+                for (int x = 0; x < cell; ++x) {
+                    int sum[3] = {0, 0, 0};
+                    int count = 0;
+                    for (int dy = 0; dy < step; ++dy) {
+                        for (int dx = 0; dx < step; ++dx) {
+                            const uint8_t* p = &tile.rgba[((y * step + dy) * kArt + x * step + dx) * 4];
+                            if (p[3]) {
+                                sum[0] += p[0];
+                                sum[1] += p[1];
+                                sum[2] += p[2];
+                                ++count;
+                            }
+                        }
+                    }
+                    uint8_t* out = &rgb[((cy * cell + y) * kSize + cx * cell + x) * 3];
+                    const uint8_t* back = &background.rgba[((y * step) * kArt + x * step) * 4];
+                    for (int c = 0; c < 3; ++c) {
+                        out[c] = count * 2 >= step * step ? static_cast<uint8_t>(sum[c] / count) : back[c];
+                    }
+                    if (found == art.end() && id != Block::Blank) {
+                        out[0] = out[1] = out[2] = 200; // a block without art: a plain grey square
                     }
                 }
             }
@@ -170,6 +169,6 @@ std::string SrvThumbnail::EncodePng(const std::vector<uint8_t>& rgb, int width, 
     return png;
 }
 
-std::string SrvThumbnail::Draw(const std::array<BlockId, 400>& blocks) const {
-    return EncodePng(Pixels(blocks), kSize, kSize);
+std::string SrvThumbnail::Draw(const std::array<BlockId, 400>& blocks, int blockSize) const {
+    return EncodePng(Pixels(blocks, blockSize), kSize, kSize);
 }

@@ -213,8 +213,9 @@ void QmEditorView::DrawPalette(VeSurface& overlay, bool blinkOn) {
     }
     if (editor->PaletteActive()) {
         const VeTextStyle style(2, 0xFFFFFF, 2, 1, 0);
-        VeText::DrawString(overlay, host.EditorLine(kLineBlocks), overlay.width - 4 - 60,
-                           QmEditor::kPaletteTop - 22, style, false, 1.0f, 0x000000);
+        VeText heading(host.EditorLine(kLineBlocks), &style);
+        heading.DrawOnto(overlay, overlay.width - 4 - heading.Width(), QmEditor::kPaletteTop - 22, false,
+                         1.0f, 0x000000);
     }
     for (int i = 0; i < count; ++i) {
         const int index = editor->PaletteActive() ? i : selectedIndex;

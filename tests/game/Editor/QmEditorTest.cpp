@@ -1,0 +1,255 @@
+// The editor scene through its own interface, on a real world renderer: every question that
+// guards thrown-away work, painting with a held button, the copy's way back, the keys, and the
+// stored pictures of the editor in 2D and 3D with the palette open.
+#include "Editor/QmEditor.h"
+
+#include "Controls/QmControls.h"
+#include "Editor/QmEditorHost.h"
+#include "Input/VeInput.h"
+#include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
+
+#include <algorithm>
+
+using namespace renderer_test;
+
+namespace {
+class NoDevices : public VeInputSource {
+public:
+    void ReadKeyboard(uint8_t (&down)[kKeyCount]) override { std::fill(std::begin(down), std::end(down), 0); }
+    uint32_t ReadMouse(int& x, int& y) override {
+        x = y = -1;
+        return 0;
+    }
+    void PollEvents(std::vector<VeInputEvent>&) override {}
+};
+
+class FakeEditorHost : public QmEditorHost {
+public:
+    std::string EditorLine(int number) override { return "LINE " + std::to_string(number); }
+    void EditorSound(const std::string& name, float) override { sounds.push_back(name); }
+    void MapListsChanged() override { ++listsChanged; }
+    void PlayFromEditor() override { ++plays; }
+    void LeaveEditor() override { ++leaves; }
+    bool OpenCopyPage() override { return true; }
+
+    int Count(const std::string& sound) const {
+        return static_cast<int>(std::count(sounds.begin(), sounds.end(), sound));
+    }
+
+    std::vector<std::string> sounds;
+    int listsChanged = 0;
+    int plays = 0;
+    int leaves = 0;
+};
+
+class EditorSceneTest : public RendererTest {
+protected:
+    void SetUp() override {
+        RendererTest::SetUp();
+        host.editor = true;
+    }
+
+    void Start(bool threeD = false) {
+        host.threeD = threeD;
+        Open();
+        BuildMap(EverythingSmall());
+        world->SaveMap(false);
+        editor = std::make_unique<QmEditor>(*world, editorHost, &input, &controls);
+        editor->Enter(true);
+    }
+
+    // One frame with this frame's presses, then the presses are dropped as the main loop does.
+    ScreenshotImage Step() {
+        screen->Clear();
+        screen->PrepareFrame();
+        screen->overlay.Fill(0);
+        screen->threeD = world->ThreeDActive();
+        editor->Frame(now, &screen->overlay);
+        screen->BindDefaultFramebuffer();
+        world->ComposeWorld(false, false);
+        screen->Present(host.frameTime);
+        ScreenshotImage image;
+        EXPECT_TRUE(screen->ReadLastFrame(image.pixels, image.width, image.height));
+        input.ClearPressed();
+        input.mouseMoved = false;
+        now += 17;
+        return image;
+    }
+
+    void Press(int key) {
+        input.pressed[key] = 1;
+        Step();
+    }
+
+    void MoveMouse(int x, int y) {
+        input.mouseX = x;
+        input.mouseY = y;
+        input.mouseMoved = true;
+    }
+
+    VeInput input{nullptr, std::make_unique<NoDevices>()};
+    QmControls controls{&input};
+    FakeEditorHost editorHost;
+    std::unique_ptr<QmEditor> editor;
+};
+} // namespace
+
+TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
+    Start();
+    const auto cells = world->blocks;
+    struct Case {
+        int command;
+        std::string action;
+    };
+    editor->Model().Paint(0, 0, 3); // modified: generating and leaving must ask
+    const auto edited = world->blocks;
+    for (const Case& c :
+         {Case{QmEditor::CmdClear, "CLEAR_MAP"}, Case{QmEditor::CmdLock, "LOCK"},
+          Case{QmEditor::CmdEditable, "NOT_EDITABLE"}, Case{QmEditor::CmdGenerate, "GENERATE"},
+          Case{QmEditor::CmdResetScores, "RESET_SCORE"}, Case{QmEditor::CmdLeave, "LEAVE_WITHOUT_SAVING"}}) {
+        editor->ExecuteCommand(c.command);
+        EXPECT_EQ(editor->PendingQuestion(), c.action);
+        // Back answers no: nothing happens.
+        Press(VeKey::Escape);
+        EXPECT_EQ(editor->PendingQuestion(), "");
+        EXPECT_EQ(world->blocks, edited) << c.action;
+        EXPECT_FALSE(world->locked);
+        EXPECT_TRUE(world->editable);
+        EXPECT_EQ(editorHost.leaves, 0);
+    }
+    // Confirming carries the action out.
+    editor->ExecuteCommand(QmEditor::CmdLock);
+    editor->Answer(true);
+    EXPECT_TRUE(world->locked);
+    EXPECT_EQ(world->GetMapField('l'), "1");
+    editor->ExecuteCommand(QmEditor::CmdLock);
+    EXPECT_EQ(editor->PendingQuestion(), "") << "unlocking needs no question";
+    EXPECT_FALSE(world->locked);
+    editor->ExecuteCommand(QmEditor::CmdClear);
+    input.pressed[VeKey::Right] = 1; // to the confirming button, then Return
+    Step();
+    Press(VeKey::Return);
+    EXPECT_TRUE(world->AllBlocksAre(Block::Blank));
+    editor->ExecuteCommand(QmEditor::CmdUndo);
+    EXPECT_EQ(world->blocks, edited);
+
+    // Generating a map that is not modified does not ask; saving it writes and clears the flag.
+    editor->ExecuteCommand(QmEditor::CmdSave);
+    EXPECT_FALSE(editor->Model().Modified());
+    editor->ExecuteCommand(QmEditor::CmdGenerate);
+    EXPECT_EQ(editor->PendingQuestion(), "");
+    EXPECT_NE(world->blocks, cells);
+    editor->ExecuteCommand(QmEditor::CmdLeave);
+    editor->Answer(true);
+    EXPECT_EQ(editorHost.leaves, 1);
+}
+
+TEST_F(EditorSceneTest, AHeldButtonPaintsEveryCellItCrossesAsOneStep) {
+    Start();
+    editor->SelectSlot(QmBlocks::kFirstDefaultSlot + 1); // the blue block
+    MoveMouse(10, 4 * 64 + 20);
+    input.mousePressed[kMouseLeft] = 1;
+    input.mouseDown[kMouseLeft] = 1;
+    Step();
+    for (int column = 1; column < 10; ++column) {
+        MoveMouse(column * 64 + 20, 4 * 64 + 20);
+        Step();
+    }
+    input.mouseDown[kMouseLeft] = 0;
+    Step();
+    EXPECT_EQ(editorHost.Count("Select"), 10);
+    for (int column = 0; column < 10; ++column) {
+        EXPECT_EQ(world->GetBlock(column, 4), 2) << column;
+    }
+    EXPECT_EQ(editor->Model().UndoCount(), 1u);
+    editor->ExecuteCommand(QmEditor::CmdUndo);
+    EXPECT_EQ(world->GetBlock(5, 4), Block::Blank);
+
+    // The right button erases; painting the same block again changes nothing.
+    Press(VeKey::Z); // not with Ctrl: nothing
+    EXPECT_EQ(world->GetBlock(5, 4), Block::Blank);
+    editor->SetCursor(0, 9);
+    editor->SelectSlot(QmBlocks::kFirstDefaultSlot - 1 + world->GetBlock(0, 9));
+    editor->Model().Save();
+    Press(VeKey::Return);
+    EXPECT_FALSE(editor->Model().Modified()) << "the cell already held that block";
+}
+
+TEST_F(EditorSceneTest, KeysMoveTheCursorWithinTheMapAndFWithStartFillsNothing) {
+    Start();
+    for (int i = 0; i < 12; ++i) {
+        Press(VeKey::Right);
+    }
+    EXPECT_EQ(editor->CursorX(), 9);
+    Press(VeKey::Down);
+    EXPECT_EQ(editor->CursorY(), 1);
+    editor->SelectSlot(1);
+    const auto cells = world->blocks;
+    Press(VeKey::F);
+    EXPECT_EQ(world->blocks, cells);
+    // Ctrl+Z and Ctrl+Y.
+    editor->SelectSlot(QmBlocks::kFirstDefaultSlot);
+    Press(VeKey::Delete);
+    EXPECT_EQ(world->GetBlock(9, 1), Block::Blank);
+    input.held[VeKey::LeftCtrl] = 1;
+    Press(VeKey::Z);
+    EXPECT_EQ(world->blocks, cells);
+    Press(VeKey::Y);
+    EXPECT_EQ(world->GetBlock(9, 1), Block::Blank);
+}
+
+TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsBlocks) {
+    Start();
+    editor->Model().Paint(1, 1, 4);
+    const auto edited = world->blocks;
+    editor->ExecuteCommand(QmEditor::CmdCopy);
+    ASSERT_TRUE(editor->CopyPending());
+    // The tour page browses other maps, then the edited map is loaded again.
+    world->ClearMap();
+    world->Reload(world->levelIndex, false);
+    editor->CopyAbandoned();
+    EXPECT_EQ(world->blocks, edited);
+    EXPECT_TRUE(editor->Model().Modified());
+
+    editor->ExecuteCommand(QmEditor::CmdCopy);
+    world->Reload(world->levelIndex, false);
+    QmEditorModel::Grid chosen{};
+    chosen[0] = Block::Start;
+    editor->CopyChosen(chosen);
+    EXPECT_EQ(world->blocks, chosen);
+    EXPECT_TRUE(editor->Model().Modified());
+    editor->ExecuteCommand(QmEditor::CmdUndo);
+    EXPECT_EQ(world->blocks, edited) << "the copy is one step";
+}
+
+class EditorPictureTest : public EditorSceneTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(EditorPictureTest, TheEditorWithItsPaletteOpen) {
+    Start(GetParam());
+    editor->SetCursor(3, 4);
+    editor->SelectSlot(QmBlocks::kFirstDefaultSlot + 2);
+    editor->SetPaletteActive(true);
+    Step();
+    const ScreenshotImage shot = Step();
+    const std::string name = GetParam() ? "3d" : "2d";
+    EXPECT_TRUE(MatchesStoredImage("editor/editor-" + name + ".png", shot, 4, 0));
+    // The toolbar's save button, the palette's first column at the right edge with the selected
+    // icon framed, and the status line along the bottom.
+    EXPECT_NE(shot.At(12, 12), shot.At(300, 300));
+    int x = 0;
+    int y = 0;
+    QmEditor::PaletteCell(0, 640, x, y);
+    EXPECT_EQ(x, 608);
+    EXPECT_EQ(y, 64);
+    QmEditor::PaletteCell(13, 640, x, y); // slot 22: after the eleven specials and slots 20, 21
+    EXPECT_EQ(shot.At(x, y), 0x00FFFFu) << "the selected icon's frame";
+    EXPECT_LT(shot.At(320, 630) & 0xFF, 0x70u) << "the dark status line";
+    if (!GetParam()) {
+        EXPECT_EQ(shot.At(3 * 64, 4 * 64), 0x00FFFFu) << "the cursor cell's frame";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, EditorPictureTest, ::testing::Values(false, true),
+                         [](const ::testing::TestParamInfo<bool>& info) {
+                             return info.param ? "ThreeD" : "TwoD";
+                         });

@@ -1,7 +1,7 @@
 # The two commands a player or developer needs:
 #   make run   installs what is missing, builds a release build and starts the game
 #   make test  installs what is missing, builds, and runs every test headless (plain and sanitized)
-.PHONY: run build test test-fast bench assets format deps install clean
+.PHONY: run build test test-fast bench assets format deps install package package-check clean
 
 BUILD := build
 JOBS ?= $(shell nproc)
@@ -19,9 +19,19 @@ run: build
 	scripts/seed-user-data $(BUILD)
 	./$(BUILD)/quillmaze
 
-# Puts the shipped tours into the player's game folder where they are missing; never overwrites.
+# Installs the game, its tools and the service under PREFIX (bin/, share/quillmaze/, the desktop
+# entry, the icon and the manual pages). The game puts the shipped tours into a player's game
+# folder on its first start.
+PREFIX ?= /usr/local
 install: build
-	scripts/seed-user-data $(BUILD)
+	cmake --install $(BUILD) --prefix $(PREFIX)
+
+# The Debian package (build/quillmaze_<version>_<arch>.deb), and a check that it installs, runs
+# from any folder and removes cleanly (needs root; run it in a fresh machine).
+package: build
+	cd $(BUILD) && cpack -G DEB
+package-check: package
+	scripts/check-package $(BUILD)
 
 test: deps
 	scripts/run-tests

@@ -9,9 +9,20 @@
 #include <cstdio>
 #include <string>
 
+namespace {
+constexpr const char* kUsage = "usage: quillmaze-seed SHIPPED_MAPS [GAME_FOLDER]\n";
+} // namespace
+
 int main(int argc, char** argv) {
+    if (argc == 2 && (std::string(argv[1]) == "--help" || std::string(argv[1]) == "-h")) {
+        std::printf("%sCopies the shipped tours that the player's game folder lacks into it and lists them\n"
+                    "in its tour list, never replacing a file. GAME_FOLDER defaults to the game's own\n"
+                    "folder in the user's data folder.\n",
+                    kUsage);
+        return 0;
+    }
     if (argc < 2 || argc > 3) {
-        std::fprintf(stderr, "usage: quillmaze-seed SHIPPED_MAPS [GAME_FOLDER]\n");
+        std::fputs(kUsage, stderr);
         return 2;
     }
     const std::string gameFolder = argc == 3 ? std::string(argv[2]) : GetGameFolder();

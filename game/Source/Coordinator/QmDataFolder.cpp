@@ -22,7 +22,8 @@ std::string QmDataFolder::Locate(const std::string& workingFolder, const std::st
         return {};
     }
     const fs::path folder = executable.parent_path();
-    for (const fs::path& candidate : {folder, folder.parent_path()}) {
+    for (const fs::path& candidate :
+         {folder, folder.parent_path(), folder.parent_path() / "share" / "quillmaze"}) {
         if (!candidate.empty() && HasAssets(candidate)) {
             return candidate.lexically_normal().string();
         }

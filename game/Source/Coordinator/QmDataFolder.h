@@ -2,7 +2,8 @@
 // Finds the folder the game's read-only data lies in (the folder holding "Assets", "Audio",
 // "Shaders", "Lang" and "Maps"). The working folder is used when it has "Assets"; otherwise the
 // executable's folder, then its parent, so that both "./build/quillmaze" from the source folder
-// and "./quillmaze" from inside the build folder find the data.
+// and "./quillmaze" from inside the build folder find the data; then "share/quillmaze" beside the
+// executable's folder, where an installed game ("<prefix>/bin/quillmaze") keeps it.
 #include <string>
 
 class QmDataFolder {

@@ -17,6 +17,8 @@ public:
         fs::create_directories(root / "game" / "build");
         fs::create_directories(root / "elsewhere");
         fs::create_directories(root / "bare" / "bin");
+        fs::create_directories(root / "usr" / "bin");
+        fs::create_directories(root / "usr" / "share" / "quillmaze" / "Assets");
     }
     ~Folders() {
         std::error_code ignored;
@@ -37,6 +39,10 @@ TEST(QmDataFolderTest, FindsTheDataBesideOrAboveTheProgram) {
     // Started from elsewhere: the program's folder, then its parent.
     EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(), beside), game);
     EXPECT_EQ(QmDataFolder::Locate((folders.root / "game" / "build").string(), inBuild), game);
+    // Installed: the data under share/quillmaze beside the program's bin folder.
+    EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(),
+                                   (folders.root / "usr" / "bin" / "quillmaze").string()),
+              (folders.root / "usr" / "share" / "quillmaze").string());
     // Nowhere to be found: stay where we are.
     EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(),
                                    (folders.root / "bare" / "bin" / "quillmaze").string()),

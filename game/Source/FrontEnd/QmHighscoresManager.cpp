@@ -14,8 +14,19 @@ const VeTextStyle kSubtitleStyle(3, 0xFFFFFF, 3, 2, 0);
 const VeTextStyle kHintStyle(2, 0xE6D514, 2, 2, 0);
 } // namespace
 
-QmHighscoresManager::QmHighscoresManager(std::function<std::string(int)> languageLine)
-    : line(languageLine), table(languageLine), view(std::move(languageLine)) {}
+QmHighscoresManager::QmHighscoresManager(std::function<std::string(int)> languageLine,
+                                         std::function<void(const std::string&)> playSound)
+    : line(languageLine), table(languageLine), view(std::move(languageLine)), buttons(std::move(playSound)) {
+    SetButtons(false);
+}
+
+void QmHighscoresManager::SetButtons(bool entry) {
+    if (entry) {
+        buttons.Set({Line(kSaveLine), Line(kDontSaveLine)}, kButtonsY, 640);
+    } else {
+        buttons.Set({Line(kBackLine)}, kButtonsY, 640);
+    }
+}
 
 void QmHighscoresManager::SetDefaultName(const std::string& name) {
     if (remembered.empty()) {
@@ -37,6 +48,7 @@ void QmHighscoresManager::ShowList(const std::vector<QmHighscoreEntry>& list, co
     mode = Mode::Browse;
     rank = -1;
     Rebuild(list, -1, false, 0);
+    SetButtons(false);
     subtitle = VeText(mapName, &kSubtitleStyle, true);
 }
 
@@ -52,27 +64,33 @@ void QmHighscoresManager::AfterRace(const std::vector<QmHighscoreEntry>& list, i
     if (rank >= 0) {
         nameEntry.Open(input, Line(kPromptLine), remembered, screenWidth);
     }
+    SetButtons(nameEntry.IsOpen());
 }
 
 QmHighscoresManager::Outcome QmHighscoresManager::Frame(VeSurface& target, VeInput* input,
                                                         QmControls& controls) {
     Outcome outcome = Outcome::None;
     if (nameEntry.IsOpen()) {
-        switch (nameEntry.Update(input, controls)) {
-        case QmNameEntry::Result::Confirmed: {
+        QmNameEntry::Result result = nameEntry.Update(input, controls);
+        if (result == QmNameEntry::Result::None) {
+            // The buttons answer the mouse only: the keys belong to the name.
+            const int pressed = input != nullptr && input->mousePressed[kMouseLeft] != 0
+                                    ? buttons.Update(controls, input, false)
+                                    : -1;
+            result = pressed == 0   ? nameEntry.Confirm()
+                     : pressed == 1 ? nameEntry.Decline()
+                                    : QmNameEntry::Result::None;
+        }
+        if (result == QmNameEntry::Result::Confirmed) {
             const std::string name = nameEntry.TakenName(remembered);
             remembered = name;
             const std::vector<QmHighscoreEntry> list = save ? save(name) : std::vector<QmHighscoreEntry>();
             Rebuild(list, rank, true, finalTime);
-            break;
-        }
-        case QmNameEntry::Result::Declined:
+            SetButtons(false);
+        } else if (result == QmNameEntry::Result::Declined) {
             outcome = Outcome::Back;
-            break;
-        case QmNameEntry::Result::None:
-            break;
         }
-    } else if (controls.Back() || (mode != Mode::AfterRace && controls.Confirm())) {
+    } else if (controls.Back() || buttons.Update(controls, input, true) == 0) {
         outcome = Outcome::Back;
     } else if (mode == Mode::AfterRace && input != nullptr && input->pressed[VeKey::R] != 0) {
         outcome = Outcome::RaceAgain;
@@ -98,4 +116,5 @@ void QmHighscoresManager::Draw(VeSurface& target) {
     if (!hint.text.empty() && !nameEntry.IsOpen()) {
         hint.DrawOnto(target, target.width / 2, kHintY, true, 1.0f, kOutline);
     }
+    buttons.Draw(target, !nameEntry.IsOpen());
 }

@@ -9,6 +9,7 @@
 // Frame draws the page onto the overlay and returns what the player asked for; the owner (the
 // menu pages and the coordinator) carries it out.
 #include "FrontEnd/QmNameEntry.h"
+#include "FrontEnd/QmPageButtons.h"
 #include "FrontEnd/QmResultsView.h"
 #include "Gameplay/QmHighscoreList.h"
 #include "Gameplay/QmResultsTable.h"
@@ -32,12 +33,17 @@ public:
     static constexpr int kNoTimesLine = 63;
     static constexpr int kRaceAgainLine = 64;
     static constexpr int kTitleY = 12;
-    static constexpr int kHintY = 540;
+    static constexpr int kHintY = 530;
+    static constexpr int kButtonsY = 580;
+    static constexpr int kSaveLine = 205;
+    static constexpr int kDontSaveLine = 204;
+    static constexpr int kBackLine = 22;
 
     // Stores a run under the name and gives back the map's list afterwards.
     using SaveFunction = std::function<std::vector<QmHighscoreEntry>(const std::string& name)>;
 
-    explicit QmHighscoresManager(std::function<std::string(int)> languageLine);
+    explicit QmHighscoresManager(std::function<std::string(int)> languageLine,
+                                 std::function<void(const std::string&)> playSound = nullptr);
 
     // Looking at a map's list (from the play page).
     void ShowList(const std::vector<QmHighscoreEntry>& list, const std::string& mapName);
@@ -57,6 +63,7 @@ public:
     const QmResultsTable& Table() const { return table; }
 
 private:
+    void SetButtons(bool entry);
     void Rebuild(const std::vector<QmHighscoreEntry>& list, int newRank, bool afterRace, int64_t time);
     std::string Line(int number) const { return line ? line(number) : std::string(); }
 
@@ -64,6 +71,7 @@ private:
     QmResultsTable table;
     QmResultsView view;
     QmNameEntry nameEntry;
+    QmPageButtons buttons;
     SaveFunction save;
     Mode mode = Mode::Browse;
     int64_t finalTime = 0;

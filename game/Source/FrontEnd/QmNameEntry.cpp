@@ -57,21 +57,35 @@ QmNameEntry::Result QmNameEntry::Update(VeInput* state, QmControls& controls) {
         return Result::None;
     }
     if (controls.Back()) {
-        typed.clear();
-        Close();
-        return Result::Declined;
+        return Decline();
     }
     if (controls.Confirm()) {
-        input->StoreValue();
-        typed = input->value;
-        Close();
-        return Result::Confirmed;
+        return Confirm();
     }
     if (state != nullptr) {
         input->input = state;
         input->Update(*state, input->MouseOver(*state));
     }
     return Result::None;
+}
+
+QmNameEntry::Result QmNameEntry::Confirm() {
+    if (!input) {
+        return Result::None;
+    }
+    input->StoreValue();
+    typed = input->value;
+    Close();
+    return Result::Confirmed;
+}
+
+QmNameEntry::Result QmNameEntry::Decline() {
+    if (!input) {
+        return Result::None;
+    }
+    typed.clear();
+    Close();
+    return Result::Declined;
 }
 
 void QmNameEntry::Draw(VeSurface& target) {

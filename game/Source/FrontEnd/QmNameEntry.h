@@ -21,10 +21,10 @@ public:
     enum class Result { None, Confirmed, Declined };
     static constexpr int kMaxNameLength = 15;
     static constexpr const char* kInputName = "ipt_name";
-    static constexpr int kPromptY = 70;
-    static constexpr int kInputY = 86;
+    static constexpr int kPromptY = 79;
+    static constexpr int kInputY = 90;
     static constexpr int kInputWidth = 300;
-    static constexpr int kInputHeight = 24;
+    static constexpr int kInputHeight = 22;
 
     // The name as the table can draw it (empty when nothing drawable is left).
     static std::string DrawableName(const std::string& typed);
@@ -37,6 +37,9 @@ public:
     // One frame of typing; says whether the player confirmed or declined in this frame (the
     // entry closes then).
     Result Update(VeInput* state, QmControls& controls);
+    // The same as the keys, from the page's buttons.
+    Result Confirm();
+    Result Decline();
     void Draw(VeSurface& target);
 
     // The name the player confirmed (fallback when nothing drawable was typed).

@@ -11,8 +11,8 @@
 namespace {
 const VeTextStyle kTitleStyle(6, 0xFFFFFF, 4, 2, 0);
 const VeTextStyle kHeadingStyle(2, 0xC8C4D8, 2, 2, 0);
-const VeTextStyle kChoiceStyle(3, 0xFFFFFF, 3, 2, 0);
-const VeTextStyle kInfoStyle(2, 0xFFFFFF, 2, 1, 4, 580);
+const VeTextStyle kChoiceStyle(3, 0xFFFFFF, 3, 2, 0, 0, 0, false);
+const VeTextStyle kInfoStyle(2, 0xFFFFFF, 2, 1, 4, 580, 0, false);
 const VeTextStyle kLabelStyle(2, 0xFFFFFF, 2, 1, 0);
 const VeTextStyle kWarningStyle(2, 0xFF6060, 2, 1, 0);
 constexpr uint32_t kOutline = 0x000000;
@@ -25,10 +25,10 @@ constexpr int kNameX = 64;
 constexpr int kNameWidth = 300;
 constexpr int kNameHeight = 24;
 constexpr int kFaceX = 380;
-constexpr int kSmallX = 30;
-constexpr int kLargeX = 330;
+constexpr int kSizesX = 150;
+constexpr int kSizeStep = 24;
 constexpr int kCheckSize = 20;
-constexpr int kWarningY = 512;
+constexpr int kWarningY = 506;
 
 // A frame of the given thickness just outside the box.
 void FrameBox(VeSurface& target, int x, int y, int w, int h, uint32_t colour, int thickness) {
@@ -202,22 +202,22 @@ void QmPartyPage::HandleMouse(const QmPageContext& context) {
         boxes.Choose(box);
         characters[selectedPlayer] = boxes.Chosen();
     }
-    if (Inside(*input, width / 4 - versus.Width() / 2 - 8, kTypeY + 18, versus.Width() + 16,
+    if (Inside(*input, width / 4 - versus.Width() / 2 - 8, kTypeY + 14, versus.Width() + 16,
                versus.Height() + 12)) {
         focus = FocusType;
         SetType(QmParty::Versus);
     }
-    if (Inside(*input, 3 * width / 4 - marathon.Width() / 2 - 8, kTypeY + 18, marathon.Width() + 16,
+    if (Inside(*input, 3 * width / 4 - marathon.Width() / 2 - 8, kTypeY + 14, marathon.Width() + 16,
                marathon.Height() + 12)) {
         focus = FocusType;
         SetType(QmParty::Marathon);
     }
     if (type == QmParty::Marathon) {
-        if (Inside(*input, kSmallX, kSizesY, kCheckSize + 10 + smallLabel.Width(), kCheckSize)) {
+        if (Inside(*input, kSizesX, kSizesY, kCheckSize + 10 + smallLabel.Width(), kCheckSize)) {
             focus = FocusSmall;
             allowSmall = !allowSmall || !allowLarge;
         }
-        if (Inside(*input, kLargeX, kSizesY, kCheckSize + 10 + largeLabel.Width(), kCheckSize)) {
+        if (Inside(*input, kSizesX, kSizesY + kSizeStep, kCheckSize + 10 + largeLabel.Width(), kCheckSize)) {
             focus = FocusLarge;
             allowLarge = !allowLarge || !allowSmall;
         }
@@ -320,7 +320,7 @@ void QmPartyPage::Draw(const QmPageContext& context) {
         const VeText& choice = *choices[t];
         const int cx = (t == 0 ? width / 4 : 3 * width / 4);
         const int x = cx - choice.Width() / 2;
-        const int y = kTypeY + 24;
+        const int y = kTypeY + 20;
         if (t == type) {
             target.Rect(x - 8, y - 6, choice.Width() + 16, choice.Height() + 12, kChosenColour, false, true);
             target.Rect(x - 7, y - 5, choice.Width() + 14, choice.Height() + 10, kChosenColour, false, true);
@@ -331,27 +331,27 @@ void QmPartyPage::Draw(const QmPageContext& context) {
         choice.DrawOnto(target, x, y, false, 1.0f, kOutline);
     }
     const VeText& info = type == QmParty::Versus ? versusInfo : marathonInfo;
-    info.DrawOnto(target, width / 2, kTypeY + 52, true, 1.0f, kOutline);
+    info.DrawOnto(target, width / 2, kTypeY + 48, true, 1.0f, kOutline);
 
     if (type == QmParty::Marathon) {
         const struct {
-            int x;
+            int y;
             bool on;
             Focus focus;
             const VeText* label;
-        } checks[2] = {{kSmallX, allowSmall, FocusSmall, &smallLabel},
-                       {kLargeX, allowLarge, FocusLarge, &largeLabel}};
+        } checks[2] = {{kSizesY, allowSmall, FocusSmall, &smallLabel},
+                       {kSizesY + kSizeStep, allowLarge, FocusLarge, &largeLabel}};
         for (const auto& check : checks) {
-            target.Rect(check.x, kSizesY, kCheckSize, kCheckSize, 0xFFFFFF, true, true);
-            target.Rect(check.x, kSizesY, kCheckSize, kCheckSize, 0x000000, false, true);
+            target.Rect(kSizesX, check.y, kCheckSize, kCheckSize, 0xFFFFFF, true, true);
+            target.Rect(kSizesX, check.y, kCheckSize, kCheckSize, 0x000000, false, true);
             if (check.on) {
-                target.Rect(check.x + 5, kSizesY + 5, kCheckSize - 10, kCheckSize - 10, 0x1ADE0C, true, true);
+                target.Rect(kSizesX + 5, check.y + 5, kCheckSize - 10, kCheckSize - 10, 0x1ADE0C, true, true);
             }
             if (focus == check.focus) {
-                FrameBox(target, check.x, kSizesY, kCheckSize, kCheckSize, kFocusColour, 2);
+                FrameBox(target, kSizesX, check.y, kCheckSize, kCheckSize, kFocusColour, 2);
             }
-            check.label->DrawOnto(target, check.x + kCheckSize + 10,
-                                  kSizesY + (kCheckSize - check.label->Height()) / 2, false, 1.0f, kOutline);
+            check.label->DrawOnto(target, kSizesX + kCheckSize + 10,
+                                  check.y + (kCheckSize - check.label->Height()) / 2, false, 1.0f, kOutline);
         }
     }
     if (names.size() < QmParty::kMinPlayers) {

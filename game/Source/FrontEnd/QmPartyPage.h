@@ -40,11 +40,11 @@ public:
     static constexpr int kBackLine = 22;
     static constexpr int kFirstRowY = 70;
     static constexpr int kRowStep = 28;
-    static constexpr int kBoxesTop = 306;
-    static constexpr int kTypeY = 392;
-    static constexpr int kSizesY = 476;
-    static constexpr int kEditButtonsY = 540;
-    static constexpr int kGoButtonsY = 590;
+    static constexpr int kBoxesTop = 300;
+    static constexpr int kTypeY = 378;
+    static constexpr int kSizesY = 458;
+    static constexpr int kEditButtonsY = 526;
+    static constexpr int kGoButtonsY = 570;
 
     explicit QmPartyPage(const QmPageContext& context);
     ~QmPartyPage();

@@ -14,10 +14,10 @@ class VeSurface;
 
 class QmResultsView {
 public:
-    static constexpr int kRankX = 70;
-    static constexpr int kNameX = 110;
+    static constexpr int kRankX = 60;
+    static constexpr int kNameX = 120;
     static constexpr int kTimeX = 380;
-    static constexpr int kNameWidth = 260;
+    static constexpr int kNameWidth = 250;
     static constexpr int kHeaderY = 50;
     static constexpr int kHeadingsY = 94;
     static constexpr uint32_t kHeadingColour = 0xC8C4D8;

@@ -1,0 +1,119 @@
+#pragma once
+// Test support for the results and party pages: a 640 x 640 page over a plain background, a fake
+// keyboard and mouse, the language files of the repository, a standing clock, and the check that
+// nothing a page draws reaches the page's edges in any language.
+#include "Controls/QmControls.h"
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/QmPageContext.h"
+#include "Input/VeInput.h"
+#include "Platform/VeTime.h"
+#include "Screen/Surface/VeSurface.h"
+#include "Support/Screenshot.h"
+#include "engine/Input/FakeInputSource.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace page_test {
+
+constexpr uint32_t kBackground = 0x203040;
+constexpr int kMargin = 6;
+
+class PageTest : public ::testing::Test {
+protected:
+    PageTest() : language(std::string(QM_SOURCE_DIR) + "/Lang") {
+        language.Load("English");
+        SetTimeSource([] { return int64_t{0}; });
+        page.Create(640, 640);
+        page.Fill(kBackground);
+        sounds.clear();
+        context.target = &page;
+        context.input = &input;
+        context.controls = &controls;
+        context.line = [this](int number) { return language.GetLine(number); };
+        context.sound = [this](const std::string& name) { sounds.push_back(name); };
+    }
+    ~PageTest() override { SetTimeSource(nullptr); }
+
+    // Keys go down for one frame of the page (and up again afterwards).
+    template <typename PageFrame> auto WithKeys(std::initializer_list<int> keys, PageFrame frame) {
+        for (int key : keys) {
+            devices.keys[key] = 1;
+        }
+        input.Update();
+        page.Fill(kBackground);
+        auto result = frame();
+        input.ClearPressed();
+        for (int key : keys) {
+            devices.keys[key] = 0;
+        }
+        input.Update();
+        input.ClearPressed();
+        return result;
+    }
+
+    // The pointer at (x, y), the left button going down for the frame when click is set.
+    template <typename PageFrame> auto WithPointer(int x, int y, bool click, PageFrame frame) {
+        devices.mouseX = x;
+        devices.mouseY = y;
+        devices.buttons = click ? 1u : 0u;
+        input.Update();
+        page.Fill(kBackground);
+        auto result = frame();
+        input.ClearPressed();
+        devices.buttons = 0;
+        input.Update();
+        input.ClearPressed();
+        return result;
+    }
+
+    ScreenshotImage Picture() const {
+        ScreenshotImage image;
+        image.width = page.width;
+        image.height = page.height;
+        for (int y = 0; y < page.height; ++y) {
+            for (int x = 0; x < page.width; ++x) {
+                image.pixels.push_back(page.GetXY(x, y) & 0xFFFFFF);
+            }
+        }
+        return image;
+    }
+
+    // Nothing but the background within kMargin pixels of the edges.
+    ::testing::AssertionResult EdgesClear() const {
+        for (int y = 0; y < page.height; ++y) {
+            for (int x = 0; x < page.width; ++x) {
+                const bool edge =
+                    x < kMargin || y < kMargin || x >= page.width - kMargin || y >= page.height - kMargin;
+                if (edge && (page.GetXY(x, y) & 0xFFFFFF) != kBackground) {
+                    return ::testing::AssertionFailure() << "drawn at the edge: " << x << "," << y;
+                }
+            }
+        }
+        return ::testing::AssertionSuccess();
+    }
+
+    // How many pixels of the colour lie in the rectangle.
+    int Count(int x0, int y0, int w, int h, uint32_t colour) const {
+        int count = 0;
+        for (int y = y0; y < y0 + h; ++y) {
+            for (int x = x0; x < x0 + w; ++x) {
+                count += (page.GetXY(x, y) & 0xFFFFFF) == colour ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
+    FakeInputSource::Devices devices;
+    VeInput input{nullptr, std::make_unique<FakeInputSource>(&devices)};
+    QmControls controls{&input};
+    QmLanguage language;
+    VeSurface page;
+    QmPageContext context;
+    std::vector<std::string> sounds;
+};
+
+} // namespace page_test

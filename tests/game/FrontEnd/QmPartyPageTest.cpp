@@ -1,0 +1,79 @@
+// The party page: players come and go between two and eight, names and characters reach the
+// party, the game type and the map sizes, and the page's picture in every language.
+#include "FrontEnd/QmPartyPage.h"
+
+#include "PageTestSupport.h"
+
+namespace {
+class PartyPageTest : public page_test::PageTest {
+protected:
+    QmPartyPage::Outcome Frame(std::initializer_list<int> keys) {
+        return WithKeys(keys, [this] { return party.Frame(context); });
+    }
+    QmPartyPage party{context};
+};
+} // namespace
+
+TEST_F(PartyPageTest, PlayersNamesAndCharactersReachTheParty) {
+    ASSERT_EQ(party.PlayerCount(), 2u);
+    EXPECT_EQ(party.NameInput(1).Content(), "PLAYER 2");
+    // The second player is renamed and picks the second character.
+    Frame({VeKey::Down});
+    ASSERT_EQ(party.SelectedPlayer(), 1u);
+    Frame({VeKey::Backspace});
+    Frame({VeKey::X});
+    Frame({VeKey::Down});
+    EXPECT_EQ(party.CurrentFocus(), QmPartyPage::FocusCharacters);
+    Frame({VeKey::Right});
+    // Down to Start and go.
+    while (party.CurrentFocus() != QmPartyPage::FocusGo) {
+        Frame({VeKey::Down});
+    }
+    EXPECT_EQ(Frame({VeKey::Return}), QmPartyPage::Outcome::Start);
+    const std::vector<QmPartyPlayer>& players = party.Party().Players();
+    ASSERT_EQ(players.size(), 2u);
+    EXPECT_EQ(players[0].name, "PLAYER 1");
+    EXPECT_EQ(players[0].character, 0);
+    EXPECT_EQ(players[1].name, "PLAYER X");
+    EXPECT_EQ(players[1].character, 1);
+    EXPECT_EQ(party.Party().PartyType(), QmParty::Versus);
+    EXPECT_FALSE(party.Party().Prepared());
+}
+
+TEST_F(PartyPageTest, StartNeedsTwoPlayersAndTheTypeAndSizesFollowTheKeys) {
+    while (party.AddPlayer()) {
+    }
+    EXPECT_EQ(party.PlayerCount(), 8u);
+    while (party.PlayerCount() > 1) {
+        party.RemoveSelectedPlayer();
+    }
+    party.SetFocus(QmPartyPage::FocusGo);
+    EXPECT_NE(Frame({VeKey::Return}), QmPartyPage::Outcome::Start) << "Start is disabled";
+    party.AddPlayer();
+
+    party.SetFocus(QmPartyPage::FocusType);
+    Frame({VeKey::Right});
+    Frame({VeKey::Down});
+    EXPECT_EQ(party.CurrentFocus(), QmPartyPage::FocusSmall) << "Marathon shows the size boxes";
+    Frame({VeKey::Return}); // small maps off
+    Frame({VeKey::Down});
+    Frame({VeKey::Return}); // large maps stay: one size is always allowed
+    party.Commit();
+    EXPECT_EQ(party.Party().PartyType(), QmParty::Marathon);
+    EXPECT_FALSE(party.Party().SmallAllowed());
+    EXPECT_TRUE(party.Party().LargeAllowed());
+    EXPECT_EQ(Frame({VeKey::Escape}), QmPartyPage::Outcome::Back);
+}
+
+TEST_F(PartyPageTest, ThePageInEveryLanguage) {
+    for (const std::string& name : QmLanguage::Languages()) {
+        language.Load(name);
+        QmPartyPage fresh(context);
+        fresh.AddPlayer();
+        fresh.SetType(QmParty::Marathon);
+        fresh.SelectPlayer(0);
+        WithKeys({}, [&] { return fresh.Frame(context); });
+        EXPECT_TRUE(EdgesClear()) << name;
+        EXPECT_TRUE(MatchesStoredImage("frontend/party-" + name + ".png", Picture(), 0)) << name;
+    }
+}

@@ -1,0 +1,52 @@
+// The party results page: the ranking with the run just ranked in green, who is next, the end of
+// the party, and the page's picture in every language.
+#include "FrontEnd/QmPartyResultsPage.h"
+
+#include "PageTestSupport.h"
+
+namespace {
+class PartyResultsTest : public page_test::PageTest {
+protected:
+    QmPartyResultsPage::Outcome Frame(std::initializer_list<int> keys) {
+        return WithKeys(keys, [this] { return results.Frame(context); });
+    }
+    // Versus of three players with a tie between the first two.
+    std::vector<QmHighscoreEntry> Ranking() {
+        std::vector<QmHighscoreEntry> list;
+        list = QmHighscoreList::InsertHighscore(list, 61234, "ANN");
+        list = QmHighscoreList::InsertHighscore(list, 61234, "BOB");
+        return QmHighscoreList::InsertHighscore(list, 90000, "CID");
+    }
+    QmPartyResultsPage results{context};
+};
+} // namespace
+
+TEST_F(PartyResultsTest, NextPlayerWhileSomeoneFollowsAndOnlyTheMainMenuAtTheEnd) {
+    results.Build(Ranking(), 2, 61234, "CID");
+    EXPECT_EQ(results.Table().Rows()[1].name, "BOB");
+    EXPECT_EQ(results.Table().Rows()[1].colour, QmResultsTable::kNewEntry)
+        << "only the tie just ranked is green";
+    EXPECT_EQ(results.Table().Rows()[0].colour, QmResultsTable::kGold);
+    EXPECT_EQ(Frame({VeKey::Return}), QmPartyResultsPage::Outcome::NextPlayer);
+
+    results.Build(Ranking(), 3, 90000, "");
+    EXPECT_TRUE(results.PartyOver());
+    EXPECT_EQ(results.Table().Rows()[2].time, "1.50000 MIN");
+    EXPECT_EQ(Frame({VeKey::Left}), QmPartyResultsPage::Outcome::None) << "Next player is disabled";
+    EXPECT_EQ(Frame({VeKey::Return}), QmPartyResultsPage::Outcome::MainMenu);
+}
+
+TEST_F(PartyResultsTest, ThePageInEveryLanguage) {
+    for (const std::string& name : QmLanguage::Languages()) {
+        language.Load(name);
+        results.Relabel(context);
+        results.Build(Ranking(), 2, 61234, "CID");
+        Frame({});
+        EXPECT_TRUE(EdgesClear()) << name;
+        EXPECT_GT(Count(0, QmResultsTable::kFirstRowY + QmResultsTable::kRowStep, 640, 20,
+                        QmResultsTable::kNewEntry),
+                  50)
+            << "the new row is drawn in green";
+        EXPECT_TRUE(MatchesStoredImage("frontend/party-results-" + name + ".png", Picture(), 0)) << name;
+    }
+}

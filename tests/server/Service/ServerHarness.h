@@ -33,6 +33,11 @@ public:
         config.port = 0;
         config.log = false;
         config.threads = 16;
+        // Every test comes from 127.0.0.1 and may share one PostgreSQL database: the limits per
+        // address would add up across tests.
+        config.registrationsPerAddress = 1000000;
+        config.loginFailuresPerAddress = 1000000;
+        config.uploadsPerAddress = 1000000;
         config.assets = std::string(QM_SOURCE_DIR) + "/Assets";
         config.database = pg ? pg : (folder / "test.db").string();
         service = std::make_unique<SrvService>(config);

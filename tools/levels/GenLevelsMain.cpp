@@ -1,17 +1,89 @@
 // gen-levels ROOT: writes the shipped tours under ROOT/Maps from the sources in
 // ROOT/tools/levels/tours, then races every map's reference run in the simulator at 60 frames a
-// second and, on maps without cows, at 50, 75 and 144 as well. Exit status 0 when every map was
-// written and every run finishes, 1 otherwise.
+// second and, on maps without cows, at 50, 75 and 144 as well. Then measures the maps (see
+// LevelMeasures.h): it prints each map's difficulty and, on maps with cows, the cow seeds its run
+// survives, names pairs of maps that share too many cells, and writes the table of measures into
+// ROOT/docs/levels.md between its two marker lines. Exit status 0 when every map was written and
+// every run finishes, 1 otherwise.
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmRaceSimulator.h"
 #include "LevelBuilder.h"
+#include "LevelMeasures.h"
 #include "LevelSource.h"
+#include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 
 #include <array>
 #include <cstdio>
 #include <string>
 #include <vector>
+
+namespace {
+const char* const kTableStart = "<!-- measures: written by gen-levels -->";
+const char* const kTableEnd = "<!-- end of measures -->";
+
+std::string Fixed(double value, int decimals) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    return text;
+}
+
+// Prints the measures, reports maps too alike, and puts the table into the levels document.
+bool WriteMeasures(const std::vector<LevelTour>& tours, const std::string& documentPath) {
+    std::string table = std::string(kTableStart) +
+                        "\n\n| Tour | Map | Size | Inputs | Length | Window | Score | Cow seeds |\n"
+                        "|---|---|---|---|---|---|---|---|\n";
+    std::vector<std::pair<const LevelTour*, size_t>> all;
+    for (const LevelTour& tour : tours) {
+        for (size_t m = 0; m < tour.maps.size(); ++m) {
+            all.emplace_back(&tour, m);
+            const LevelMap& map = tour.maps[m];
+            const LevelDifficulty d = LevelMeasures::Difficulty(tour, m);
+            std::string seeds = "no cows";
+            if (LevelMeasures::HasCows(map)) {
+                seeds = std::to_string(LevelMeasures::SeedsSurvived(tour, m, 6).size()) + " of 6";
+            }
+            std::printf("%-16s %3d inputs %6.2f s window %4lld ms score %6.1f  %s\n", map.name.c_str(),
+                        d.inputs, static_cast<double>(d.lengthMs) / 1000.0,
+                        static_cast<long long>(d.windowMs), d.Score(), seeds.c_str());
+            table += "| " + std::string(m == 0 ? tour.name : "") + " | " + map.name + " | " +
+                     std::to_string(map.size) + " | " + std::to_string(d.inputs) + " | " +
+                     Fixed(static_cast<double>(d.lengthMs) / 1000.0, 2) + " s | " +
+                     std::to_string(d.windowMs) + " ms | " + Fixed(d.Score(), 1) + " | " + seeds + " |\n";
+        }
+    }
+    table += "\n" + std::string(kTableEnd);
+    for (size_t i = 0; i < all.size(); ++i) {
+        for (size_t j = i + 1; j < all.size(); ++j) {
+            const double overlap =
+                LevelMeasures::Overlap(all[i].first->maps[all[i].second], all[j].first->maps[all[j].second]);
+            if (overlap > 0.4) {
+                std::printf("alike: %s and %s share %.0f %% of their cells\n",
+                            all[i].first->maps[all[i].second].name.c_str(),
+                            all[j].first->maps[all[j].second].name.c_str(), overlap * 100.0);
+            }
+        }
+    }
+    std::string document;
+    if (!ReadFileBytes(documentPath, document)) {
+        std::fprintf(stderr, "gen-levels: cannot read %s\n", documentPath.c_str());
+        return false;
+    }
+    const size_t start = document.find(kTableStart);
+    const size_t end = document.find(kTableEnd);
+    if (start == std::string::npos || end == std::string::npos || end < start) {
+        std::fprintf(stderr, "gen-levels: %s lacks the marker lines of the table of measures\n",
+                     documentPath.c_str());
+        return false;
+    }
+    document.replace(start, end + std::string(kTableEnd).size() - start, table);
+    if (!WriteFileAtomic(documentPath, document)) {
+        std::fprintf(stderr, "gen-levels: cannot write %s\n", documentPath.c_str());
+        return false;
+    }
+    return true;
+}
+} // namespace
 
 int main(int argc, char** argv) {
     if (argc != 2) {
@@ -84,5 +156,8 @@ int main(int argc, char** argv) {
         }
     }
     std::printf("%zu tours, %d maps, %d without a finishing run\n", tours.size(), maps, failures);
+    if (!WriteMeasures(tours, root + "/docs/levels.md")) {
+        ++failures;
+    }
     return failures == 0 ? 0 : 1;
 }

@@ -114,7 +114,7 @@ TEST_F(ScreenTestBase, PresentingAnUnpreparedFrameIsAProgrammingError) {
     try {
         s.Present(0.016f);
     } catch (const HaltIntercepted& halt) {
-        failed = halt.text.find("Source\\Screen\\VeScreen") != std::string::npos;
+        failed = halt.text.find("engine/Source/Screen/VeScreen.cpp") != std::string::npos;
     }
     EXPECT_TRUE(failed);
     EXPECT_NE(log.find("Warning: Screen not prepared for frame!\n"), std::string::npos);

@@ -282,7 +282,7 @@ TEST(VeSurfaceTest, CopiesAndCheckedBlitsAssertOnBadSizes) {
             action();
         } catch (const HaltIntercepted& halt) {
             return halt.title == title &&
-                   halt.text.find("Source\\Screen\\Surface\\VeSurface") != std::string::npos;
+                   halt.text.find("engine/Source/Screen/Surface/VeSurface.cpp") != std::string::npos;
         }
         return false;
     };

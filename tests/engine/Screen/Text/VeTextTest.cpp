@@ -79,21 +79,7 @@ TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
     EXPECT_EQ(empty.Height(), 5);
 }
 
-TEST(VeTextTest, DefaultsBeforeAStyleIsApplied) {
-    VeText text("HI");
-    EXPECT_FALSE(text.styleApplied);
-    EXPECT_EQ(text.style.size, 1);
-    EXPECT_EQ(text.style.weight, 1);
-    EXPECT_EQ(text.style.letterSpacing, 1);
-    EXPECT_EQ(text.style.lineHeight, 1);
-    EXPECT_FALSE(text.masked);
-    EXPECT_FALSE(text.SmallLettersInEffect()); // asked for, but size 1 is too small
-    EXPECT_EQ(text.Width(), 11);
-    EXPECT_EQ(text.Height(), 5);
-    VeTextStyle style = Tiny();
-    text.SetStyle(style);
-    EXPECT_TRUE(text.styleApplied);
-
+TEST(VeTextTest, ShoutedTextIsUpperCaseUntilSetOtherwise) {
     VeText shouted("quillmaze 1.0", nullptr, true);
     EXPECT_EQ(shouted.text, "QUILLMAZE 1.0");
     shouted.SetText("again", false);
@@ -224,44 +210,6 @@ TEST(VeTextTest, SmallLettersNeedTheSwitchAndSizeTwo) {
     VeText grave("\xC0", &two);
     EXPECT_GT(CountInk(grave.surface, 0, 0, -1, 4), 0);
     EXPECT_EQ(CountInk(grave.surface, 0, 4, -1, grave.Height()), CountInk(capital.surface));
-}
-
-TEST(VeTextTest, WeightEqualsTheStrokesDrawnInEveryShiftedPosition) {
-    const std::string sample = "Quillmaze! 0123456789 \xC5\x86 #&@ gjpqy WM";
-    for (int32_t size = 1; size <= 6; ++size) {
-        for (int32_t weight = 1; weight <= 5; ++weight) {
-            VeTextStyle style(size, 0x123456, weight, 2, 1, 200);
-            VeText text(sample, &style);
-            // The strokes drawn once for every shift (dx, dy) below Weight, along the same layout.
-            VeSurface expected(text.Width(), text.Height());
-            expected.Fill(kColourKey);
-            const bool small = text.SmallLettersInEffect();
-            for (int32_t dy = 0; dy < weight; ++dy) {
-                for (int32_t dx = 0; dx < weight; ++dx) {
-                    int32_t x = dx;
-                    int32_t y = dy + (small ? 2 * size : 0);
-                    size_t wrap = 0;
-                    for (size_t k = 0; k < text.text.size(); ++k) {
-                        const unsigned char c = static_cast<unsigned char>(text.text[k]);
-                        if (small && VeGlyphs::HasSmall(c)) {
-                            VeGlyphs::DrawSmall(expected, c, x, y, size, 0x123456);
-                        } else {
-                            VeGlyphs::DrawMain(expected, c, x, y, size, 0x123456, small);
-                        }
-                        if (wrap < text.wrapPositions.size() &&
-                            text.wrapPositions[wrap] == static_cast<int32_t>(k)) {
-                            ++wrap;
-                            x = dx;
-                            y += text.LineStep();
-                        } else {
-                            x += text.Advance();
-                        }
-                    }
-                }
-            }
-            ASSERT_TRUE(SamePixels(text.surface, expected)) << "size " << size << " weight " << weight;
-        }
-    }
 }
 
 TEST(VeTextTest, GivenGlyphsFollowTheirStrokeLists) {

@@ -802,7 +802,14 @@ void QmEditor::RestoreCopyBuffer() {
 void QmEditor::StartCheck() {
     checkedMap = model.Current();
     reportValid = false;
-    check.Start(world.blocks, world.blockSize);
+    // The map's best run, when it has one, may prove it at once.
+    std::vector<std::string> knownRuns;
+    QmHighscores scores(world);
+    scores.LoadScores();
+    if (!scores.StoredRecordingText().empty()) {
+        knownRuns.push_back(scores.StoredRecordingText());
+    }
+    check.Start(world.blocks, world.blockSize, knownRuns);
     SetStatus(StatusChecking);
 }
 

@@ -8,10 +8,11 @@
 
 class QmPlayabilityCheck::Job : public VtJob {
 public:
-    void Run() override { report = QmPlayabilityCheck::Find(blocks, blockSize, &cancel); }
+    void Run() override { report = QmPlayabilityCheck::Find(blocks, blockSize, knownRuns, &cancel); }
 
     std::array<BlockId, QmCoreEnvironmentManager::kCellCount> blocks{};
     int32_t blockSize = QmCoreEnvironmentManager::kLargeBlockSize;
+    std::vector<std::string> knownRuns;
     std::atomic<bool> cancel{false};
     Report report;
 };
@@ -23,7 +24,7 @@ QmPlayabilityCheck::~QmPlayabilityCheck() {
 }
 
 void QmPlayabilityCheck::Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
-                               int32_t blockSize) {
+                               int32_t blockSize, const std::vector<std::string>& knownRuns) {
     Stop();
     VtWorkerPool* pool = VtWorkerPool::Current();
     if (pool == nullptr) {
@@ -32,6 +33,7 @@ void QmPlayabilityCheck::Start(const std::array<BlockId, QmCoreEnvironmentManage
     }
     job->blocks = blocks;
     job->blockSize = blockSize;
+    job->knownRuns = knownRuns;
     job->cancel.store(false);
     queued = true;
     pool->AddJob(job.get());
@@ -62,7 +64,8 @@ void QmPlayabilityCheck::Stop() {
 
 QmPlayabilityCheck::Report
 QmPlayabilityCheck::Find(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
-                         int32_t blockSize, const std::atomic<bool>* cancel) {
+                         int32_t blockSize, const std::vector<std::string>& knownRuns,
+                         const std::atomic<bool>* cancel) {
     Report report;
     report.blockSize = blockSize == QmCoreEnvironmentManager::kSmallBlockSize
                            ? QmCoreEnvironmentManager::kSmallBlockSize
@@ -97,9 +100,19 @@ QmPlayabilityCheck::Find(const std::array<BlockId, QmCoreEnvironmentManager::kCe
     QmRouteOptions options;
     options.maxStates = kStateBudget;
     options.maxSeconds = kRaceSeconds;
-    options.seedRandom = false;
     options.cancel = cancel;
-    const QmRouteResult route = QmRouteSearch::Find(world, options);
+    QmRouteResult route;
+    for (const std::string& run : knownRuns) {
+        route = QmRouteSearch::Replay(world, run, options);
+        if (route.found) {
+            break;
+        }
+        world.blocks = blocks; // the race may have opened gates
+    }
+    if (!route.found) {
+        world.blocks = blocks;
+        route = QmRouteSearch::Find(world, options);
+    }
     report.statesSearched = route.expanded;
     if (cancel != nullptr && cancel->load() && !route.found) {
         report.outcome = Outcome::Stopped;

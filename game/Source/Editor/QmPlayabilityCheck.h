@@ -6,8 +6,10 @@
 // Contract:
 // - Start copies the map and queues the search; a check still running is stopped first. Poll
 //   hands over each finished report once. Destroying the check stops and waits for its job.
-// - The search runs on a clock of its worker's own and leaves the shared random generator alone.
+// - The search runs on a clock of its worker's own; it seeds only the race's random stream.
 // - Without a worker pool one of a single thread is made and kept while the check lives.
+// - Runs already known to finish the map (its best run) are raced first: one that still finishes
+//   answers at once; the search runs only when none does.
 // - Find runs the same check on the calling thread (the shared-maps upload uses it too).
 #include "Environment/CoreEnvironmentManager/QmBlocks.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
@@ -16,6 +18,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -35,8 +38,8 @@ public:
         size_t statesSearched = 0;
     };
 
-    // The search gives up after this many states, well inside a second on the largest maps.
-    static constexpr size_t kStateBudget = 120000;
+    // The search gives up after this many states (some seconds on a hard map, in the background).
+    static constexpr size_t kStateBudget = 200000;
     // and when a run takes longer than this in the race.
     static constexpr float kRaceSeconds = 90.0f;
 
@@ -45,7 +48,8 @@ public:
     QmPlayabilityCheck(const QmPlayabilityCheck&) = delete;
     QmPlayabilityCheck& operator=(const QmPlayabilityCheck&) = delete;
 
-    void Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks, int32_t blockSize);
+    void Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks, int32_t blockSize,
+               const std::vector<std::string>& knownRuns = {});
     bool Running() const;
     // True once for each finished check, with its report.
     bool Poll(Report& report);
@@ -53,7 +57,8 @@ public:
     void Stop();
 
     static Report Find(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
-                       int32_t blockSize, const std::atomic<bool>* cancel = nullptr);
+                       int32_t blockSize, const std::vector<std::string>& knownRuns = {},
+                       const std::atomic<bool>* cancel = nullptr);
     // "Finishable in about N s" rounds the run's time to whole seconds (at least 1).
     static int RoundedSeconds(int64_t timeMs);
 

@@ -1,9 +1,12 @@
 #include "Gameplay/QmRouteSearch.h"
 
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Gameplay/QmClientGameplayManager.h"
 #include "Gameplay/QmCoreGameplayManager.h"
 #include "Gameplay/QmRaceAudio.h"
+#include "Gameplay/QmRaceDrawer.h"
 #include "Gameplay/QmRaceHost.h"
+#include "Gameplay/QmRecordedControls.h"
 #include "Gameplay/QmRecording.h"
 #include "Platform/VeRandom.h"
 #include "Platform/VeTime.h"
@@ -250,7 +253,7 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
     int64_t now = kClockStart;
     SetThreadTimeSource([&now] { return now; });
     if (options.seedRandom) {
-        SeedRand(options.seed);
+        SeedRand(VeRandomStream::Race, options.seed);
     }
     world.gatesOpen = false;
 
@@ -453,5 +456,60 @@ QmRouteResult QmRouteSearch::Find(QmCoreEnvironmentManager& world, const QmRoute
     }
     const int64_t first = FrameClock(1, options.dt);
     result.timeMs = FrameClock(nodes[static_cast<size_t>(goal)].frame, options.dt) - first;
+    return result;
+}
+
+QmRouteResult QmRouteSearch::Replay(QmCoreEnvironmentManager& world, const std::string& run,
+                                    const QmRouteOptions& options) {
+    QmRouteResult result;
+    QmRecording inputs;
+    std::string reason;
+    if (!inputs.ParseStrict(run, reason)) {
+        return result;
+    }
+    int64_t now = kClockStart;
+    SetThreadTimeSource([&now] { return now; });
+    if (options.seedRandom) {
+        SeedRand(VeRandomStream::Race, options.seed);
+    }
+    world.gatesOpen = false;
+    QmRaceAudio audio;
+    QmRaceHost host;
+    QmRaceDrawer drawer;
+    QmClientGameplayManager* racePointer = nullptr;
+    QmRecordedControls controls(inputs, [&racePointer] { return racePointer->RaceTime(); });
+    {
+        QmClientGameplayManager race(world, audio, host, controls, drawer);
+        racePointer = &race;
+        race.StartRace(false, true);
+        const double dtMs = static_cast<double>(options.dt) * 1000.0;
+        const int64_t limitMs = static_cast<int64_t>(static_cast<double>(options.maxSeconds) * 1000.0);
+        const int64_t maxFrames =
+            static_cast<int64_t>(static_cast<double>(race.CountdownLength() + limitMs) / dtMs) + 10;
+        for (int64_t frame = 1; frame <= maxFrames; ++frame) {
+            if (options.cancel != nullptr && options.cancel->load(std::memory_order_relaxed)) {
+                break;
+            }
+            now = kClockStart + std::llround(static_cast<double>(frame) * dtMs);
+            race.Update(options.dt);
+            const ArPlayer& racer = *race.Racer();
+            if (frame % options.stepFrames == 1 || race.FinishHandled()) {
+                result.path.emplace_back(racer.x, racer.y);
+            }
+            if (race.FinishHandled()) {
+                result.found = true;
+                result.timeMs = race.finalTime;
+                result.run = run;
+                break;
+            }
+            if ((!racer.active && !race.finishReached) || race.RaceTime() > limitMs) {
+                break;
+            }
+        }
+    }
+    SetThreadTimeSource(nullptr);
+    if (!result.found) {
+        result.path.clear();
+    }
     return result;
 }

@@ -24,8 +24,8 @@ struct QmRouteOptions {
     size_t maxStates = 400000;
     // and when a branch's race time passes this.
     float maxSeconds = 90.0f;
-    // Seeds the cows' first directions, as the simulator does; a search that runs beside the game's
-    // frames leaves the shared generator alone (seedRandom false).
+    // Seeds the race's random stream (the cows' first directions), as the simulator does; false
+    // leaves it as it is.
     uint32_t seed = 1;
     bool seedRandom = true;
     // When given, the search stops as soon as this turns true (and finds nothing).
@@ -61,6 +61,11 @@ public:
     // The world's current map is raced from its Start cell (startX, startY). The race runs on a
     // clock of the calling thread's own, so a search may run on a worker while the frames go on.
     static QmRouteResult Find(QmCoreEnvironmentManager& world, const QmRouteOptions& options);
+
+    // Races a known run (a recording text, as score files keep it) from the Start cell on the calling
+    // thread's own clock: found when it reaches the finish, with the race time and the racer's path.
+    static QmRouteResult Replay(QmCoreEnvironmentManager& world, const std::string& run,
+                                const QmRouteOptions& options);
 
     // Moves each event of a run to the middle of the span of times at which finishes(run) still
     // holds, so that a run found at the edge of what works gains room on both sides. Events keep

@@ -1,7 +1,7 @@
 # The two commands a player or developer needs:
 #   make run   installs what is missing, builds a release build and starts the game
 #   make test  installs what is missing, builds, and runs every test headless (plain and sanitized)
-.PHONY: run build test test-fast bench assets format deps install package package-check clean
+.PHONY: run build test test-fast bench serve assets format deps install package package-check clean
 
 BUILD := build
 JOBS ?= $(shell nproc)
@@ -42,6 +42,11 @@ test-fast: deps
 
 bench: build
 	scripts/run-bench $(BUILD)
+
+# The web service on 127.0.0.1:8080, its data under the user data folder (Ctrl+C stops it).
+serve: deps $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j$(JOBS) --target quillmaze-server
+	scripts/serve $(BUILD)
 
 assets: deps
 	scripts/make-assets

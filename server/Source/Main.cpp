@@ -26,7 +26,8 @@ const char* kUsage =
     "  --data DIR             data folder (default <user data>/Quillmaze/Server)\n"
     "  --database TARGET      SQLite file, or a PostgreSQL URL postgresql://user@host/db\n"
     "                         (default DIR/quillmaze.db)\n"
-    "  --assets DIR           the game's Assets folder, for thumbnails (default ./Assets)\n"
+    "  --assets DIR           the game's Assets folder, for thumbnails (default ./Assets, or the\n"
+    "                         installed game's)\n"
     "  --threads N            request threads (default 64)\n"
     "  --trust-proxy          take client addresses from X-Forwarded-For (behind a reverse proxy)\n"
     "  --quiet                no request log\n"
@@ -39,6 +40,20 @@ const char* kUsage =
     "  admin remove-user NAME       remove an account with its maps\n"
     "  admin remove-map NAME SLOT   remove one shared map\n"
     "  admin list                   list the shared maps\n";
+
+// The game's art: ./Assets, else beside the program, else the installed game's data.
+std::string FindAssets(const char* program) {
+    std::string folder = program;
+    size_t slash = folder.rfind('/');
+    folder = slash == std::string::npos ? "." : folder.substr(0, slash);
+    for (const std::string& candidate :
+         {std::string("Assets"), folder + "/Assets", folder + "/../share/quillmaze/Assets"}) {
+        if (IsDirectory(candidate)) {
+            return candidate;
+        }
+    }
+    return "Assets";
+}
 
 bool SplitListen(const std::string& text, std::string& host, int& port) {
     size_t colon = text.rfind(':');
@@ -61,6 +76,7 @@ bool SplitListen(const std::string& text, std::string& host, int& port) {
 
 int main(int argc, char** argv) {
     SrvConfig config;
+    config.assets.clear();
     std::string data;
     std::vector<std::string> admin;
     for (int i = 1; i < argc; ++i) {
@@ -117,6 +133,9 @@ int main(int argc, char** argv) {
             return 1;
         }
         config.database = data + "/quillmaze.db";
+    }
+    if (config.assets.empty()) {
+        config.assets = FindAssets(argv[0]);
     }
     if (!admin.empty()) {
         return SrvAdmin::Run(config.database, admin);

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <httplib.h>
 
 namespace {
@@ -119,7 +120,12 @@ void SrvService::Route() {
     server->set_keep_alive_max_count(100);
     if (config.log) {
         server->set_logger([this](const httplib::Request& request, const httplib::Response& response) {
-            std::string line = Address(request) + " " + request.method + " " +
+            std::time_t now = std::time(nullptr);
+            char stamp[32];
+            std::tm utc{};
+            gmtime_r(&now, &utc);
+            std::strftime(stamp, sizeof(stamp), "%Y-%m-%dT%H:%M:%SZ", &utc);
+            std::string line = std::string(stamp) + " " + Address(request) + " " + request.method + " " +
                                QmFileNames::OneLine(request.path) + " " + std::to_string(response.status) +
                                " " + std::to_string(response.body.size()) + "\n";
             std::fwrite(line.data(), 1, line.size(), stdout);

@@ -1,8 +1,9 @@
 // The shipped language files: the four files hold the same numbered lines as the table they are
-// made from, in CRLF lines of bytes the stroke font can draw, and the texts fit where the game
-// puts them.
+// made from, in CRLF lines of bytes the stroke font can draw, the texts fit where the game puts
+// them, and each language calls one idea by one word.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <iterator>
@@ -106,6 +107,50 @@ std::vector<std::string> SplitCrlf(const std::string& bytes, std::string& fault)
     return lines;
 }
 
+bool IsLetter(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') || c >= 0xC0;
+}
+
+// A line's words: its runs of letters.
+std::vector<std::string> Words(const std::string& line) {
+    std::vector<std::string> words(1);
+    for (char c : line) {
+        if (IsLetter(static_cast<unsigned char>(c))) {
+            words.back().push_back(c);
+        } else if (!words.back().empty()) {
+            words.emplace_back();
+        }
+    }
+    if (words.back().empty() && words.size() > 1) {
+        words.pop_back();
+    }
+    return words;
+}
+
+// One word per idea: for each language, the term it settled on and the alternatives that must not
+// come back (whole words or word sequences, as written in the table).
+struct Term {
+    const char* language;
+    const char* chosen;
+    std::vector<const char*> alternatives;
+};
+
+const Term kTerms[] = {
+    {"English", "BEST TIMES", {"HIGHSCORE", "HIGHSCORES", "HIGH SCORES", "RECORD", "RECORDS"}},
+    {"English", "MAP", {"LEVEL", "LEVELS", "STAGE"}},
+    {"Dutch", "BESTE TIJD", {"HIGHSCORE", "HIGHSCORES", "TOPTIJD", "RECORD"}},
+    {"Dutch", "KAART", {"LEVEL", "LEVELS", "LEVELONTWERP", "BAAN"}},
+    {"Dutch", "STANDAARD", {"OFFICIEEL", "OFFICIELE"}},
+    {"Dutch", "SPATIE", {"SPATIEBALK"}},
+    {"French", "RECORDS", {"MEILLEUR TEMPS", "MEILLEURS TEMPS"}},
+    {"French", "CARTE", {"NIVEAU", "NIVEAUX"}},
+    {"French", "TOUS CONTRE TOUS", {"DUEL"}},
+    {"Norwegian", "BESTETID", {"REKORD", "REKORDER", "BESTE TID"}},
+    {"Norwegian", "KART", {"NIVÅ", "NIVÅER", "BANE", "BANEDESIGN"}},
+    {"Norwegian", "GENERER", {"LAGE"}},
+    {"Norwegian", "ALLE MOT ALLE", {"DUELL"}},
+};
+
 class LanguageFile : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
@@ -177,14 +222,39 @@ TEST_P(LanguageFile, TextsThatBecomeNamesOrPrefixesAreShapedForIt) {
             EXPECT_TRUE((c >= 'A' && c <= 'Z') || c == ' ') << GetParam() << " line " << n;
         }
     }
-    // These are followed by ": " and a name or the version.
-    for (int n : {113, 130, 185}) {
+    // These are followed by ": " and a name or the version, so they end in a whole word that
+    // leads into nothing.
+    for (int n : {52, 113, 130, 185}) {
         unsigned char last = static_cast<unsigned char>(Line(n).back());
         EXPECT_TRUE((last >= 'A' && last <= 'Z') || last >= 0xC0)
             << GetParam() << " line " << n << " ends in punctuation";
+        const std::vector<std::string> words = Words(Line(n));
+        for (const char* dangling : {"DE", "DU", "OF", "TO", "THE", "VAN", "TIL", "AV"}) {
+            EXPECT_NE(words.back(), dangling) << GetParam() << " line " << n << " reads unfinished";
+        }
     }
     // The after-race header puts the time right after line 78.
     EXPECT_EQ(Line(78).back(), ':') << GetParam();
+}
+
+TEST_P(LanguageFile, CallsEachIdeaByOneWord) {
+    for (const Term& term : kTerms) {
+        if (std::string(term.language) != GetParam()) {
+            continue;
+        }
+        for (const char* alternative : term.alternatives) {
+            const std::vector<std::string> banned = Words(ToFileBytes(alternative));
+            for (size_t i = 0; i < lines.size(); ++i) {
+                const std::vector<std::string> words = Words(lines[i]);
+                for (size_t w = 0; w + banned.size() <= words.size(); ++w) {
+                    EXPECT_FALSE(
+                        std::equal(banned.begin(), banned.end(), words.begin() + static_cast<long>(w)))
+                        << GetParam() << " line " << i + 1 << " says " << alternative
+                        << " where the game says " << term.chosen;
+                }
+            }
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LanguageFile, ::testing::ValuesIn(kLanguages));

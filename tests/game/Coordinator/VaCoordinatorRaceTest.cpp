@@ -245,7 +245,7 @@ TEST_F(RaceGame, ReturnToMenuEndsInTheMenuScene) {
     ASSERT_TRUE(coordinator->StartPlay(false));
     EXPECT_EQ(app->scene, SceneRace);
     EXPECT_FALSE(Race().IsTutorial());
-    EXPECT_EQ(World().mapName, "LEVEL 1");
+    EXPECT_EQ(World().mapName, "MAP 1");
     EXPECT_TRUE(Race().Highscores().List().empty());
     EXPECT_TRUE(Race().Highscores().StoredRecording().Empty());
     const auto blocks = World().blocks;

@@ -40,6 +40,7 @@ public:
         config.uploadsPerAddress = 1000000;
         config.assets = std::string(QM_SOURCE_DIR) + "/Assets";
         config.database = pg ? pg : (folder / "test.db").string();
+        database = config.database;
         service = std::make_unique<SrvService>(config);
         if (!service->Bind()) {
             throw std::runtime_error("cannot bind");
@@ -54,6 +55,8 @@ public:
     }
 
     int Port() const { return service->Port(); }
+    const std::string& Database() const { return database; }
+    const std::filesystem::path& Folder() const { return folder; }
     SrvService& Service() { return *service; }
 
     // A name no other test or run has used (the PostgreSQL database outlives one run).
@@ -210,6 +213,7 @@ public:
 
 private:
     std::filesystem::path folder;
+    std::string database;
     std::unique_ptr<SrvService> service;
     std::thread runner;
 };

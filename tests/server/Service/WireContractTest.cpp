@@ -1,5 +1,7 @@
 // The service's answers to every request of the game, on a real server on loopback.
+#include "Platform/VeFiles.h"
 #include "ServerHarness.h"
+#include "Service/SrvAdmin.h"
 #include "Service/SrvFormFields.h"
 
 #include <gtest/gtest.h>
@@ -28,13 +30,24 @@ TEST(FormFields, ValuesAreReadAsTypedWhateverTheyHold) {
     EXPECT_FALSE(SrvFormFields::ParseNumber("12345678901234567890").has_value());
 }
 
-TEST(WireContract, VersionLoginAndRegistration) {
+TEST(WireContract, VersionUpdateLoginAndRegistration) {
     ServerHarness server;
     EXPECT_EQ(ServerHarness::Message(server.Get("/quillmaze")), "VERSION106");
-    server.Service().Store().SetSetting("version", "107");
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"set-version", "107"}), 0);
     std::string answer = server.Get("/quillmaze");
     EXPECT_EQ(ServerHarness::Message(answer), "VERSION107");
     EXPECT_NE(answer.find("Connection: close"), std::string::npos);
+    std::string package = std::string("\x1f\x8b\x08\0update", 10);
+    std::string path = (server.Folder() / "u.tar.gz").string();
+    ASSERT_TRUE(WriteFileAtomic(path, package));
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"publish", path}), 0);
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"publish", path + ".missing"}), 1);
+    EXPECT_EQ(ServerHarness::Body(server.Get("/files/quillmaze-update.tar.gz")), package);
+    EXPECT_EQ(ServerHarness::Body(server.Get("/files/quillmaze-update.sha256")),
+              SrvAdmin::DigestLine(package, "quillmaze-update.tar.gz"));
+    EXPECT_EQ(SrvAdmin::DigestLine("abc", "x").substr(0, 16), "ba7816bf8f01cfea");
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"set-version", "106"}),
+              0); // other tests may share the database
 
     std::string name = "A&n=" + ServerHarness::Unique();
     std::string registered = server.Form("qcode=register&username=" + name + "&password=p&w=d&email=" + name +
@@ -87,6 +100,10 @@ TEST(WireContract, UploadListAndDownload) {
     std::string list = server.Form("qcode=mapuserlist");
     EXPECT_NE(list.find(user.id + "," + name + ",2,1"), std::string::npos) << list;
     EXPECT_EQ(server.Form("qcode=requestmaps&uid=999999999"), "REQUESTMAPS1");
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"remove-map", name, "3"}), 0);
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Other.map:1");
+    EXPECT_EQ(SrvAdmin::Run(server.Database(), {"remove-user", name}), 0);
+    EXPECT_EQ(server.Form("qcode=login&username=" + name + "&password=pw&build=106"), "LOGIN0");
     EXPECT_EQ(server.Form("qcode=requestmaps&uid=x"), "REQUESTMAPS0");
 }
 

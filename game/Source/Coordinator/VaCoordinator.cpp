@@ -2,6 +2,7 @@
 
 #include "Audio/VeAudioManager.h"
 #include "Controls/QmControls.h"
+#include "Coordinator/QmResultsFlow.h"
 #include "Coordinator/QmScriptedRaceControls.h"
 #include "Coordinator/QmSharedSounds.h"
 #include "Coordinator/VaApp.h"
@@ -271,10 +272,7 @@ bool VaCoordinator::StartPlay(bool retry) {
         gameplay->StartRace(false, true);
         return true;
     case PlayParty:
-        // The party page prepares its players before their race begins.
-        MakeGameplay();
-        Log("Party play is started from its page.\n");
-        return false;
+        return Results().StartPartyRace(retry);
     default:
         MakeGameplay();
         gameplay->StartRace(!retry, true);
@@ -368,6 +366,8 @@ void VaCoordinator::ReturnToMenu() {
     }
     if (playMode == PlayRandomRun) {
         menuPage = 1;
+    } else if (playMode == PlayParty) {
+        menuPage = Results().PageAfterLeavingParty();
     }
     app->SwitchScene(SceneMenu);
 }
@@ -391,12 +391,17 @@ void VaCoordinator::RestartIfAsked() {
 }
 
 void VaCoordinator::RaceFinished(int64_t finalTime, int rank) {
-    // The after-race page would show the results and ask for a name; until it exists the finish
-    // is completed at the end of the frame and the game returns to the menu.
+    // Completed at the end of the frame: the after-race scene, or the Marathon's next map.
     finish.pending = true;
     finish.time = finalTime;
     finish.rank = rank;
-    returnToMenuRequested = true;
+}
+
+QmResultsFlow& VaCoordinator::Results() {
+    if (!results) {
+        results = std::make_unique<QmResultsFlow>(*this);
+    }
+    return *results;
 }
 
 void VaCoordinator::CompleteFinish() {
@@ -409,10 +414,7 @@ void VaCoordinator::CompleteFinish() {
     if (!environment || !gameplay) {
         return;
     }
-    environment->UnlockNext();
-    if (finish.rank >= 0) {
-        gameplay->SaveScores(finish.rank == 1, false, PlayerName(), true);
-    }
+    Results().CompleteFinish(finish.time, finish.rank);
 }
 
 std::string VaCoordinator::PlayerName() const {
@@ -463,6 +465,11 @@ void VaCoordinator::GameFrame() {
         if (screen != nullptr) {
             screen->ResetViewport();
         }
+        if (app->scene == SceneAfterRace) {
+            Results().AfterRaceFrame();
+        } else {
+            Results().PageFrame(menuPage);
+        }
         break;
     case SceneEditor:
         if (environment && editor) {
@@ -474,6 +481,7 @@ void VaCoordinator::GameFrame() {
         if (environment) {
             WorldFrame(app->scene == SceneRace);
             worldDrawn = true;
+            Results().DrawRaceOverlay();
         }
         break;
     default:

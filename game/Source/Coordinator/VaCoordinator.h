@@ -16,9 +16,10 @@
 //
 // The coordinator is the world's view host (options, scene, racer, flip), the race's host (play
 // mode, music option, language lines, the in-race menu, what happens at the finish) and the world's
-// link to the front end (language lines, notices, sounds). Pages that do not exist yet are stood in
-// for: notices are written to the console, the finish saves a qualifying time under the player's
-// name and returns to the menu scene, and the menu scene draws nothing but the frame-rate display.
+// link to the front end (language lines, notices, sounds). A finished run goes to the after-race
+// scene (QmResultsFlow: the top ten with the name entry, or the party's ranking). Pages that do
+// not exist yet are stood in for: notices are written to the console, and the menu scene draws
+// only the results, highscores, character and party pages.
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
 #include "Coordinator/VaAppCommander.h"
@@ -35,6 +36,7 @@
 
 class ArEnvironmentManager;
 class QmClientGameplayManager;
+class QmResultsFlow;
 class QmControls;
 class QmEditor;
 class QmLanguage;
@@ -195,11 +197,16 @@ public:
     std::unique_ptr<QmRaceControls> scriptedControls;
     std::unique_ptr<ArEnvironmentManager> environment;
     std::unique_ptr<QmClientGameplayManager> gameplay;
+
+    // The after-race scene, the highscores, character and party pages (made on first use).
+    QmResultsFlow& Results();
     // Made when the editor is first opened; the race started from it returns to it.
     std::unique_ptr<QmEditor> editor;
     bool raceFromEditor = false;
 
 private:
+    friend class QmResultsFlow; // makes the party's races (MakeGameplay)
+
     struct Finish {
         bool pending = false;
         int64_t time = 0;
@@ -231,4 +238,5 @@ private:
     QmControls* raceControls = nullptr;
     QmInRaceMenu inRaceMenu;
     Finish finish;
+    std::unique_ptr<QmResultsFlow> results;
 };

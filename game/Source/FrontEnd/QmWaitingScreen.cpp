@@ -16,8 +16,13 @@ void QmWaitingScreen::Set(const std::function<std::string(int)>& line, const std
 }
 
 void QmWaitingScreen::Draw(VeSurface& target) const {
-    target.MultiplyAll(kDarken);
     const int top = target.height / 2 - name.Height() / 2 - 40;
+    const int bottom = top + name.Height() + (mapCount.text.empty() ? 0 : 24 + mapCount.Height());
+    const int left = kPanelMargin;
+    const int width = target.width - 2 * kPanelMargin;
+    target.Rect(left - kRim, top - kPanelPadding - kRim, width + 2 * kRim,
+                bottom - top + 2 * (kPanelPadding + kRim), kRimColour, true, true);
+    target.Rect(left, top - kPanelPadding, width, bottom - top + 2 * kPanelPadding, kPanelColour, true, true);
     name.DrawOnto(target, target.width / 2, top, true, 1.0f, 0x000000);
     if (!mapCount.text.empty()) {
         mapCount.DrawOnto(target, target.width / 2, top + name.Height() + 24, true, 1.0f, 0x000000);

@@ -1,9 +1,10 @@
 #pragma once
 // Between party turns: the race waits for its player, and this screen names who races next (and
-// in a Marathon which of the three maps follows) over the darkened map; the race itself asks to
-// press Space.
+// in a Marathon which of the three maps follows) on a panel across the middle of the map; the race
+// itself asks to press Space below it.
 #include "Screen/Text/VeText.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -14,7 +15,11 @@ public:
     static constexpr int kNextUpLine = 52;
     static constexpr int kMapLine = 55;
     static constexpr int kOfLine = 56;
-    static constexpr float kDarken = 0.35f;
+    static constexpr int kPanelMargin = 20;
+    static constexpr int kPanelPadding = 24;
+    static constexpr int kRim = 3;
+    static constexpr uint32_t kPanelColour = 0x1C1A24;
+    static constexpr uint32_t kRimColour = 0xE6D514;
 
     // map is the 1-based Marathon map, 0 in Versus.
     void Set(const std::function<std::string(int)>& line, const std::string& player, int map, int maps);

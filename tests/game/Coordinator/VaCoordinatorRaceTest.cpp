@@ -4,9 +4,11 @@
 #include "App/VeRegistry.h"
 #include "Controls/QmControls.h"
 #include "Coordinator/QmInRaceMenu.h"
+#include "Coordinator/QmResultsFlow.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "Environment/CoreEnvironmentManager/QmBlocks.h"
 #include "FrontEnd/Options/QmOptions.h"
+#include "FrontEnd/QmHighscoresManager.h"
 #include "Gameplay/QmClientGameplayManager.h"
 #include "HeadlessGame.h"
 #include "Input/VeKey.h"
@@ -255,7 +257,7 @@ TEST_F(RaceGame, ReturnToMenuEndsInTheMenuScene) {
     EXPECT_EQ(World().blocks, blocks);
 }
 
-TEST_F(RaceGame, FinishingUnlocksTheNextMapKeepsTheTimeAndReturnsToTheMenu) {
+TEST_F(RaceGame, FinishingUnlocksTheNextMapAndAsksForTheNameTheTimeIsKeptUnder) {
     // The map's stored best run, replayed on the frame-locked clock, reaches the finish.
     StartGame({"--play", "0", "0", "--2d"});
     const std::string best = Race().Highscores().StoredRecording().ToText();
@@ -268,9 +270,15 @@ TEST_F(RaceGame, FinishingUnlocksTheNextMapKeepsTheTimeAndReturnsToTheMenu) {
     for (int frame = 0; frame < 1200 && app->scene == SceneRace; ++frame) {
         app->Frame();
     }
-    ASSERT_EQ(app->scene, SceneMenu) << "the best run did not finish";
+    ASSERT_EQ(app->scene, SceneAfterRace) << "the best run did not finish";
     EXPECT_EQ(World().GetMapField('l', next), "0");
     EXPECT_NE(log.find("Notice: "), std::string::npos);
+    // The highscores page offers the player's name; confirming keeps the run, Escape leaves.
+    ASSERT_TRUE(coordinator->Results().Highscores().NameEntryOpen());
+    FrameWithKeys({VeKey::Return});
+    EXPECT_FALSE(coordinator->Results().Highscores().NameEntryOpen());
+    FrameWithKeys({VeKey::Escape});
+    ASSERT_EQ(app->scene, SceneMenu);
     // The fresh race read the score file again: the run is in first place under the player's name.
     ASSERT_FALSE(Race().Highscores().List().empty());
     EXPECT_EQ(Race().Highscores().List()[0].name, coordinator->PlayerName());

@@ -15,7 +15,8 @@ TEST_F(WaitingScreenTest, TheWaitingScreenNamesTheNextPlayerInEveryLanguage) {
         page.Fill(0x80A0C0);
         screen.Draw(page);
         EXPECT_EQ(screen.Text(), language.GetLine(52) + ": ANNE-MARIE LONGNAME");
-        EXPECT_EQ(page.GetXY(0, 0) & 0xFFFFFF, 0x2C3742u) << "the race is darkened";
+        EXPECT_EQ(page.GetXY(0, 0) & 0xFFFFFF, 0x80A0C0u) << "the map shows around the panel";
+        EXPECT_EQ(page.GetXY(30, 320) & 0xFFFFFF, QmWaitingScreen::kPanelColour);
         EXPECT_TRUE(MatchesStoredImage("frontend/waiting-" + name + ".png", Picture(), 0)) << name;
     }
 }

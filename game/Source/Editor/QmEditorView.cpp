@@ -77,15 +77,17 @@ void QmEditorView::DrawLayer(const QmEditor& drawn, int64_t frameNow) {
 }
 
 void QmEditorView::DrawRoute3D() {
-    if (!editor->RouteCurrent() || editor->CheckReport()->path.empty() || world.art.speed == nullptr) {
+    if (!editor->RouteCurrent() || editor->CheckReport()->path.empty()) {
         return;
     }
-    // Small flat marks along the run, every few steps.
-    const float cell = static_cast<float>(editor->CheckReport()->blockSize);
-    for (size_t i = 0; i < editor->CheckReport()->path.size(); i += 2) {
-        const auto& [x, y] = editor->CheckReport()->path[i];
-        world.DrawBlock(world.art.speed->Texture(world.blockSize), true, x / cell, y / cell, 0, true, false,
-                        false, false, 1.0f, true, QmClientEnvironmentManager::kOpaqueWhite);
+    // A faint trail of the racer along the run, a few steps apart.
+    const QmPlayabilityCheck::Report& report = *editor->CheckReport();
+    const VeTexture* racer = world.RacerTexture(world.blockSize);
+    const float cell = static_cast<float>(report.blockSize);
+    for (size_t i = 0; i < report.path.size(); i += 3) {
+        const auto& [x, y] = report.path[i];
+        world.DrawBlock(racer, true, x / cell, y / cell, 0, true, false, false, false, 0.45f, true,
+                        QmClientEnvironmentManager::kOpaqueWhite);
     }
 }
 
@@ -142,8 +144,10 @@ void QmEditorView::DrawRoute2D(VeSurface& overlay) {
         const int ay = static_cast<int>((y0 + half) * scale);
         const int bx = static_cast<int>((x1 + half) * scale);
         const int by = static_cast<int>((y1 + half) * scale);
-        overlay.Line(ax, ay + 1, bx, by + 1, 0x202020, true);
+        overlay.Line(ax, ay + 2, bx, by + 2, 0x202020, true);
+        overlay.Line(ax - 1, ay, bx - 1, by, kRouteColour, true);
         overlay.Line(ax, ay, bx, by, kRouteColour, true);
+        overlay.Line(ax, ay + 1, bx, by + 1, kRouteColour, true);
     }
 }
 

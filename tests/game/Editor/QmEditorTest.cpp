@@ -9,6 +9,9 @@
 #include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
 
 using namespace renderer_test;
 
@@ -247,6 +250,44 @@ TEST_P(EditorPictureTest, TheEditorWithItsPaletteOpen) {
     if (!GetParam()) {
         EXPECT_EQ(shot.At(3 * 64, 4 * 64), 0x00FFFFu) << "the cursor cell's frame";
     }
+}
+
+TEST_P(EditorPictureTest, TheCheckedRouteIsShownWhileTheMapStaysAsChecked) {
+    Start(GetParam());
+    editor->SetCursor(0, 0);
+    const ScreenshotImage before = Step();
+    editor->ExecuteCommand(QmEditor::CmdCheck);
+    for (int i = 0; i < 3000 && editor->CheckRunning(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    const ScreenshotImage shown = Step();
+    ASSERT_NE(editor->CheckReport(), nullptr);
+    ASSERT_EQ(editor->CheckReport()->outcome, QmPlayabilityCheck::Outcome::Finishable);
+    EXPECT_EQ(editor->StatusText().rfind("LINE 198 ", 0), 0u) << editor->StatusText();
+    if (std::getenv("QUILLMAZE_EDITOR_SHOTS") != nullptr) {
+        SaveScreenshotImage(std::string(std::getenv("QUILLMAZE_EDITOR_SHOTS")) + "/route-" +
+                                (GetParam() ? "3d" : "2d") + ".png",
+                            shown);
+    }
+    // Between the Start (left) and the Finish (right, high up) the picture changed along the way
+    // (below the cursor's row and above the animated fire).
+    std::vector<std::pair<int, int>> route;
+    for (int y = 64; y < 440; ++y) {
+        for (int x = 0; x < 560; ++x) {
+            if (shown.At(x, y) != before.At(x, y)) {
+                route.emplace_back(x, y);
+            }
+        }
+    }
+    EXPECT_GT(route.size(), 300u);
+    // A change to the map hides the route again.
+    editor->Model().Paint(5, 0, 1);
+    const ScreenshotImage changedMap = Step();
+    size_t stillShown = 0;
+    for (const auto& [x, y] : route) {
+        stillShown += changedMap.At(x, y) == shown.At(x, y) ? 1 : 0;
+    }
+    EXPECT_LT(stillShown, route.size() / 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, EditorPictureTest, ::testing::Values(false, true),

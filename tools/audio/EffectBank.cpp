@@ -97,7 +97,7 @@ std::vector<Effect> EffectBank::Build() {
     };
     std::vector<Effect> effects;
     for (const Recipe& recipe : recipes) {
-        effects.push_back({recipe.file, Done(recipe.make(), recipe.loadVolume)});
+        effects.push_back({recipe.file, Done(recipe.make(), recipe.loadVolume), recipe.loadVolume});
     }
     return effects;
 }

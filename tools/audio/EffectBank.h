@@ -11,6 +11,7 @@
 struct Effect {
     std::string file; // relative to the repository root, e.g. "Audio/Jump.wav"
     SampleBuffer sound;
+    float loadVolume = 1.0f; // the volume the game plays the file at
 };
 
 class EffectBank {

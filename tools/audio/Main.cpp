@@ -1,6 +1,7 @@
 // gen-audio <repository root>: writes the game's 26 sound effects and its two music loops as
 // mono 16-bit PCM wave files at 44100 Hz under Audio/, then prints, per file, its length, peak
-// and RMS level, so the sounds can be checked without speakers.
+// and RMS level, and the level of its loudest 50 ms as the game plays it, so the sounds can be
+// checked without speakers.
 #include "EffectBank.h"
 #include "Songs.h"
 #include "WaveFile.h"
@@ -28,11 +29,11 @@ int main(int argc, char** argv) {
     const std::filesystem::path root = argv[1];
     try {
         std::vector<Effect> sounds = EffectBank::Build();
-        sounds.push_back({"Audio/Music/Suspicious.wav", Songs::Suspicious()});
-        sounds.push_back({"Audio/Music/MainMenu.wav", Songs::MainMenu()});
+        sounds.push_back({"Audio/Music/Suspicious.wav", Songs::Suspicious(), 0.64f});
+        sounds.push_back({"Audio/Music/MainMenu.wav", Songs::MainMenu(), 0.32f});
         std::filesystem::create_directories(root / "Audio" / "Music");
         uintmax_t totalBytes = 0;
-        std::printf("%-30s %8s %9s %9s\n", "file", "seconds", "peak dB", "RMS dB");
+        std::printf("%-30s %8s %9s %9s %10s\n", "file", "seconds", "peak dB", "RMS dB", "played dB");
         for (const Effect& effect : sounds) {
             std::string path = (root / effect.file).string();
             std::string error;
@@ -41,8 +42,9 @@ int main(int argc, char** argv) {
                 return 1;
             }
             totalBytes += std::filesystem::file_size(path);
-            std::printf("%-30s %8.3f %9.2f %9.2f\n", effect.file.c_str(), effect.sound.Seconds(),
-                        Decibels(effect.sound.Peak()), Decibels(effect.sound.Rms()));
+            std::printf("%-30s %8.3f %9.2f %9.2f %10.2f\n", effect.file.c_str(), effect.sound.Seconds(),
+                        Decibels(effect.sound.Peak()), Decibels(effect.sound.Rms()),
+                        Decibels(effect.sound.LoudestRms(0.05) * effect.loadVolume));
         }
         std::printf("%zu files, %.2f MB\n", sounds.size(),
                     static_cast<double>(totalBytes) / (1024.0 * 1024.0));

@@ -242,3 +242,15 @@ void QmButtonGrid::Draw(VeSurface& target, bool focused) {
         }
     }
 }
+
+QmTextBoxes QmButtonGrid::Texts() const {
+    QmTextBoxes boxes;
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        const VeButton& button = *buttons[i];
+        const int markRoom = places[i].mark >= 0 ? kMarkSize + 6 : 0;
+        const int border = style.hoverBorderThickness;
+        boxes.emplace_back(button.LabelText(), button.width - 2 * border - markRoom,
+                           button.height - 2 * border);
+    }
+    return boxes;
+}

@@ -8,6 +8,7 @@
 // activation with "Select". Buttons may carry an on/off mark drawn at their left end (switches).
 #include "Form/VeButton.h"
 #include "Form/VeButtonStyle.h"
+#include "FrontEnd/QmTextBox.h"
 #include "Screen/Text/VeTextStyle.h"
 
 #include <functional>
@@ -51,6 +52,8 @@ public:
     int Update(QmControls& controls, VeInput* input, bool focused, Exit* exit = nullptr);
     void Draw(VeSurface& target, bool focused);
     bool MouseOver(const VeInput& input) const;
+    // Each label with the room inside its button (within the focus border, beside a switch mark).
+    QmTextBoxes Texts() const;
 
 private:
     struct Place {

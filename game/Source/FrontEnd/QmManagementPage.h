@@ -4,6 +4,7 @@
 // switch a tour's Lock and Editable marks. Every change goes through the world's tour rules; a
 // refused move shows the rule's notice, and a tour is deleted only after the player confirmed it.
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmTextBox.h"
 
 #include <memory>
 
@@ -16,6 +17,8 @@ public:
 
     void Frame() override;
     void Relabel() override;
+    // Every text the page shows now, with the room its box or button gives it.
+    QmTextBoxes TextBoxes() const;
     // Reads the tours and maps again, keeping the selection where it still exists.
     void RebuildLists();
 

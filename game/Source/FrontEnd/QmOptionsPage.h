@@ -5,6 +5,7 @@
 // "options.dat" and switches the language at once (every page is relabelled); Back leaves without
 // saving anything.
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmTextBox.h"
 
 #include <memory>
 
@@ -17,6 +18,8 @@ public:
 
     void Frame() override;
     void Relabel() override;
+    // Every text the page shows now, with the room its box or button gives it.
+    QmTextBoxes TextBoxes() const;
 
 private:
     class Impl;

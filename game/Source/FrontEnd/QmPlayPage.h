@@ -8,6 +8,7 @@
 // StartPlay begins a race in the coordinator's current play mode on the world's current map; the
 // page's own Confirm first loads the chosen map and sets tour play.
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmTextBox.h"
 
 #include <memory>
 
@@ -20,6 +21,8 @@ public:
 
     void Frame() override;
     void Relabel() override;
+    // Every text the page shows now, with the room its box or button gives it.
+    QmTextBoxes TextBoxes() const;
     // Remakes the title for the coordinator's play mode (and the shared-maps page's states).
     void RefreshTitle();
     // Forgets the mouse's last position and selects the first button and the left column.

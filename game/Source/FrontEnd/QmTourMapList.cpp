@@ -291,23 +291,23 @@ void QmTourMapList::Draw(VeSurface& target, bool focused) {
     DrawMaps(target, focused);
 }
 
-std::vector<QmTourMapList::TextBox> QmTourMapList::Texts() const {
-    std::vector<TextBox> boxes{{&tourHeading, kTourWidth, kRowsY - kHeadingY},
-                               {&mapHeading, showTimes ? kTimeX - 6 : kMapWidth, kRowsY - kHeadingY}};
+QmTextBoxes QmTourMapList::Texts() const {
+    QmTextBoxes boxes{{tourHeading, kTourWidth, kRowsY - kHeadingY},
+                      {mapHeading, showTimes ? kTimeX - 6 : kMapWidth, kRowsY - kHeadingY}};
     if (showTimes) {
-        boxes.push_back({&timeHeading, kMapWidth - kTimeX, kRowsY - kHeadingY});
+        boxes.emplace_back(timeHeading, kMapWidth - kTimeX, kRowsY - kHeadingY);
     }
     if (mapRows.empty()) {
-        boxes.push_back({&noMaps, kMapWidth - 10, visibleRows * kRowHeight});
+        boxes.emplace_back(noMaps, kMapWidth - 10, visibleRows * kRowHeight);
     }
     for (const auto& text : tourTexts) {
-        boxes.push_back({text.get(), TourNameRoom(), kRowHeight});
+        boxes.emplace_back(*text, TourNameRoom(), kRowHeight);
     }
     for (const auto& text : mapTexts) {
-        boxes.push_back({text.get(), MapNameRoom(), kRowHeight});
+        boxes.emplace_back(*text, MapNameRoom(), kRowHeight);
     }
     for (const auto& text : timeTexts) {
-        boxes.push_back({text.get(), kMapWidth - kTimeX - kBadgeRoom, kRowHeight});
+        boxes.emplace_back(*text, kMapWidth - kTimeX - kBadgeRoom, kRowHeight);
     }
     return boxes;
 }

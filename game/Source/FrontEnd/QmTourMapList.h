@@ -4,6 +4,7 @@
 // right in play order (name, lock mark, best time and the badge that time earns). One column has
 // the focus; Up and Down move within it, the columns scroll to keep the selection in sight, and
 // the mouse picks a row by pointing at it. The rows are read from the world by Read.
+#include "FrontEnd/QmTextBox.h"
 #include "Screen/Surface/VeImage.h"
 #include "Screen/Text/VeText.h"
 
@@ -79,12 +80,7 @@ public:
     bool RowAt(int x, int y, Column& column, int& index) const;
     void Draw(VeSurface& target, bool focused);
     // Every text drawn with the box it must fit in (for the page checks).
-    struct TextBox {
-        const VeText* text;
-        int boxWidth;
-        int boxHeight;
-    };
-    std::vector<TextBox> Texts() const;
+    QmTextBoxes Texts() const;
 
 private:
     void MakeTexts();

@@ -98,9 +98,8 @@ TEST_F(TourMapListTest, EveryTextFitsItsBox) {
     maps[0].bestMs = 3599999;
     maps[1].name = "Q";
     list.SetRows({{"A TOUR NAME FAR TOO LONG FOR ITS COLUMN", false, false}}, maps);
-    for (const auto& box : list.Texts()) {
-        EXPECT_LE(box.text->Width(), box.boxWidth) << box.text->text;
-        EXPECT_LE(box.text->Height(), box.boxHeight) << box.text->text;
+    for (const QmTextBox& box : list.Texts()) {
+        EXPECT_TRUE(box.Fits()) << box.text << ": " << box.textWidth << " x " << box.textHeight;
     }
 }
 

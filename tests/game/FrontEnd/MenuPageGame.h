@@ -1,0 +1,138 @@
+#pragma once
+// Test support for the menu pages: the game with its window (the tests run under Xvfb) on the
+// shipped tours in a temporary game folder, without sound, with a scripted keyboard and mouse and
+// a driven clock. A page runs one frame at a time over a plain background, as the menu's frame
+// runs it, and its picture is the screen's overlay.
+#include "App/VeRegistry.h"
+#include "Coordinator/QmCommandLine.h"
+#include "Coordinator/VaApp.h"
+#include "Coordinator/VaCoordinator.h"
+#include "FrontEnd/QmTextBox.h"
+#include "Input/VeInput.h"
+#include "Platform/VeTime.h"
+#include "Screen/VeScreen.h"
+#include "Support/Screenshot.h"
+#include "Support/TempUserData.h"
+#include "engine/Input/FakeInputSource.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+class MenuPageGame : public ::testing::Test {
+protected:
+    static constexpr uint32_t kBackground = 0x203040;
+
+    void SetUp() override {
+        previousFolder = std::filesystem::current_path();
+        std::filesystem::current_path(QM_SOURCE_DIR);
+        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
+        SetTimeSource([this] { return now; });
+        QmCommandLine commandLine;
+        ASSERT_EQ(commandLine.Parse({"quillmaze"}), QmCommandLine::Result::Run);
+        app = std::make_unique<VaApp>();
+        app->FillSettings();
+        app->registry->SetInt("VE_USE_AUDIO", 0);
+        app->registry->SetInt("VE_DEBUG_INFO", 0);
+        app->UseCommandLine(commandLine);
+        app->Init();
+        ASSERT_NE(app->screen, nullptr);
+        app->screen->SetFramePacing(false);
+        delete app->input;
+        app->input = new VeInput(app->screen, std::make_unique<FakeInputSource>(&devices));
+        app->screen->input = app->input;
+        app->CreateManagers();
+        coordinator = app->coordinator;
+        ASSERT_NE(coordinator->environment, nullptr);
+    }
+
+    void TearDown() override {
+        if (app) {
+            app->Shutdown();
+            delete app->input;
+            app->input = nullptr;
+            app.reset();
+        }
+        SetTimeSource(nullptr);
+        std::filesystem::current_path(previousFolder);
+    }
+
+    // One frame of the page with these keys going down (and up again after it).
+    template <typename Page> void Keys(Page& page, std::initializer_list<int> keys) {
+        for (int key : keys) {
+            devices.keys[key] = 1;
+        }
+        Run(page);
+        for (int key : keys) {
+            devices.keys[key] = 0;
+        }
+        app->input->Update();
+        app->input->ClearPressed();
+    }
+
+    // One frame with the pointer at (x, y) of the page, clicking when asked.
+    template <typename Page> void Pointer(Page& page, int x, int y, bool click = false) {
+        devices.mouseX = x;
+        devices.mouseY = y;
+        devices.buttons = click ? 1u : 0u;
+        Run(page);
+        devices.buttons = 0;
+        app->input->Update();
+        app->input->ClearPressed();
+    }
+
+    template <typename Page> void Run(Page& page) {
+        now += 17;
+        app->input->Update();
+        app->screen->overlay.Fill(kBackground);
+        page.Frame();
+        app->input->ClearPressed();
+    }
+
+    ScreenshotImage Picture() const {
+        const VeSurface& overlay = app->screen->overlay;
+        ScreenshotImage image;
+        image.width = 640;
+        image.height = 640;
+        for (int y = 0; y < 640; ++y) {
+            for (int x = 0; x < 640; ++x) {
+                image.pixels.push_back(overlay.GetXY(x, y) & 0xFFFFFF);
+            }
+        }
+        return image;
+    }
+
+    // Pixels of the rectangle that are not the background.
+    int Drawn(int x0, int y0, int w, int h) const {
+        int count = 0;
+        for (int y = y0; y < y0 + h; ++y) {
+            for (int x = x0; x < x0 + w; ++x) {
+                count += (app->screen->overlay.GetXY(x, y) & 0xFFFFFF) != kBackground ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
+    static ::testing::AssertionResult AllFit(const QmTextBoxes& boxes) {
+        for (const QmTextBox& box : boxes) {
+            if (!box.Fits()) {
+                return ::testing::AssertionFailure()
+                       << "\"" << box.text << "\" is " << box.textWidth << " x " << box.textHeight
+                       << " in a box of " << box.boxWidth << " x " << box.boxHeight;
+            }
+        }
+        return ::testing::AssertionSuccess();
+    }
+
+    TempUserData userData;
+    FakeInputSource::Devices devices;
+    std::unique_ptr<VaApp> app;
+    VaCoordinator* coordinator = nullptr;
+    int64_t now = 1000;
+
+private:
+    std::filesystem::path previousFolder;
+};

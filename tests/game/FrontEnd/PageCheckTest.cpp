@@ -1,0 +1,65 @@
+// Every menu page in each of the four languages: the picture against a stored one, and every
+// text laid out inside its box or button (no text runs over, none is cut).
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/QmManagementPage.h"
+#include "FrontEnd/QmOptionsPage.h"
+#include "FrontEnd/QmPlayPage.h"
+#include "FrontEnd/QmTourMapList.h"
+#include "Input/VeKey.h"
+#include "MenuPageGame.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class PageCheck : public MenuPageGame, public ::testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        MenuPageGame::SetUp();
+        coordinator->Language().Load(GetParam());
+    }
+
+    // The picture within rounding of the stored one, and the page's texts inside their boxes.
+    template <typename Page> void Check(Page& page, const std::string& name) {
+        EXPECT_TRUE(AllFit(page.TextBoxes())) << name;
+        EXPECT_TRUE(MatchesStoredImage("frontend/" + name + "-" + GetParam() + ".png", Picture(), 4, 0));
+    }
+};
+
+TEST_P(PageCheck, PlayPage) {
+    coordinator->SetMenuPage(2);
+    QmPlayPage page;
+    page.RebuildLists();
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Down});
+    Keys(page, {VeKey::Return}); // a locked map: the page says why
+    Run(page);
+    EXPECT_GT(Drawn(QmTourMapList::kMapX, QmTourMapList::kRowsY + QmTourMapList::kRowHeight, 24, 30), 0)
+        << "the lock mark";
+    Check(page, "play");
+}
+
+TEST_P(PageCheck, ManagementPage) {
+    coordinator->SetMenuPage(3);
+    QmManagementPage page;
+    page.RebuildLists();
+    Keys(page, {VeKey::Right});
+    Run(page);
+    Check(page, "management");
+}
+
+TEST_P(PageCheck, OptionsPage) {
+    coordinator->SetMenuPage(12);
+    QmOptionsPage page;
+    Keys(page, {VeKey::Down});
+    Keys(page, {VeKey::Down});
+    Run(page);
+    Check(page, "options");
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, PageCheck, ::testing::Values("English", "Dutch", "French", "Norwegian"),
+                         [](const auto& info) { return info.param; });
+
+} // namespace

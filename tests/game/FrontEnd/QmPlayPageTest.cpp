@@ -1,0 +1,68 @@
+#include "FrontEnd/QmPlayPage.h"
+#include "Environment/ArEnvironmentManager.h"
+#include "FrontEnd/QmTourMapList.h"
+#include "Input/VeKey.h"
+#include "MenuPageGame.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using PlayPageTest = MenuPageGame;
+
+int RowY(int row) {
+    return QmTourMapList::kRowsY + row * QmTourMapList::kRowHeight + 10;
+}
+
+TEST_F(PlayPageTest, KeysChooseAMapAndOnlyAnUnlockedOneStarts) {
+    coordinator->SetMenuPage(2);
+    QmPlayPage page;
+    page.RebuildLists();
+    Run(page);
+    EXPECT_GT(Drawn(QmTourMapList::kMapX, QmTourMapList::kRowsY, 200, 30), 0) << "the first map is listed";
+    Keys(page, {VeKey::Down});
+    EXPECT_EQ(page.SelectedTour(), 1);
+    Keys(page, {VeKey::Up});
+    Keys(page, {VeKey::Return}); // into the maps of the first tour
+    Keys(page, {VeKey::Down});
+    EXPECT_EQ(page.SelectedMap(), 1);
+    Keys(page, {VeKey::Return});
+    EXPECT_EQ(app->scene, SceneMenu) << "the second map is locked until the first is finished";
+    bool told = false;
+    for (const QmTextBox& box : page.TextBoxes()) {
+        told = told || box.text == coordinator->GetLine(35);
+    }
+    EXPECT_TRUE(told) << "the page says why";
+    Keys(page, {VeKey::Up});
+    Keys(page, {VeKey::Return});
+    EXPECT_EQ(app->scene, SceneRace);
+    EXPECT_EQ(coordinator->playMode, VaCoordinator::PlayTour);
+    EXPECT_EQ(coordinator->environment->tourIndex, 0);
+    EXPECT_EQ(coordinator->environment->levelIndex, 0);
+}
+
+TEST_F(PlayPageTest, TheMouseSelectsAndAClickOnTheSelectedMapStartsIt) {
+    coordinator->SetMenuPage(2);
+    QmPlayPage page;
+    page.RebuildLists();
+    Pointer(page, QmTourMapList::kTourX + 20, RowY(2), true);
+    EXPECT_EQ(page.SelectedTour(), 2);
+    Pointer(page, QmTourMapList::kTourX + 20, RowY(0), true);
+    Pointer(page, QmTourMapList::kMapX + 40, RowY(0), true);
+    EXPECT_EQ(app->scene, SceneMenu) << "the first click selects";
+    Pointer(page, QmTourMapList::kMapX + 40, RowY(0), true);
+    EXPECT_EQ(app->scene, SceneRace);
+}
+
+TEST_F(PlayPageTest, BackReturnsToTheMainMenuAndTheTitleFollowsThePlayMode) {
+    coordinator->SetMenuPage(2);
+    QmPlayPage page;
+    page.RebuildLists();
+    coordinator->playMode = VaCoordinator::PlayRandomRun;
+    page.RefreshTitle();
+    EXPECT_EQ(page.TextBoxes().rbegin()[1].text, coordinator->GetLine(167));
+    Keys(page, {VeKey::Escape});
+    EXPECT_EQ(coordinator->CurrentMenuPage(), 1);
+}
+
+} // namespace

@@ -204,18 +204,25 @@ int QmEditor::ToolbarButtonAt(int x, int y) const {
 void QmEditor::Frame(int64_t frameNow, VeSurface* overlay) {
     now = frameNow;
     PollCheck();
-    ReadInput(now);
+    // In 3D the cell under the mouse comes from a picking pass before the frame's own: when the
+    // mouse moved (at most every kPickIntervalMs while it keeps moving) and on every click.
     const bool threeD = world.ThreeDActive();
-    // The picking image follows the mouse in 3D: a picking pass before the frame's own.
-    if (threeD && input != nullptr && input->mouseMoved && question.empty() && !nameInput) {
-        world.Update();
-        world.picking = true;
-        world.BeginPass(false);
-        world.EndPass();
-        world.ComposeWorld(false, true);
-        world.picking = false;
-        FollowMouse();
+    if (threeD && input != nullptr && question.empty() && !nameInput) {
+        pickPending = pickPending || input->mouseMoved;
+        const bool click = input->mousePressed[kMouseLeft] != 0 || input->mousePressed[kMouseRight] != 0;
+        if ((pickPending && now - lastPickTime >= kPickIntervalMs) || (click && pickPending)) {
+            world.picking = true;
+            world.BeginPass(false);
+            world.EndPass();
+            world.ComposeWorld(false, true);
+            world.picking = false;
+            pickPending = false;
+            lastPickTime = now;
+            lastMouseX = lastMouseY = -1;
+            FollowMouse();
+        }
     }
+    ReadInput(now);
     world.Update();
     world.BeginPass(false);
     view->DrawLayer(*this, now);

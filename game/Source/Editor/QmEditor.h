@@ -82,6 +82,7 @@ public:
     static constexpr int kMenuCell = 44;
     static constexpr int kMenuTop = 200;
     static constexpr int kQuestionTop = 260;
+    static constexpr int64_t kPickIntervalMs = 50;
 
     QmEditor(QmClientEnvironmentManager& world, QmEditorHost& host, VeInput* input, QmControls* controls);
     ~QmEditor();
@@ -204,6 +205,8 @@ private:
     QmEditorModel::Grid copyBuffer{};
     int32_t copySize = QmCoreEnvironmentManager::kLargeBlockSize;
     int hoverButton = -1;
+    bool pickPending = false;
+    int64_t lastPickTime = -kPickIntervalMs;
     bool leftShoulderDown = false;
     bool rightShoulderDown = false;
     std::unique_ptr<QmEditorView> view;

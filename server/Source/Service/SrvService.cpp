@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <ctime>
 #include <httplib.h>
+#include <sys/socket.h>
 
 namespace {
 int64_t NowMs() {
@@ -117,7 +118,13 @@ void SrvService::Route() {
     server->set_read_timeout(config.readTimeoutSeconds, 0);
     server->set_keep_alive_timeout(config.readTimeoutSeconds);
     server->set_write_timeout(5, 0);
-    server->set_keep_alive_max_count(100);
+    server->set_keep_alive_max_count(1000);
+    // Answers leave at once on kept-alive connections instead of waiting for a delayed ACK.
+    server->set_tcp_nodelay(true);
+    server->set_socket_options([this](socket_t sock) {
+        httplib::default_socket_options(sock);
+        listenSocket = sock;
+    });
     if (config.log) {
         server->set_logger([this](const httplib::Request& request, const httplib::Response& response) {
             std::time_t now = std::time(nullptr);
@@ -198,15 +205,23 @@ void SrvService::Route() {
 }
 
 bool SrvService::Bind() {
+    bool bound = false;
     if (config.port == 0) {
         port = server->bind_to_any_port(config.host);
-        return port > 0;
+        bound = port > 0;
+    } else {
+        bound = server->bind_to_port(config.host, config.port);
+        port = config.port;
     }
-    if (!server->bind_to_port(config.host, config.port)) {
+    if (!bound) {
         Log("Cannot listen on %s:%d.\n", config.host.c_str(), config.port);
         return false;
     }
-    port = config.port;
+    // The library listens with a queue of 5: a burst of connections would wait a second for the
+    // retried SYN. Listening again on the bound socket only lengthens the queue.
+    if (listenSocket >= 0) {
+        ::listen(listenSocket, 1024);
+    }
     return true;
 }
 
@@ -315,15 +330,27 @@ std::string SrvService::Register(const SrvFormFields& form, const std::string& a
     return "REGISTER11" + std::to_string(*id) + "_" + token;
 }
 
+// The list is public and the same for everyone, so an answer is reused for up to a second: a crowd
+// asking at once costs the database one query a second.
 std::string SrvService::MapUserList() {
+    int64_t now = NowMs();
+    {
+        std::lock_guard<std::mutex> guard(userListLock);
+        if (now >= userListTime && now - userListTime < config.userListCacheMs) {
+            return userList;
+        }
+    }
     std::string text = "MAPUSERLIST1";
-    int64_t recent = NowMs() - 7LL * 86400000LL;
+    int64_t recent = now - 7LL * 86400000LL;
     bool first = true;
     for (const SrvUserEntry& user : store->MapUsers()) {
         text += (first ? "" : ";") + std::to_string(user.id) + "," + user.name + "," +
                 std::to_string(user.mapCount) + "," + (user.lastUploadMs >= recent ? "1" : "0");
         first = false;
     }
+    std::lock_guard<std::mutex> guard(userListLock);
+    userList = text;
+    userListTime = now;
     return text;
 }
 

@@ -16,6 +16,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace httplib {
@@ -44,6 +45,7 @@ struct SrvConfig {
     int maxSlot = 20;
     size_t maxBodyBytes = 256 * 1024;
     int64_t staleToleranceMs = 2000;
+    int64_t userListCacheMs = 1000; // how long one answer to the map user list is reused
 };
 
 class SrvService {
@@ -83,4 +85,8 @@ private:
     std::unique_ptr<httplib::Server> server;
     std::string dummyHash;
     int port = 0;
+    int listenSocket = -1;
+    std::mutex userListLock;
+    std::string userList;
+    int64_t userListTime = -1;
 };

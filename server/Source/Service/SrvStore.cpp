@@ -3,7 +3,7 @@
 #include <algorithm>
 
 namespace {
-constexpr size_t kPoolSize = 16;
+constexpr size_t kPoolSize = 256; // above the request threads: every thread keeps its connection
 
 // The schema's steps; a database records how many it has taken. Types are spelled for both
 // databases: "ID" and "BLOB" are replaced per dialect.

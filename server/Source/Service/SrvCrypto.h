@@ -6,7 +6,7 @@
 
 class SrvCrypto {
 public:
-    // The cost of a new hash: 2 passes over 19 MiB, so a login stays near 30 ms on one core while a
+    // The cost of a new hash: 2 passes over 19 MiB, so a login costs about 35 ms of one core while a
     // stolen hash still costs an attacker that memory per guess.
     static constexpr unsigned long long kOpsLimit = 2;
     static constexpr size_t kMemLimit = 19u * 1024u * 1024u;

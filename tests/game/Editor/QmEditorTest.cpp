@@ -5,6 +5,7 @@
 
 #include "Controls/QmControls.h"
 #include "Editor/QmEditorHost.h"
+#include "Form/VeTextInput.h"
 #include "Input/VeInput.h"
 #include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
 
@@ -223,6 +224,28 @@ TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsB
     EXPECT_TRUE(editor->Model().Modified());
     editor->ExecuteCommand(QmEditor::CmdUndo);
     EXPECT_EQ(world->blocks, edited) << "the copy is one step";
+}
+
+TEST_F(EditorSceneTest, RenamingStoresTheNameAndUndoingItRenamesBack) {
+    Start();
+    const std::string file = world->CurrentMapFile();
+    editor->ExecuteCommand(QmEditor::CmdEditName);
+    ASSERT_TRUE(editor->NameEditing());
+    editor->NameInput()->SetText("dark woods", 10);
+    Press(VeKey::Escape);
+    EXPECT_FALSE(editor->NameEditing());
+    EXPECT_EQ(world->CurrentMapFile(), file) << "Escape keeps the old name";
+
+    editor->ExecuteCommand(QmEditor::CmdEditName);
+    editor->NameInput()->SetText("dark woods", 10);
+    Press(VeKey::Return);
+    EXPECT_EQ(world->mapName, "dark woods");
+    EXPECT_EQ(world->CurrentMapFile(), "DarkWoods.map");
+    EXPECT_EQ(world->GetMapField('n'), "dark woods");
+    EXPECT_EQ(editor->StatusCode(), QmEditor::StatusRenamed);
+    EXPECT_EQ(editorHost.listsChanged, 1);
+    editor->ExecuteCommand(QmEditor::CmdUndo);
+    EXPECT_EQ(world->CurrentMapFile(), file);
 }
 
 class EditorPictureTest : public EditorSceneTest, public ::testing::WithParamInterface<bool> {};

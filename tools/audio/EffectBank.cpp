@@ -207,14 +207,15 @@ SampleBuffer EffectBank::EnemyHit() {
 // spring that bounces the racer away.
 SampleBuffer EffectBank::CowHitPlayer() {
     SampleBuffer s;
-    Add(s, Voice(Waveform::Sine, N("A4")).Envelope(0.001, 0.025, 0.0, 0.06, 0.015), 0.0);
-    Add(s, Voice(Waveform::Sine, N("A4") * 2.7).Envelope(0.001, 0.012, 0.0, 0.03, 0.01), 0.0, 0.4f);
+    Add(s, Voice(Waveform::Sine, N("A4")).Envelope(0.001, 0.04, 0.3, 0.06, 0.015), 0.0, 0.8f);
+    Add(s, Voice(Waveform::Sine, N("A4") * 2.7).Envelope(0.001, 0.012, 0.0, 0.03, 0.01), 0.0, 0.3f);
     Add(s,
-        Voice(Waveform::Triangle, N("A4"))
+        Voice(Waveform::Square, N("A4"))
             .Glide(N("D5"), 0.2)
             .Vibrato(18.0, 1.5)
-            .Envelope(0.005, 0.1, 0.5, 0.18, 0.03),
-        0.03, 0.6f);
+            .Envelope(0.005, 0.1, 0.6, 0.18, 0.03)
+            .Filter(FilterMode::LowPass, 2500),
+        0.03, 0.7f);
     return s;
 }
 
@@ -279,10 +280,9 @@ SampleBuffer EffectBank::FlipScreen() {
     Add(s,
         Voice(Waveform::Square, N("A5"))
             .PitchCurve({{0.0, N("A5")}, {0.16, N("A7")}, {0.34, N("D6")}})
-            .Duty(0.125)
             .Envelope(0.01, 0.2, 0.6, 0.32, 0.03)
             .Filter(FilterMode::LowPass, 6000),
-        0.0, 0.25f);
+        0.0, 0.4f);
     return s;
 }
 
@@ -295,13 +295,13 @@ SampleBuffer EffectBank::OpenGates() {
         double at = 0.07 * i;
         double hold = i == 3 ? 0.2 : 0.06;
         Voice bell = Voice(Waveform::Square, f)
-                         .Envelope(0.001, 0.1, 0.6, hold, 0.025)
+                         .Envelope(0.001, 0.1, 0.8, hold, 0.025)
                          .Filter(FilterMode::LowPass, 5000);
         Add(s, bell, at, 0.3f);
         Add(s, Voice(Waveform::Sine, f * 2.76).Envelope(0.001, 0.04, 0.0, 0.1, 0.02), at, 0.2f);
     }
     Voice clunk = Voice(Waveform::Square, N("D3")).Glide(N("D4"), 0.2).Envelope(0.002, 0.1, 0.3, 0.2, 0.03);
-    Add(s, clunk.Filter(FilterMode::LowPass, 900), 0.0, 0.35f);
+    Add(s, clunk.Filter(FilterMode::LowPass, 900), 0.0, 0.5f);
     return s;
 }
 
@@ -436,9 +436,13 @@ SampleBuffer EffectBank::Cow() {
 // second higher; Hover a soft rounded blip that only hints at a click.
 SampleBuffer EffectBank::Click() {
     SampleBuffer s;
-    Add(s, Noise(121).Envelope(0.0005, 0.006, 0.0, 0.015, 0.004).Filter(FilterMode::BandPass, 3500, 1.5),
-        0.0);
-    Add(s, Voice(Waveform::Triangle, N("E6")).Envelope(0.0005, 0.02, 0.3, 0.035, 0.008), 0.0, 0.8f);
+    Add(s, Noise(121).Envelope(0.0005, 0.006, 0.0, 0.015, 0.004).Filter(FilterMode::BandPass, 3500, 1.5), 0.0,
+        0.5f);
+    Add(s,
+        Voice(Waveform::Square, N("E6"))
+            .Envelope(0.0005, 0.03, 0.6, 0.04, 0.008)
+            .Filter(FilterMode::LowPass, 4000),
+        0.0, 0.8f);
     return s;
 }
 
@@ -450,9 +454,12 @@ SampleBuffer EffectBank::DoubleClick() {
             Noise(131 + static_cast<uint64_t>(i))
                 .Envelope(0.0005, 0.006, 0.0, 0.015, 0.004)
                 .Filter(FilterMode::BandPass, 5000, 1.5),
-            0.06 * i);
-        Add(s, Voice(Waveform::Triangle, N(notes[i])).Envelope(0.0005, 0.015, 0.3, 0.03, 0.006), 0.06 * i,
-            0.8f);
+            0.045 * i, 0.5f);
+        Add(s,
+            Voice(Waveform::Square, N(notes[i]))
+                .Envelope(0.0005, 0.03, 0.6, 0.035, 0.006)
+                .Filter(FilterMode::LowPass, 5000),
+            0.045 * i, 0.8f);
     }
     return s;
 }

@@ -6,6 +6,9 @@
 
 class QmMenuPage : public VaAppCommander {
 public:
+    ~QmMenuPage() override = default;
+    // This frame's input and drawing on the screen's overlay.
     virtual void Frame() = 0;
+    // The language changed: make every text again.
     virtual void Relabel() {}
 };

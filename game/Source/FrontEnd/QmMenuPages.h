@@ -1,0 +1,110 @@
+#pragma once
+// The menu pages and their frame. MenuFrame runs once per frame in the menu scene: it shows a
+// pending notice, draws the tiled background and (with the option "AnimatedMenuBackground") the
+// falling blocks that stack up and clear away (F12 clears them at once), then runs the current
+// page: 0 the intro, 1 the main menu, 2 play, 3 management, 8 to 11 the party, results,
+// highscores and character pages, 12 options, 13 credits; pages not built yet answer with a
+// notice saying what is coming. The notice dialog is drawn over every page and, while it is
+// open, has the keys, the pad and the mouse to itself.
+//
+// The main menu is a column of eight buttons: Up and Down (keys or pad) walk it, the mouse selects
+// what it points at, Back moves to Quit and Back again quits.
+#include "FrontEnd/QmMenuBackground.h"
+#include "FrontEnd/QmMenuPage.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+class QmCreditsPage;
+class QmManagementPage;
+class QmOptionsPage;
+class QmPlayPage;
+class VeButtonRow;
+class VeButtonStyle;
+class VeImage;
+class VeTextStyle;
+
+class QmMenuPages : public QmMenuPage {
+public:
+    enum PageIndex : int32_t {
+        kIntro = 0,
+        kMainMenu = 1,
+        kPlay = 2,
+        kManagement = 3,
+        kLogin = 4,
+        kRegistration = 5,
+        kRules = 6,
+        kSharedMaps = 7,
+        kParty = 8,
+        kPartyResults = 9,
+        kHighscores = 10,
+        kCharacter = 11,
+        kOptions = 12,
+        kCredits = 13,
+    };
+    // The main menu's buttons, top to bottom, as language lines.
+    static constexpr int kMainButtonLines[8] = {27, 167, 38, 141, 65, 79, 16, 68};
+    static constexpr int kQuitLine = 68;
+    static constexpr int kUpdateTitleLine = 120;
+    static constexpr int kUpdateAvailableLine = 139;
+    static constexpr int kUpdateRequiredLine = 158;
+
+    QmMenuPages();
+    ~QmMenuPages() override;
+    QmMenuPages(const QmMenuPages&) = delete;
+    QmMenuPages& operator=(const QmMenuPages&) = delete;
+
+    // One frame of the menu scene (and of the after-race scene, which stops after the background).
+    void MenuFrame();
+    void Frame() override { MenuFrame(); }
+    // The language changed: every page's texts again.
+    void Relabel() override;
+
+    int32_t Page() const { return page; }
+    void SetPage(int32_t value) { page = value; }
+    // Tour play on the play page, from the menu scene with a fresh race.
+    void OpenPlayPage();
+    // The random-level run from its first level.
+    void StartRandomRun();
+    // Back on the main menu with the mouse forgotten (a page's Back or its back button).
+    void ReturnToMainMenu();
+    // Shown once, in a one-button notice at the next frame.
+    void SetPendingNotice(const std::string& text) { pendingNotice = text; }
+    const std::string& PendingNotice() const { return pendingNotice; }
+    void SetUpdateAvailableNotice(bool on) { updateAvailableNotice = on; }
+    void SetUpdateRequiredNotice(bool on) { updateRequiredNotice = on; }
+
+    QmPlayPage& PlayPage() { return *playPage; }
+    QmManagementPage& ManagementPage() { return *managementPage; }
+    // Made when the main menu first opens it (null before).
+    QmCreditsPage* CreditsPage() { return creditsPage.get(); }
+    QmOptionsPage* OptionsPage() { return optionsPage.get(); }
+    const VeButtonRow& MainRow() const { return *buttons; }
+    QmMenuBackground& Background() { return background; }
+
+private:
+    void MainMenuFrame();
+    void UpdateMainMenu();
+    void OtherPageFrame();
+    // A page whose building is still to come: a one-button notice and the main menu.
+    void ComingSoon(int titleLine);
+    void BuildMainRow();
+
+    std::unique_ptr<VeImage> logo;
+    std::unique_ptr<VeTextStyle> labelStyle;
+    std::unique_ptr<VeButtonStyle> buttonStyle;
+    std::unique_ptr<VeButtonRow> buttons;
+    int32_t page = kMainMenu;
+    std::unique_ptr<QmOptionsPage> optionsPage;
+    std::unique_ptr<QmCreditsPage> creditsPage;
+    std::unique_ptr<QmPlayPage> playPage;
+    std::unique_ptr<QmManagementPage> managementPage;
+    bool mouseActive = false;
+    float lastMouseX = -1.0f;
+    float lastMouseY = -1.0f;
+    std::string pendingNotice;
+    bool updateAvailableNotice = false;
+    bool updateRequiredNotice = false;
+    QmMenuBackground background;
+};

@@ -32,6 +32,9 @@ constexpr int kOfficialUnchangedLine = 136;
 constexpr int kDeleteTourLine = 131;
 constexpr int kSwitchesLine = 132;
 constexpr int kDeleteMapLine = 133;
+constexpr int kYesLine = 7;
+constexpr int kNoLine = 77;
+constexpr int kQuestionWidth = 480;
 constexpr const char* kDeleteTourAction = "DELETE_TOUR_WITH_LEVELS_AND_SCORES";
 constexpr const char* kSwitchesAction = "SAVE_LOCKED_OR_EDITABLE";
 constexpr const char* kDeleteMapAction = "DELETE_MAP_WITH_SCORES";
@@ -132,7 +135,11 @@ public:
         world->levelIndex = list.SelectedMap();
     }
 
+    // Reads the lists again with the given tour and map selected (the tour list may have grown).
     void Reread(int tour, int map) {
+        if (World() != nullptr) {
+            list.SetRows(QmTourMapList::ReadTours(*World()), {});
+        }
         list.SelectTour(tour);
         RebuildLists();
         list.SelectMap(map);
@@ -165,7 +172,7 @@ public:
             if (tour->official) {
                 Refused(kOfficialUnchangedLine);
             } else {
-                QmPageLinks::Ask(kDeleteTourAction, QmMenuPage::C()->GetLine(kDeleteTourLine));
+                Ask(kDeleteTourAction, kDeleteTourLine);
             }
             break;
         case AddMap:
@@ -175,7 +182,7 @@ public:
             list.SetFocus(QmTourMapList::Maps);
             break;
         case DeleteMap:
-            QmPageLinks::Ask(kDeleteMapAction, QmMenuPage::C()->GetLine(kDeleteMapLine));
+            Ask(kDeleteMapAction, kDeleteMapLine);
             break;
         case MoveUp:
         case MoveDown:
@@ -201,7 +208,7 @@ public:
             pendingSwitch = button;
             // Locking a tour or making it read-only takes something away from the player: ask.
             if ((button == LockedSwitch && !tour->locked) || (button == EditableSwitch && tour->editable)) {
-                QmPageLinks::Ask(kSwitchesAction, QmMenuPage::C()->GetLine(kSwitchesLine));
+                Ask(kSwitchesAction, kSwitchesLine);
             } else {
                 ApplySwitch();
             }
@@ -230,27 +237,67 @@ public:
         Reread(t, list.SelectedMap());
     }
 
-    void Answers() {
+    // A question over the page with No and Yes; nothing is deleted or switched before Yes.
+    void Ask(const std::string& action, int line) {
+        VaCoordinator* c = QmMenuPage::C();
+        VeTextStyle style = labelStyle;
+        style.MaxWidth(kQuestionWidth - 40).LineHeight(6);
+        question = VeText(c->GetLine(line), &style);
+        questionAction = action;
+        const int top = QuestionTop();
+        answers.Set({{c->GetLine(kNoLine), c->GetLine(kYesLine)}}, top + question.Height() + 40, 640, 120);
+        answers.Select(0); // No: a slip of the key deletes nothing
+    }
+
+    int QuestionTop() const { return 320 - (question.Height() + 110) / 2; }
+
+    void QuestionFrame(QmControls& controls, VeInput* input) {
+        const int answer = answers.Update(controls, input, true);
+        if (controls.Back()) {
+            questionAction.clear();
+            return;
+        }
+        if (answer < 0) {
+            return;
+        }
+        const std::string action = questionAction;
+        questionAction.clear();
+        if (answer == 1) {
+            Answered(action);
+        }
+    }
+
+    void Answered(const std::string& action) {
         ArEnvironmentManager* world = World();
-        if (QmPageLinks::AnswerFor(kDeleteTourAction) == 1 && world != nullptr) {
-            const int t = list.SelectedTour();
+        if (world == nullptr) {
+            return;
+        }
+        const int t = list.SelectedTour();
+        const int m = list.SelectedMap();
+        if (action == kDeleteTourAction) {
             world->DeleteTour(t);
             const int next = t > 0 ? t - 1 : 0;
             world->tourIndex = next;
             world->levelIndex = 0;
             Reread(next, 0);
             list.SetFocus(QmTourMapList::Tours);
-        }
-        if (QmPageLinks::AnswerFor(kDeleteMapAction) == 1 && world != nullptr) {
-            const int t = list.SelectedTour();
-            const int m = list.SelectedMap();
+        } else if (action == kDeleteMapAction) {
             world->DeleteLevel(t, m, true);
             world->levelIndex = 0;
             Reread(t, m > 0 ? m - 1 : 0);
-        }
-        if (QmPageLinks::AnswerFor(kSwitchesAction) == 1) {
+        } else if (action == kSwitchesAction) {
             ApplySwitch();
         }
+    }
+
+    // Gives the keyboard's repeat timing back before the input goes.
+    void CloseRename() {
+        VeInput* input = QmMenuPage::C()->app->input;
+        if (rename && input != nullptr) {
+            rename->selected = false;
+            rename->Update(*input, false);
+        }
+        rename.reset();
     }
 
     void OpenRename() {
@@ -268,7 +315,7 @@ public:
     // The rename input takes every key while it is open: Return stores the name, Escape drops it.
     void RenameFrame(QmControls& controls, VeInput* input) {
         if (controls.Back()) {
-            rename.reset();
+            CloseRename();
             return;
         }
         if (input != nullptr &&
@@ -279,7 +326,7 @@ public:
             while (!name.empty() && name.back() == ' ') {
                 name.pop_back();
             }
-            rename.reset();
+            CloseRename();
             if (world != nullptr && !name.empty() && t < static_cast<int>(world->tours.size())) {
                 world->tours[static_cast<size_t>(t)].name = name;
                 world->SaveTour(t, false);
@@ -343,8 +390,8 @@ public:
         VeInput* input = c->app->input;
         QmControls& controls = c->Controls();
         VeCursor::SetMode(VeCursorKind::Arrow);
-        Answers();
-        if (QmPageLinks::DialogOpen()) {
+        if (!questionAction.empty()) {
+            QuestionFrame(controls, input);
             Draw();
             return;
         }
@@ -361,11 +408,13 @@ public:
         if (input != nullptr) {
             HandleMouse(*input);
         }
-        if (!focusOnButtons) {
+        // The keys of a frame act where the focus was when it began.
+        const bool keysToButtons = focusOnButtons;
+        if (!keysToButtons) {
             HandleListKeys(controls);
         }
         QmButtonGrid::Exit exit = QmButtonGrid::Exit::None;
-        const int activated = buttons.Update(controls, input, focusOnButtons, &exit);
+        const int activated = buttons.Update(controls, input, keysToButtons, &exit);
         if (exit == QmButtonGrid::Exit::Up) {
             focusOnButtons = false;
             c->PlaySound("Hover", 1.0f);
@@ -396,6 +445,15 @@ public:
             overlay.BlitKeyed(nameLabel.surface, kInputX - 12 - nameLabel.Width(), kInputY + 8);
             rename->Draw(overlay, false, false);
         }
+        if (!questionAction.empty()) {
+            const int left = 320 - kQuestionWidth / 2;
+            const int top = QuestionTop();
+            const int height = question.Height() + 110;
+            overlay.Rect(left - 1, top - 1, kQuestionWidth + 2, height + 2, 0xFFFFFF, false);
+            overlay.MultiplyRect(left, top, kQuestionWidth, height, 0.1f);
+            overlay.BlitKeyed(question.surface, left + 20, top + 24);
+            answers.Draw(overlay, true);
+        }
     }
 
     QmTextBoxes TextBoxes() const {
@@ -404,6 +462,11 @@ public:
         boxes.insert(boxes.end(), labels.begin(), labels.end());
         boxes.emplace_back(title, 640 - 16, QmTourMapList::kHeadingY - kTitleY);
         boxes.emplace_back(nameLabel, kInputX - 12 - 8, 30);
+        if (!questionAction.empty()) {
+            boxes.emplace_back(question, kQuestionWidth - 40, 640);
+            const QmTextBoxes labels = answers.Texts();
+            boxes.insert(boxes.end(), labels.begin(), labels.end());
+        }
         return boxes;
     }
 
@@ -415,6 +478,9 @@ public:
     VeText title;
     VeText nameLabel;
     std::unique_ptr<VeTextInput> rename;
+    QmButtonGrid answers{[](const std::string& name) { QmMenuPage::C()->PlaySound(name, 1.0f); }};
+    VeText question;
+    std::string questionAction;
     int pendingSwitch = LockedSwitch;
     bool focusOnButtons = false;
 };

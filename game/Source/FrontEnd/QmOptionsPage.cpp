@@ -271,9 +271,11 @@ public:
         if (input != nullptr) {
             HandleMouse(*input);
         }
+        // The keys of a frame act where the focus was when it began.
+        const bool keysToButtons = row == kButtonsRow;
         HandleKeys(controls, input);
         QmButtonGrid::Exit exit = QmButtonGrid::Exit::None;
-        const int activated = buttons.Update(controls, input, row == kButtonsRow, &exit);
+        const int activated = buttons.Update(controls, input, keysToButtons, &exit);
         if (exit == QmButtonGrid::Exit::Up) {
             MoveRow(-1);
         }

@@ -50,13 +50,3 @@ void QmPageLinks::RelabelAll() {
 void QmPageLinks::Notice(const std::string& title, const std::string& text) {
     C()->ShowNotice(title, text);
 }
-
-void QmPageLinks::Ask(const std::string& /*action*/, const std::string& /*text*/) {}
-
-bool QmPageLinks::DialogOpen() {
-    return false;
-}
-
-int QmPageLinks::AnswerFor(const std::string& /*action*/) {
-    return -1;
-}

@@ -262,14 +262,15 @@ public:
         if (input != nullptr) {
             HandleMouse(*input);
         }
-        if (!focusOnButtons) {
+        // The keys of a frame act where the focus was when it began.
+        const bool keysToButtons = focusOnButtons;
+        if (!keysToButtons) {
             HandleListKeys(controls);
         }
         if (c->app->scene != SceneMenu) {
             return; // a race began
         }
         QmButtonGrid::Exit exit = QmButtonGrid::Exit::None;
-        const bool keysToButtons = focusOnButtons;
         const int activated = buttons.Update(controls, input, keysToButtons, &exit);
         if (exit == QmButtonGrid::Exit::Up) {
             focusOnButtons = false;

@@ -1,0 +1,91 @@
+#include "FrontEnd/QmManagementPage.h"
+#include "Environment/ArEnvironmentManager.h"
+#include "Input/VeKey.h"
+#include "MenuPageGame.h"
+#include "Platform/VeFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+class ManagementPageTest : public MenuPageGame {
+protected:
+    // From the first tour down past the last one onto the first button (Add tour).
+    void ToButtons(QmManagementPage& page) {
+        for (size_t t = 0; t < World().tours.size(); ++t) {
+            Keys(page, {VeKey::Down});
+        }
+    }
+
+    bool Asking(const QmManagementPage& page) const {
+        for (const QmTextBox& box : page.TextBoxes()) {
+            if (box.text == coordinator->GetLine(131)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    ArEnvironmentManager& World() { return *coordinator->environment; }
+};
+
+TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYes) {
+    coordinator->SetMenuPage(3);
+    QmManagementPage page;
+    page.RebuildLists();
+    const size_t shipped = World().tours.size();
+    ToButtons(page);
+    Keys(page, {VeKey::Return}); // Add tour
+    ASSERT_EQ(World().tours.size(), shipped + 1);
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Return}); // Rename tour
+    for (int i = 0; i < 20; ++i) {
+        Keys(page, {VeKey::Backspace});
+    }
+    for (int key : {VeKey::H, VeKey::I, VeKey::L, VeKey::L, VeKey::S}) {
+        Keys(page, {key});
+    }
+    Keys(page, {VeKey::Return});
+    EXPECT_EQ(World().tours.back().name, "hills");
+    const std::string folder = GetGameFolder() + "/Maps/" + World().tourFolders.back();
+    EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
+
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Return}); // Delete tour: asks first
+    EXPECT_TRUE(Asking(page));
+    Keys(page, {VeKey::Return}); // No
+    EXPECT_FALSE(Asking(page));
+    EXPECT_EQ(World().tours.size(), shipped + 1);
+    Keys(page, {VeKey::Return});
+    Keys(page, {VeKey::Escape}); // Escape answers no as well
+    EXPECT_EQ(World().tours.size(), shipped + 1);
+    EXPECT_EQ(coordinator->CurrentMenuPage(), 3);
+    Keys(page, {VeKey::Return});
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Return}); // Yes
+    EXPECT_EQ(World().tours.size(), shipped);
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST_F(ManagementPageTest, AShippedTourCannotBeDeletedAndBackLeadsToThePlayPage) {
+    coordinator->SetMenuPage(3);
+    QmManagementPage page;
+    page.RebuildLists();
+    const size_t shipped = World().tours.size();
+    ASSERT_TRUE(World().tours[0].official);
+    Keys(page, {VeKey::Right}); // the first tour's maps, then down past them onto the buttons
+    for (size_t m = 0; m < World().tourLevels[0].size(); ++m) {
+        Keys(page, {VeKey::Down});
+    }
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Right});
+    Keys(page, {VeKey::Return}); // Delete tour on the first, shipped tour
+    EXPECT_FALSE(Asking(page)) << "refused without a question";
+    EXPECT_EQ(World().tours.size(), shipped);
+    Keys(page, {VeKey::Escape});
+    EXPECT_EQ(coordinator->CurrentMenuPage(), 2);
+}
+
+} // namespace

@@ -8,7 +8,7 @@
 //   Difficulty  of a map, from its reference run raced at 60 frames a second: the inputs it takes
 //               (recorded events), its length, and its tightest window (of the run's moments, a
 //               group of inputs less than 34 ms apart, the one that can move least and still
-//               finish: the span of start times that work, in 8 ms steps up to 160 ms each way).
+//               finish: the span of start times that work, in 16 ms steps up to 128 ms each way).
 //               One score orders them: inputs + 2 per second + 1000 / window in milliseconds.
 //   Cow seeds   a map with cows raced with its run at each cow seed: which ones reach the finish.
 // Kept in one header so that gen-levels and the shipped-level tests measure the same way.
@@ -27,6 +27,8 @@ struct LevelDifficulty {
     int inputs = 0;
     int64_t lengthMs = 0;
     int64_t windowMs = 0;
+    // The race time of the moment with the tightest window.
+    int64_t windowAtMs = 0;
     bool finished = false;
 
     double Score() const {
@@ -37,8 +39,8 @@ struct LevelDifficulty {
 
 class LevelMeasures {
 public:
-    static constexpr int64_t kWindowStep = 8;
-    static constexpr int64_t kWindowReach = 160;
+    static constexpr int64_t kWindowStep = 16;
+    static constexpr int64_t kWindowReach = 128;
     static constexpr int64_t kMomentGap = 34;
 
     static bool HasCows(const LevelMap& map) {
@@ -159,7 +161,10 @@ public:
                    finishesShifted(k, latest + kWindowStep)) {
                 latest += kWindowStep;
             }
-            difficulty.windowMs = std::min(difficulty.windowMs, latest - earliest + kWindowStep);
+            if (latest - earliest + kWindowStep < difficulty.windowMs) {
+                difficulty.windowMs = latest - earliest + kWindowStep;
+                difficulty.windowAtMs = events[moments[k].first].first;
+            }
         }
         return difficulty;
     }

@@ -55,7 +55,7 @@ def main():
             driver.save_screenshot(sys.argv[2])
         link = shown["Fire & Ice"].find_element(By.CSS_SELECTOR, "a.download")
         link.click()
-        target = os.path.join(downloads, "Fire&Ice.map")  # the game's name rule keeps the "&"
+        target = os.path.join(downloads, "Fire_Ice.map")
         deadline = time.time() + 15
         while time.time() < deadline and not os.path.exists(target):
             time.sleep(0.1)

@@ -42,6 +42,16 @@ bool IsWholeColumn(const std::string& line) {
 }
 } // namespace
 
+std::string SrvUpload::StoredName(const std::string& mapName) {
+    std::string base = QmFileNames::CamelCase(mapName);
+    for (char& c : base) {
+        bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+                     c == '_' || c == '.';
+        c = plain ? c : '_';
+    }
+    return base + ".map";
+}
+
 std::string SrvUpload::WithoutTrailingCrlf(const std::string& bytes) {
     if (bytes.size() >= 2 && bytes.compare(bytes.size() - 2, 2, "\r\n") == 0) {
         return bytes.substr(0, bytes.size() - 2);
@@ -103,7 +113,7 @@ std::optional<SrvCheckedMap> SrvUpload::CheckMap(const std::string& bytes, std::
         error = "map has no name";
         return std::nullopt;
     }
-    checked.fileName = QmFileNames::CamelCase(name) + ".map";
+    checked.fileName = StoredName(name);
     return checked;
 }
 

@@ -11,7 +11,7 @@
 
 struct SrvCheckedMap {
     QmMapContents contents;
-    std::string fileName; // the stored name: the map's name through the game's file-name rule + ".map"
+    std::string fileName; // the stored name (StoredName)
 };
 
 class SrvUpload {
@@ -23,6 +23,10 @@ public:
     static std::optional<SrvCheckedMap> CheckMap(const std::string& bytes, std::string& error);
     // True when the score file is empty or belongs to the map with this uid.
     static bool CheckScores(const std::string& bytes, const std::string& mapUid, std::string& error);
+    // The map's name through the game's file-name rule, then every byte other than letters, digits,
+    // '-', '_' and '.' turned into '_', + ".map": the game puts the name into its download URL and
+    // its map list answer ("File.map:<slot>,...") as it is, so nothing there may need escaping.
+    static std::string StoredName(const std::string& mapName);
     // The game's multipart writer ends each file with an extra CRLF before the boundary.
     static std::string WithoutTrailingCrlf(const std::string& bytes);
 };

@@ -29,6 +29,9 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
     // A name full of path and markup: the stored name stays one safe file name.
     EXPECT_EQ(server.Upload(user, 2, ServerHarness::MapFile("../../etc/x", "7"), ""), "POSTMAP1");
     EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2");
+    EXPECT_EQ(server.Upload(user, 3, ServerHarness::MapFile("a:b,c?d", "8"), ""), "POSTMAP1");
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
+              "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
 
     std::string good = ServerHarness::Multipart(
         {{"qcode", "postmap"}, {"mapno", "3"}, {"s", user.session}, {"user_id", user.id}},
@@ -38,7 +41,8 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
     std::string broken = good;
     broken.replace(broken.find("multipart/form-data; boundary="), 30, "multipart/form-data; boundary=zz");
     EXPECT_NE(server.Raw(broken).find(" 400 "), std::string::npos);
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2");
+    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
+              "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
 }
 
 TEST(HostileInput, TraversalQuotesAndBadSessions) {

@@ -1,5 +1,6 @@
 // Cows: walking and turning at walls and at each other, mooing, freezing with a dead racer, and
 // killing the racer on contact, countdown or not.
+#include "FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -11,18 +12,7 @@ constexpr float kFrame = 1.0f / 60.0f;
 }
 
 TEST(ArEnemyTest, ACowWalksBetweenWallsAndTurnsAtEach) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S.........",
-        "#..C...#..",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S.........", "#..C...#.."}));
     ASSERT_EQ(rig.race->enemies.size(), 1u);
     ArEnemy& cow = *rig.race->enemies[0];
     rig.race->running = 1;
@@ -44,18 +34,7 @@ TEST(ArEnemyTest, ACowWalksBetweenWallsAndTurnsAtEach) {
 }
 
 TEST(ArEnemyTest, CowsThatMeetStopTurnAndMooOnce) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S.........",
-        ".C.....C..",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S.........", ".C.....C.."}));
     ASSERT_EQ(rig.race->enemies.size(), 2u);
     ArEnemy& left = *rig.race->enemies[0];
     ArEnemy& right = *rig.race->enemies[1];
@@ -88,18 +67,7 @@ TEST(ArEnemyTest, CowsThatMeetStopTurnAndMooOnce) {
 }
 
 TEST(ArEnemyTest, ACowKillsTheRacerEvenDuringTheCountdown) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "C.........",
-        "S.........",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"C.........", "S........."}));
     rig.race->StartRace(false, true);
     rig.Frames(3);
     EXPECT_EQ(rig.race->running, 0) << "still counting down";
@@ -115,18 +83,8 @@ TEST(ArEnemyTest, ACowKillsTheRacerEvenDuringTheCountdown) {
 }
 
 TEST(ArEnemyTest, CowsFallButDoNotWalkBeforeTheRaceRuns) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "....C.....",
-        "..........",
-        "..........",
-        "..........",
-        "S.........",
-        "..........",
-        "##########",
-    });
+    RaceRig rig(
+        OnFloor({"....C.....", "..........", "..........", "..........", "S.........", ".........."}));
     rig.race->StartRace(false, true);
     rig.Frames(60);
     const ArEnemy& cow = *rig.race->enemies[0];
@@ -136,18 +94,7 @@ TEST(ArEnemyTest, CowsFallButDoNotWalkBeforeTheRaceRuns) {
 }
 
 TEST(ArEnemyTest, ACowSpawnsOnEachEnemyCellWhenAMapIsReady) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S.........",
-        "C.C.C.....",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S.........", "C.C.C....."}));
     EXPECT_EQ(rig.race->enemies.size(), 3u);
     rig.race->MapReady({{0.0f, 0.0f}}, 64);
     ASSERT_EQ(rig.race->enemies.size(), 1u) << "the old cows are gone";

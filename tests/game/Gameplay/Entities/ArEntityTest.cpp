@@ -1,5 +1,6 @@
 // The racer's movement against the grid: gravity and jumps on both grid sizes, walls, floors and
 // ceilings, and the block effects a racer (or the ghost) takes on its way.
+#include "FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -7,10 +8,7 @@
 using namespace gameplay_test;
 
 namespace {
-const std::vector<std::string> kFlat = {
-    "..........", "..........", "..........", "..........", "..........",
-    "..........", "..........", "..........", "S.........", "##########",
-};
+const std::vector<std::string> kFlat = OnFloor({"S........."});
 
 std::vector<std::string> Large(const std::vector<std::string>& rows) {
     // The same layout on a 20 x 20 grid: each character becomes a 2 x 2 block of cells, except the
@@ -36,7 +34,6 @@ TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnes) {
     for (const float dt : {1.0f / 1000.0f, 1.0f / 60.0f}) {
         RaceRig large(kFlat);
         large.race->CoreUpdate(dt); // settle on the floor
-        large.Racer().jumpHeld = 1;
         large.race->running = 1;
         const float start = large.Racer().y;
         float top = start;
@@ -117,18 +114,7 @@ TEST(ArEntityTest, AFallingRacerNeverPassesAOneCellFloorEvenAtOneFramePerSecond)
 }
 
 TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S..#......",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S..#......"}));
     rig.race->running = 1;
     for (int i = 0; i < 90; ++i) {
         rig.Racer().rightHeld = 1;
@@ -165,18 +151,7 @@ TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
 }
 
 TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "##########",
-        "..........",
-        "S.........",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"##########", "..........", "S........."}));
     rig.race->running = 1;
     rig.race->CoreUpdate(1.0f / 60.0f);
     rig.Racer().jumpHeld = 1;
@@ -200,18 +175,7 @@ TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
 }
 
 TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S.UU......",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S.UU......"}));
     rig.race->CoreUpdate(1.0f / 60.0f);
     rig.race->running = 1;
     rig.Racer().x = 150.0f; // one step away from straddling both pickups
@@ -229,18 +193,7 @@ TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
 }
 
 TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "SJVDV.KG..",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"SJVDV.KG.."}));
     rig.race->CoreUpdate(1.0f / 60.0f);
     rig.race->running = 1;
     ArPlayer& racer = rig.Racer();
@@ -273,18 +226,7 @@ TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
 }
 
 TEST(ArEntityTest, TheGhostOpensGatesOnlyForItselfAndLeavesTheMapAlone) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "SK.UG.....",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"SK.UG....."}));
     ArPlayer& ghost = *rig.race->Ghost();
     ArPlayer& racer = rig.Racer();
     rig.race->running = 1;
@@ -345,10 +287,7 @@ TEST(ArEntityTest, TheFinishNeedsTheInsetOverlap) {
 }
 
 TEST(ArEntityTest, FireKillsOnlyWhereItsImageIsNotTheColourKey) {
-    const std::vector<std::string> rows = {
-        "..........", "..........", "..........", "..........", "..........",
-        "..........", "..........", "..........", "S...f.....", "##########",
-    };
+    const std::vector<std::string> rows = OnFloor({"S...f....."});
     // Flames only in the bottom half of the cell.
     std::vector<uint32_t> lowFlames(64 * 64, 0xFFFF00FFu);
     for (int i = 32 * 64; i < 64 * 64; ++i) {
@@ -407,18 +346,7 @@ TEST(ArEntityTest, CollidesScansOnlyTheOverlapOfTheImage) {
 }
 
 TEST(ArEntityTest, CanMoveToRespectsTheFieldWallsAndCows) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S#C.......",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S#C......."}));
     ArPlayer& racer = rig.Racer();
     EXPECT_FALSE(racer.CanMoveTo(-1.0f, 0.0f)) << "the border";
     EXPECT_FALSE(racer.CanMoveTo(1.0f, 0.0f)) << "a wall";

@@ -10,8 +10,8 @@
 // or Space, Return or keypad Enter on the selected button. Every activation plays "Select".
 //
 // The row draws on its target surface and reads the input, the sounds and game pad 0 it is given
-// (each may be absent; without a pad reader the process's pad reader is asked, if there is one). Buttons are placed as a horizontal row
-// or a vertical column (Arrange), or by the page itself through Button(label).
+// (each may be absent; without a pad reader the process's pad reader is asked, if there is one). Buttons are
+// placed as a horizontal row or a vertical column (Arrange), or by the page itself through Button(label).
 #include "Form/VeButton.h"
 #include "Form/VeButtonStyle.h"
 #include "Input/GamePad.h"

@@ -11,6 +11,9 @@
 #include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/QmNoticeDialog.h"
 #include "Gameplay/ArGameplayManager.h"
 #include "Gameplay/QmMixerRaceAudio.h"
 #include "Gameplay/QmPlayerRaceControls.h"
@@ -19,6 +22,7 @@
 #include "Input/VeKey.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
+#include "Platform/VeMessageBox.h"
 #include "Platform/VeRandom.h"
 #include "Platform/VeTime.h"
 #include "Screen/Surface/VeImage.h"
@@ -64,13 +68,16 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
 
     controls = std::make_unique<QmControls>(app->input);
     CreateWorld();
+    if (environment) {
+        frontEnd = std::make_unique<QmFrontEnd>();
+        frontEnd->MenuPages();
+    }
     if (screen != nullptr && !screen->glEnabled && threeDAtStart) {
-        // The notice dialog of the front end tells the player; until it exists, the console does.
         ShowNotice(language->GetLine(kNoOpenGLTitleLine), language->GetLine(kNoOpenGLTextLine));
     }
 
     app->SwitchScene(SceneMenu);
-    menuPage = 0;
+    SetMenuPage(0);
 
     textBlack = std::make_unique<VeTextStyle>();
     textBlack->Colour(0x000000);
@@ -91,6 +98,8 @@ void VaCoordinator::LoadOptionsAndLanguage() {
     const QmCommandLine& line = app->commandLine;
     options = std::make_unique<QmOptions>();
     options->LoadOptions();
+    // Written back at once: a first start leaves the defaults on disk, a damaged file is replaced.
+    options->SaveOptions();
     if (line.fps) {
         options->Set(QmOptions::kFps, "1");
     }
@@ -174,7 +183,11 @@ VaCoordinator::~VaCoordinator() {
     if (app->audio != nullptr) {
         app->audio->StopAll();
     }
-    // The race refers to the world (it is the world's racer link), so it goes first.
+    // The pages refer to the race and the world, and the race to the world (it is the world's
+    // racer link): the front end goes first, then the race.
+    frontEnd.reset();
+    results.reset();
+    editor.reset();
     gameplay.reset();
     raceControls = nullptr;
     scriptedControls.reset();
@@ -365,9 +378,9 @@ void VaCoordinator::ReturnToMenu() {
         return;
     }
     if (playMode == PlayRandomRun) {
-        menuPage = 1;
+        SetMenuPage(1);
     } else if (playMode == PlayParty) {
-        menuPage = Results().PageAfterLeavingParty();
+        SetMenuPage(Results().PageAfterLeavingParty());
     }
     app->SwitchScene(SceneMenu);
 }
@@ -465,9 +478,12 @@ void VaCoordinator::GameFrame() {
         if (screen != nullptr) {
             screen->ResetViewport();
         }
+        if (frontEnd) {
+            frontEnd->MenuPages().MenuFrame();
+        }
         if (app->scene == SceneAfterRace) {
             Results().AfterRaceFrame();
-        } else {
+        } else if (!frontEnd) {
             Results().PageFrame(menuPage);
         }
         break;
@@ -607,6 +623,27 @@ std::string VaCoordinator::GetLine(int number) {
 
 void VaCoordinator::ShowNotice(const std::string& title, const std::string& text) {
     Log("Notice: %s: %s\n", title.c_str(), text.c_str());
+    if (frontEnd) {
+        frontEnd->Dialog().Show(QmNoticeDialog::kOneButton, false, 0, "", text, title);
+    }
+}
+
+QmFrontEnd& VaCoordinator::FrontEnd() {
+    if (!frontEnd) {
+        Halt("Quillmaze", "The front end exists only with the game's window.");
+    }
+    return *frontEnd;
+}
+
+int32_t VaCoordinator::CurrentMenuPage() const {
+    return frontEnd ? frontEnd->MenuPages().Page() : menuPage;
+}
+
+void VaCoordinator::SetMenuPage(int32_t page) {
+    menuPage = page;
+    if (frontEnd) {
+        frontEnd->MenuPages().SetPage(page);
+    }
 }
 
 void VaCoordinator::PlaySound(const std::string& name, float /*volume*/) {

@@ -17,9 +17,9 @@
 // The coordinator is the world's view host (options, scene, racer, flip), the race's host (play
 // mode, music option, language lines, the in-race menu, what happens at the finish) and the world's
 // link to the front end (language lines, notices, sounds). A finished run goes to the after-race
-// scene (QmResultsFlow: the top ten with the name entry, or the party's ranking). Pages that do
-// not exist yet are stood in for: notices are written to the console, and the menu scene draws
-// only the results, highscores, character and party pages.
+// scene (QmResultsFlow: the top ten with the name entry, or the party's ranking). The menu scene
+// runs the front end's frame (QmFrontEnd: the intro, the menu pages and the notice dialog, where
+// every notice goes); without a screen there is no front end and notices go to the console.
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
 #include "Coordinator/VaAppCommander.h"
@@ -39,6 +39,7 @@ class QmClientGameplayManager;
 class QmResultsFlow;
 class QmControls;
 class QmEditor;
+class QmFrontEnd;
 class QmLanguage;
 class QmOptions;
 class QmRaceAudio;
@@ -114,8 +115,8 @@ public:
     // stays white.
     uint32_t ScaleColour(uint32_t colour) const;
     // The front end's current menu page: 0 the intro, 1 the main menu.
-    int32_t CurrentMenuPage() const { return menuPage; }
-    void SetMenuPage(int32_t page) { menuPage = page; }
+    int32_t CurrentMenuPage() const;
+    void SetMenuPage(int32_t page);
 
     QmOptions& Options() { return *options; }
     const std::string& Option(const std::string& key) const;
@@ -200,6 +201,10 @@ public:
 
     // The after-race scene, the highscores, character and party pages (made on first use).
     QmResultsFlow& Results();
+    // The intro, the menu pages and the notice dialog (made with the world; a headless run has
+    // none, and asking for it then is a programming error).
+    QmFrontEnd& FrontEnd();
+    bool HasFrontEnd() const { return frontEnd != nullptr; }
     // Made when the editor is first opened; the race started from it returns to it.
     std::unique_ptr<QmEditor> editor;
     bool raceFromEditor = false;
@@ -239,4 +244,5 @@ private:
     QmInRaceMenu inRaceMenu;
     Finish finish;
     std::unique_ptr<QmResultsFlow> results;
+    std::unique_ptr<QmFrontEnd> frontEnd;
 };

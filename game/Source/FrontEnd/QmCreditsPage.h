@@ -34,6 +34,6 @@ private:
     std::unique_ptr<VeTextStyle> labelStyle;
     std::unique_ptr<VeButtonStyle> buttonStyle;
     std::unique_ptr<VeButtonRow> row;
-    std::unique_ptr<VeText> list;
+    std::vector<std::unique_ptr<VeText>> list;
     std::unique_ptr<VeText> footer;
 };

@@ -107,4 +107,6 @@ private:
     bool updateAvailableNotice = false;
     bool updateRequiredNotice = false;
     QmMenuBackground background;
+    // The language the pages show; a change reaches every page at the next frame.
+    std::string shownLanguage;
 };

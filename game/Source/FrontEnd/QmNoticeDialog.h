@@ -15,6 +15,7 @@
 #include <string>
 
 class QmControls;
+class VeAudioManager;
 class VeInput;
 class VeSurface;
 
@@ -27,10 +28,10 @@ public:
     static constexpr int kOneButton = 1;
     static constexpr int kTwoButtons = 0;
 
-    // Draws on target and reads input and controls (either may be null in headless runs); line
-    // gives the language's texts.
-    QmNoticeDialog(VeSurface* target, VeInput* input, QmControls* controls, std::function<std::string(int)> line,
-                   VeButtonRow::PadReader pad = nullptr);
+    // Draws on target, reads input and controls and plays its sounds on audio (each may be null in
+    // headless runs); line gives the language's texts.
+    QmNoticeDialog(VeSurface* target, VeInput* input, QmControls* controls, VeAudioManager* audio,
+                   std::function<std::string(int)> line, VeButtonRow::PadReader pad = nullptr);
     ~QmNoticeDialog();
     QmNoticeDialog(const QmNoticeDialog&) = delete;
     QmNoticeDialog& operator=(const QmNoticeDialog&) = delete;
@@ -50,7 +51,7 @@ public:
     // Answered with the button of this language line.
     bool AnsweredLine(int line) const;
     int32_t Width() const { return width; }
-    const VeText& Title() const { return title; }
+    const VeText& Title() const { return *title; }
     const VeText& Body() const { return *body; }
     const VeButtonRow& Row() const { return *row; }
     // The panel's box on the screen (left, top, width, height).
@@ -60,6 +61,7 @@ private:
     VeSurface* target;
     VeInput* input;
     QmControls* controls;
+    VeAudioManager* audio;
     std::function<std::string(int)> line;
     VeButtonRow::PadReader pad;
     bool visible = false;
@@ -70,7 +72,7 @@ private:
     VeTextStyle bodyStyle;
     VeTextStyle labelStyle;
     VeButtonStyle buttonStyle{100, 30};
-    VeText title;
+    std::unique_ptr<VeText> title;
     std::unique_ptr<VeText> body;
     std::unique_ptr<VeButtonRow> row;
     float lastMouseX = -1.0f;

@@ -1,0 +1,72 @@
+#include "FrontEnd/QmIntroPage.h"
+
+#include "Coordinator/VaApp.h"
+#include "Coordinator/VaCoordinator.h"
+#include "Form/VeFormElement.h"
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmMenuPages.h"
+#include "Input/VeInput.h"
+#include "Input/VeKey.h"
+#include "Platform/VeTime.h"
+#include "Screen/Surface/VeImage.h"
+#include "Screen/Text/VeText.h"
+#include "Screen/VeCursor.h"
+#include "Screen/VeScreen.h"
+
+#include <utility>
+
+QmIntroPage::QmIntroPage(std::function<int64_t()> clockSource) : clock(std::move(clockSource)) {
+    if (!clock) {
+        clock = [] { return GetTimeMs(); };
+    }
+    const VeScreen* screen = C()->app->screen;
+    const int32_t width = screen != nullptr ? screen->width : 640;
+    const int32_t height = screen != nullptr ? screen->height : 640;
+    if (screen != nullptr) {
+        logo = std::make_unique<VeImage>("Assets/Logo.png");
+        logoX = static_cast<float>(width / 2 - logo->width / 2);
+        logoY = static_cast<float>(height / 2 - logo->height / 2);
+    }
+    Relabel();
+    VeCursor::SetMode(VeCursorKind::Hand);
+    promptX = static_cast<float>(width) * 0.5f - 1.0f;
+    promptY = static_cast<float>(height) * 0.75f;
+    Restart();
+}
+
+QmIntroPage::~QmIntroPage() = default;
+
+void QmIntroPage::Restart() {
+    startClock = clock();
+}
+
+void QmIntroPage::Relabel() {
+    const std::string text = C()->Language().GetLine(kPromptLine);
+    const VeTextStyle shadowStyle(3, 0x000000, 5, 1, 1);
+    const VeTextStyle promptStyle(3, 0xFFFFFF, 3, 3, 1);
+    promptShadow = std::make_unique<VeText>(text, &shadowStyle);
+    prompt = std::make_unique<VeText>(text, &promptStyle);
+}
+
+void QmIntroPage::Frame() {
+    VaCoordinator* c = C();
+    VeScreen* screen = c->app->screen;
+    if (screen != nullptr && logo) {
+        VeSurface& overlay = screen->overlay;
+        overlay.BlitKeyed(*logo, static_cast<int32_t>(logoX), static_cast<int32_t>(logoY), true);
+        const int32_t x = static_cast<int32_t>(promptX);
+        const int32_t y = static_cast<int32_t>(promptY);
+        overlay.DrawImage(promptShadow->surface, x, y, true, kColourKey, 1.0f, c->blink, true);
+        overlay.DrawImage(prompt->surface, x, y, true, kColourKey, 1.0f, c->blink, true);
+    }
+    const VeInput* input = c->app->input;
+    const bool key =
+        input != nullptr && (input->pressed[VeKey::Space] != 0 || input->pressed[VeKey::Return] != 0 ||
+                             input->pressed[VeKey::KeypadEnter] != 0);
+    const bool click = input != nullptr && input->mousePressed[kMouseLeft] != 0;
+    if (key || click || clock() - startClock >= kTimeoutMs) {
+        VeCursor::SetMode(VeCursorKind::Arrow);
+        c->FrontEnd().MenuPages().SetPage(QmMenuPages::kMainMenu);
+    }
+}

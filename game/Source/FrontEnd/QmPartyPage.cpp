@@ -360,3 +360,16 @@ void QmPartyPage::Draw(const QmPageContext& context) {
     editButtons.Draw(target, focus == FocusEdit);
     goButtons.Draw(target, focus == FocusGo);
 }
+
+QmTextBoxes QmPartyPage::TextBoxes() const {
+    const int sizeRoom = 640 - kSizesX - kCheckSize - 10 - 6;
+    return {QmTextBox(title, 640 - 12, 60), // capitals only: the small letters' lower room stays empty
+            QmTextBox(playersHeading, kNameWidth, 20),
+            QmTextBox(versus, 640 / 2 - 16, 20),
+            QmTextBox(marathon, 640 / 2 - 16, 20),
+            QmTextBox(versusInfo, 600, kSizesY - (kTypeY + 48) - 2),
+            QmTextBox(marathonInfo, 600, kSizesY - (kTypeY + 48) - 2),
+            QmTextBox(smallLabel, sizeRoom, kSizeStep),
+            QmTextBox(largeLabel, sizeRoom, kSizeStep),
+            QmTextBox(tooFew, 640 - 12, kEditButtonsY - kWarningY)};
+}

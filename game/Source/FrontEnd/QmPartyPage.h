@@ -12,6 +12,7 @@
 #include "FrontEnd/QmCharacterBoxes.h"
 #include "FrontEnd/QmPageButtons.h"
 #include "FrontEnd/QmPageContext.h"
+#include "FrontEnd/QmTextBox.h"
 #include "Gameplay/QmParty.h"
 #include "Screen/Text/VeText.h"
 
@@ -71,6 +72,8 @@ public:
     const VeTextInput& NameInput(size_t index) const { return *names[index]; }
     VeTextInput& NameInput(size_t index) { return *names[index]; }
     Focus CurrentFocus() const { return focus; }
+    // The page's texts with the room the layout gives each (the check that none runs over).
+    QmTextBoxes TextBoxes() const;
 
 private:
     void MakeNameInput(const std::string& name);

@@ -74,6 +74,10 @@ TEST_F(PartyPageTest, ThePageInEveryLanguage) {
         fresh.SelectPlayer(0);
         WithKeys({}, [&] { return fresh.Frame(context); });
         EXPECT_TRUE(EdgesClear()) << name;
+        for (const QmTextBox& box : fresh.TextBoxes()) {
+            EXPECT_TRUE(box.Fits()) << name << ": \"" << box.text << "\" is " << box.textWidth << " x "
+                                    << box.textHeight << " in " << box.boxWidth << " x " << box.boxHeight;
+        }
         EXPECT_TRUE(MatchesStoredImage("frontend/party-" + name + ".png", Picture(), 0)) << name;
     }
 }

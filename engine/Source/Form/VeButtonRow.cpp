@@ -33,6 +33,10 @@ void VeButtonRow::ResetPadLatch() {
 }
 
 void VeButtonRow::Play(const std::string& sound) const {
+    if (soundPlayer && !sound.empty()) {
+        soundPlayer(sound);
+        return;
+    }
     if (audio != nullptr && !sound.empty()) {
         audio->Play(sound);
     }

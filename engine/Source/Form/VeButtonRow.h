@@ -21,6 +21,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class VeAudioManager;
@@ -41,6 +42,8 @@ public:
     void SetButtonStyle(const VeButtonStyle* style) { buttonStyle = style; }
     void SetLabelStyle(const VeTextStyle* style) { labelStyle = style; }
     const VeButtonStyle* ButtonStyle() const { return buttonStyle; }
+    // Where the row's sounds go instead of the audio manager (tools and tests).
+    void SetSoundPlayer(std::function<void(const std::string&)> player) { soundPlayer = std::move(player); }
     // Pixels between neighbouring buttons (5 by default).
     void SetSpacing(int32_t pixels) { spacing = pixels; }
     int32_t Spacing() const { return spacing; }
@@ -97,6 +100,7 @@ private:
     VeInput* input;
     VeAudioManager* audio;
     PadReader pad;
+    std::function<void(const std::string&)> soundPlayer;
     const VeButtonStyle* buttonStyle = nullptr;
     const VeTextStyle* labelStyle = nullptr;
     std::unique_ptr<VeButtonStyle> ownButtonStyle;

@@ -80,6 +80,7 @@ QmEditor::~QmEditor() = default;
 void QmEditor::Enter(bool fresh) {
     world.PrepareEditorView();
     if (fresh) {
+        check.Stop();
         model.Begin();
         cursorX = 0;
         cursorY = 0;

@@ -19,10 +19,13 @@
 #include <vector>
 
 namespace {
+constexpr const char* kUsage =
+    "usage: quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES]\n"
+    "                       [--greed G] [--max-states N] [--max-seconds S]\n"
+    "                       [--cow-frames N] [--max-refused N] [--exact]\n";
+
 int Usage() {
-    std::fprintf(stderr, "usage: quillmaze-route SOURCE.tour [MAP...] [--missing] [--write] [--step FRAMES]\n"
-                         "                       [--greed G] [--max-states N] [--max-seconds S]\n"
-                         "                       [--cow-frames N] [--max-refused N] [--exact]\n");
+    std::fputs(kUsage, stderr);
     return 2;
 }
 } // namespace
@@ -38,6 +41,14 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
         const bool value = i + 1 < argc;
+        if (arg == "--help" || arg == "-h") {
+            std::printf(
+                "%sSearches a reference run, from Start to Finish with the race's own physics, for the\n"
+                "maps of a tour source (all of them, the named ones, or with --missing those without\n"
+                "one) and reports each; --write stores the runs found in the source.\n",
+                kUsage);
+            return 0;
+        }
         if (arg == "--missing") {
             missingOnly = true;
         } else if (arg == "--exact") {

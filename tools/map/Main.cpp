@@ -26,12 +26,22 @@ namespace {
 constexpr int kFileError = 1;
 constexpr int kUsageError = 2;
 
+constexpr const char* kUsage = "usage: quillmaze-map decode [--all] FILE\n"
+                               "       quillmaze-map encode PLAIN OUT\n"
+                               "       quillmaze-map info FILE\n"
+                               "       quillmaze-map generate --seed N --size 10|20 OUT\n";
+
 int Usage() {
-    std::fprintf(stderr, "usage: quillmaze-map decode [--all] FILE\n"
-                         "       quillmaze-map encode PLAIN OUT\n"
-                         "       quillmaze-map info FILE\n"
-                         "       quillmaze-map generate --seed N --size 10|20 OUT\n");
+    std::fputs(kUsage, stderr);
     return kUsageError;
+}
+
+int Help() {
+    std::printf("%sReads and writes the game's map files: decode shows a map (or any enciphered file with\n"
+                "--all) as plain text, encode enciphers a plain map, info sums a map up, and generate\n"
+                "makes a random level of 10 or 20 cells a side from a seed.\n",
+                kUsage);
+    return 0;
 }
 
 bool ReadRawLines(const std::string& path, std::vector<std::string>& lines) {
@@ -213,6 +223,9 @@ int main(int argc, char** argv) {
         return Usage();
     }
     const std::string command = argv[1];
+    if (command == "--help" || command == "-h") {
+        return Help();
+    }
     const std::vector<std::string> args(argv + 2, argv + argc);
     if (command == "decode") {
         return Decode(args);

@@ -277,14 +277,21 @@ std::string SrvService::Login(const SrvFormFields& form, const std::string& addr
         return "LOGIN1U";
     }
     const std::string& name = form.Get("username");
+    if (name.empty() || name.size() > 64) {
+        return "LOGIN0"; // no account has such a name
+    }
     int64_t now = NowMs();
-    std::string nameKey = "login-name:" + name;
+    // Names compare without case, so the attempts on one name count together however it is typed.
+    std::string nameKey = "login-name:";
+    for (char c : name) {
+        nameKey += (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+    }
     std::string addressKey = "login-address:" + address;
     if (!store->Allow(nameKey, config.loginFailuresPerName, config.loginWindowMs, now, false) ||
         !store->Allow(addressKey, config.loginFailuresPerAddress, config.loginWindowMs, now, false)) {
         return "LOGIN0";
     }
-    auto user = name.size() <= 64 ? store->FindUser(name) : std::nullopt;
+    auto user = store->FindUser(name);
     // An unknown name costs the same hash as a known one, so timing does not tell names apart.
     bool good = SrvCrypto::VerifyPassword(user ? user->second : dummyHash, form.Get("password"));
     if (!user || !good) {

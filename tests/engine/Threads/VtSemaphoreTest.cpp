@@ -11,7 +11,6 @@
 TEST(VtSemaphoreTest, StartsEmptyWhateverTheInitialCountAndKeepsToItsMaximum) {
     VtSemaphore semaphore(5, 3);
     EXPECT_EQ(semaphore.GetCount(), 0);
-    EXPECT_EQ(semaphore.GetMaximum(), 3);
 
     EXPECT_TRUE(semaphore.Release(2));
     EXPECT_FALSE(semaphore.Release(2)); // 4 would pass the maximum: nothing added

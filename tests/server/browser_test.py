@@ -3,6 +3,7 @@
 the page, sees every shared map with a decoded thumbnail, and follows a download link.
 Usage: browser_test.py BUILD_DIR [SCREENSHOT.png]"""
 import os
+import shutil
 import sys
 import tempfile
 import time
@@ -68,6 +69,8 @@ def main():
         if driver:
             driver.quit()
         server.stop()
+        shutil.rmtree(data, ignore_errors=True)
+        shutil.rmtree(downloads, ignore_errors=True)
     for f in failures:
         print("FAIL:", f)
     print("browser test: %d maps, %s" % (3, "ok" if not failures else "failed"))

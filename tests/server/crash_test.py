@@ -4,6 +4,7 @@ started again; every upload that was answered POSTMAP1 must be there afterwards,
 Usage: crash_test.py BUILD_DIR [ROUNDS]  (QM_SERVER_TEST_DATABASE selects PostgreSQL)."""
 import os
 import random
+import shutil
 import sys
 import tempfile
 import threading
@@ -21,6 +22,7 @@ def main():
         for server in server_holder:  # a failed check must not leave the service running
             if server.process and server.process.poll() is None:
                 server.kill()
+            shutil.rmtree(server.data, ignore_errors=True)
 
 
 def run(server_holder):
@@ -64,7 +66,7 @@ def run(server_holder):
         threads = [threading.Thread(target=uploader, args=(users[2 * r + i], stop)) for i in range(2)]
         for t in threads:
             t.start()
-        time.sleep(random.uniform(0.05, 0.6))
+        time.sleep(random.uniform(0.2, 0.8))
         server.kill()
         killed += 1
         stop.set()

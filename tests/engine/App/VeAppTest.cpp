@@ -27,28 +27,14 @@ public:
     int quitAfter = 3;
 };
 
-// Collects the log lines of the engine's start-up and shutdown (other lines are left out).
+// Collects the fingerprint and the progress lines (ending in "..") of start-up and shutdown.
 class ProgressLog {
 public:
     ProgressLog() {
         previous = SetLogSink([this](const std::string& text) {
-            static const std::vector<std::string> progress = {
-                "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
-                "Creating Console..\n",
-                "Initializing Timer..\n",
-                "Creating Screen..\n",
-                "Initializing Input..\n",
-                "Initializing Audio..\n",
-                "Shutting down Audio..\n",
-                "Shutting down Input..\n",
-                "Shutting down Screen..\n",
-                "Shutting down Console..\n",
-                "Shutting down Registry..\n",
-            };
-            for (const std::string& line : progress) {
-                if (text == line) {
-                    lines.push_back(text);
-                }
+            const bool progress = text.size() > 3 && text.compare(text.size() - 3, 3, "..\n") == 0;
+            if (progress || text.rfind("App Fingerprint: ", 0) == 0) {
+                lines.push_back(text);
             }
         });
     }

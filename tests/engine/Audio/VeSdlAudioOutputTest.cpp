@@ -116,24 +116,3 @@ TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_NE(lines[0].find("without sound"), std::string::npos) << lines[0];
 }
-
-// The device's own thread mixes while the main thread starts and stops channels.
-TEST(VeSdlAudioOutputTest, ChannelsChangeWhileTheDeviceMixes) {
-    ScopedEnv driver("SDL_AUDIODRIVER", "dummy");
-    TempUserData data;
-    VeAudioManager audio("", false);
-    LoadTone(audio, data.path, 500, 2000);
-    const int64_t start = GetTimeMs();
-    int round = 0;
-    while (GetTimeMs() - start < 300) {
-        VeAudioHandle looping = audio.Play("tone", true, true, 1.0f, 0.0f, 0.0f, 0, 0.8f, 500, 0, 1.5f);
-        audio.Play("tone", false, false, 0, 0, 0, 3, 0.8f, 10);
-        EXPECT_TRUE(audio.Stop(looping));
-        if (++round % 5 == 0) {
-            audio.StopByName("tone");
-        }
-        SleepMs(1);
-    }
-    audio.StopAll();
-    EXPECT_GT(round, 10);
-}

@@ -64,6 +64,16 @@ QmCommandLine::QmCommandLine() {
                  screenshot = value;
                  return {};
              });
+    AddValue("service", "URL",
+             "the online service, http://HOST[:PORT] (default: QUILLMAZE_SERVICE, else "
+             "http://127.0.0.1:8080)",
+             [this](const std::string& value) -> std::string {
+                 if (value.rfind("http://", 0) != 0 || value.size() <= 7) {
+                     return "--service needs an address of the form http://HOST[:PORT]";
+                 }
+                 service = value;
+                 return {};
+             });
     AddSwitch("software", "draw without OpenGL", [this] {
         software = true;
         return std::string();

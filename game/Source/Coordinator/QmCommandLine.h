@@ -52,6 +52,7 @@ public:
     int32_t editMap = -1;
     std::optional<bool> threeD; // the "3DGraphics" of this run, when asked for
     std::optional<QmRecording> autoplay;
+    std::string service; // the online service's address; empty: QUILLMAZE_SERVICE or the default
 
 private:
     struct Option {

@@ -2,7 +2,9 @@
 
 #include "App/VeRegistry.h"
 #include "Coordinator/VaCoordinator.h"
+#include "FrontEnd/Options/QmOptions.h"
 #include "Input/VeInput.h"
+#include "Network/QmNetworkManager.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
 #include "Screen/VeScreen.h"
@@ -15,6 +17,7 @@ VaApp::VaApp() {
 }
 
 VaApp::~VaApp() {
+    delete network;
     delete coordinator; // only when Shutdown did not run
     coordinator = nullptr;
 }
@@ -49,6 +52,12 @@ void VaApp::CreateManagers() {
         frameClock.Install(commandLine.fixedDelta);
     }
     coordinator = new VaCoordinator(this);
+    if (!commandLine.Plays() && !commandLine.Edits()) {
+        network = new QmNetworkManager();
+        network->SetService(QmNetworkManager::ChooseService(commandLine.service));
+        network->SetAutoUpdates(coordinator->Option(QmOptions::kAutoUpdates) == "1");
+        network->Start();
+    }
     if (commandLine.Plays()) {
         std::string error;
         if (!coordinator->PlayMap(commandLine.playTour, commandLine.playMap, error)) {
@@ -100,6 +109,9 @@ void VaApp::Frame() {
     if (coordinator != nullptr) {
         coordinator->GameFrame();
     }
+    if (network != nullptr) {
+        network->Update();
+    }
     sceneChanged = false;
     if (input != nullptr) {
         input->ClearPressed();
@@ -131,6 +143,8 @@ void VaApp::Shutdown() {
     }
     gameShutDown = true;
     WriteScreenshot();
+    delete network;
+    network = nullptr;
     delete coordinator;
     coordinator = nullptr;
     frameClock.Uninstall();

@@ -18,6 +18,7 @@
 #include <string>
 
 class VaCoordinator;
+class QmNetworkManager;
 
 enum VaScene : int32_t {
     SceneNone = 0, // before the coordinator is initialised
@@ -55,6 +56,7 @@ public:
     int ExitCode() const;
 
     VaCoordinator* coordinator = nullptr;
+    QmNetworkManager* network = nullptr; // the online service's client, polled after each game frame
     int32_t scene = SceneNone;
     int32_t previousScene = SceneNone;
     bool sceneChanged = false;

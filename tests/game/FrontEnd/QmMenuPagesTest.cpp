@@ -1,0 +1,189 @@
+// The menu's frame in the running game: the main menu's Back handling, the notice dialog and its
+// answers, the intro's timeout, the falling-block backdrop, and stored pictures of the intro, the
+// main menu (still and animated), the credits and a dialog.
+#include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/Options/QmOptions.h"
+#include "FrontEnd/QmCreditsPage.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmIntroPage.h"
+#include "FrontEnd/QmMenuBackground.h"
+#include "FrontEnd/QmNoticeDialog.h"
+#include "Platform/VeRandom.h"
+
+#include "MenuPageGame.h"
+
+namespace {
+class MenuPagesTest : public MenuPageGame {
+protected:
+    QmMenuPages& Pages() { return coordinator->FrontEnd().MenuPages(); }
+    QmNoticeDialog& Dialog() { return coordinator->FrontEnd().Dialog(); }
+    std::string Line(int number) { return coordinator->Language().GetLine(number); }
+    void Still() {
+        coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
+        coordinator->blink = 1.0f;
+    }
+};
+} // namespace
+
+TEST_F(MenuPagesTest, BackOnTheMainMenuMovesToQuitAndBackAgainQuits) {
+    Pages().SetPage(QmMenuPages::kMainMenu);
+    Keys(Pages(), {VeKey::Down});
+    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(167));
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(QmMenuPages::kQuitLine));
+    EXPECT_FALSE(app->quitRequested);
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_TRUE(app->quitRequested);
+}
+
+TEST_F(MenuPagesTest, MainMenuOpensCreditsAndOnlineSaysItIsComing) {
+    Pages().SetPage(QmMenuPages::kMainMenu);
+    for (int i = 0; i < 6; ++i) {
+        Keys(Pages(), {VeKey::Down});
+    }
+    Keys(Pages(), {VeKey::Return});
+    ASSERT_EQ(Pages().Page(), QmMenuPages::kCredits);
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
+    EXPECT_FALSE(app->quitRequested);
+
+    for (int i = 0; i < 3; ++i) {
+        Keys(Pages(), {VeKey::Up});
+    }
+    Keys(Pages(), {VeKey::Return});
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
+    EXPECT_TRUE(Dialog().Visible());
+    // The dialog has the keys: Escape closes it and does not move the menu to Quit.
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_FALSE(Dialog().Visible());
+    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(141));
+}
+
+TEST_F(MenuPagesTest, PendingNoticeShowsOnceWithTheDefaultTitle) {
+    Pages().SetPendingNotice("THE DOWNLOAD FAILED.");
+    Run(Pages());
+    ASSERT_TRUE(Dialog().Visible());
+    EXPECT_EQ(Dialog().Title().text, Line(QmNoticeDialog::kTitleLine));
+    EXPECT_EQ(Dialog().Row().Size(), 1u);
+    Keys(Pages(), {VeKey::Return});
+    EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kOkLine));
+    Run(Pages());
+    EXPECT_FALSE(Dialog().Visible());
+}
+
+TEST_F(MenuPagesTest, DialogAnswersCarryItsAction) {
+    Pages().SetPage(QmMenuPages::kMainMenu);
+    Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "DELETE", "DELETE IT?", "");
+    EXPECT_EQ(Dialog().Row().SelectedLabel(), Line(QmNoticeDialog::kYesLine));
+    Keys(Pages(), {VeKey::Left});
+    Keys(Pages(), {VeKey::Return});
+    EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kNoLine));
+    EXPECT_EQ(Dialog().Action(), "DELETE");
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu); // the Return was the dialog's
+
+    Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "DELETE", "DELETE IT?", "");
+    Keys(Pages(), {VeKey::Return});
+    EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kYesLine));
+
+    // A notice from anywhere in the game opens the same dialog.
+    coordinator->ShowNotice("TITLE", "TEXT");
+    EXPECT_TRUE(Dialog().Visible());
+    EXPECT_EQ(Dialog().Title().text, "TITLE");
+}
+
+TEST_F(MenuPagesTest, DialogOfWidthZeroTakesHalfTheScreen) {
+    VeSurface wide(1280, 640);
+    QmNoticeDialog dialog(&wide, nullptr, nullptr, nullptr, [this](int n) { return Line(n); });
+    dialog.Show(QmNoticeDialog::kOneButton, false, 0, "", std::string(40, 'W') + " " + std::string(30, 'W'),
+                "");
+    EXPECT_EQ(dialog.Width(), 640);
+    EXPECT_LE(dialog.Body().Width(), 610);
+    EXPECT_GT(dialog.Body().Height(), dialog.Title().Height());
+}
+
+TEST_F(MenuPagesTest, IntroLeavesAfterSixSecondsOrAKey) {
+    int64_t clock = 0;
+    QmIntroPage intro([&clock] { return clock; });
+    Pages().SetPage(QmMenuPages::kIntro);
+    clock = 5999;
+    Run(intro);
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kIntro);
+    clock = 6000;
+    Run(intro);
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
+
+    Pages().SetPage(QmMenuPages::kIntro);
+    intro.Restart();
+    Keys(intro, {VeKey::Space});
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
+}
+
+TEST_F(MenuPagesTest, FallingBlocksStackClearAndStayStillWhenSwitchedOff) {
+    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.005f), 1);
+    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.05f), 5);
+    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.1f), 10);
+    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.5f), 10);
+
+    QmMenuBackground& background = Pages().Background();
+    background.Reset();
+    for (int i = 0; i < 200; ++i) {
+        background.Step(0.05f, false, nullptr);
+    }
+    EXPECT_GT(background.LandedCount(), 10);
+    background.Step(0.05f, true, nullptr); // F12
+    EXPECT_TRUE(background.Clearing());
+    for (int i = 0; i < 100 && (background.LandedCount() > 0 || background.FallingCount() > 0); ++i) {
+        background.Step(0.1f, false, nullptr);
+    }
+    EXPECT_EQ(background.LandedCount(), 0);
+    background.Step(0.1f, false, nullptr); // the empty screen starts over
+    EXPECT_FALSE(background.Clearing());
+
+    background.FillAll();
+    background.Step(0.01f, false, nullptr);
+    EXPECT_TRUE(background.Clearing()); // a full stack clears itself
+
+    background.Reset();
+    coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
+    app->frameDelta = 0.1f;
+    devices.keys[VeKey::F12] = 1;
+    for (int i = 0; i < 20; ++i) {
+        Run(Pages());
+    }
+    EXPECT_EQ(background.FallingCount() + static_cast<size_t>(background.LandedCount()), 0u);
+    EXPECT_FALSE(background.Clearing());
+}
+
+TEST_F(MenuPagesTest, PicturesOfTheIntroMenuCreditsAndDialog) {
+    Still();
+    Pages().SetPage(QmMenuPages::kIntro);
+    Run(Pages());
+    EXPECT_GT(Drawn(100, 470, 440, 40), 500); // the prompt under the logo
+    EXPECT_TRUE(MatchesStoredImage("frontend/menu-intro.png", Picture(), 0));
+
+    Pages().SetPage(QmMenuPages::kMainMenu);
+    Run(Pages());
+    EXPECT_TRUE(MatchesStoredImage("frontend/menu-main.png", Picture(), 0));
+
+    Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "", "A NOTICE WITH A BODY THAT WRAPS OVER LINES.",
+                  "");
+    Run(Pages());
+    EXPECT_TRUE(MatchesStoredImage("frontend/menu-dialog.png", Picture(), 0));
+    Keys(Pages(), {VeKey::Escape});
+
+    Pages().SetPage(QmMenuPages::kCredits);
+    Run(Pages());
+    EXPECT_TRUE(MatchesStoredImage("frontend/menu-credits.png", Picture(), 0));
+
+    coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "1");
+    Pages().SetPage(QmMenuPages::kMainMenu);
+    Pages().Background().Reset();
+    SeedRand(7);
+    app->frameDelta = 0.05f;
+    for (int i = 0; i < 120; ++i) {
+        Run(Pages());
+    }
+    EXPECT_GT(Pages().Background().LandedCount(), 5);
+    EXPECT_TRUE(MatchesStoredImage("frontend/menu-main-animated.png", Picture(), 0));
+}

@@ -19,6 +19,10 @@ namespace {
 constexpr uint32_t kKey = 0xFF00FF;
 constexpr uint32_t kFinishColour = 0xFE0000;
 const int kSizes[3] = {16, 32, 64};
+// The editor's buttons, each with a hover picture.
+const char* const kEditorButtons[] = {"Save",    "Play",      "MapSizeSmall", "MapSizeLarge", "Options",
+                                      "LockedG", "UnlockedG", "EditableG",    "NotEditableG", "Dice",
+                                      "Clear",   "Fill",      "Copy"};
 
 // How the key may appear in an image.
 enum class Look {
@@ -77,8 +81,7 @@ std::vector<Expected> FixedImages() {
     all.push_back({"Assets/HUD/Panel.png", 256, 40, Look::Opaque});
     all.push_back({"Assets/Menu/Lock.png", 16, 16, Look::Sprite});
     all.push_back({"Assets/Menu/Official.png", 16, 16, Look::Sprite});
-    for (const char* button : {"Save", "Play", "MapSizeSmall", "MapSizeLarge", "Options", "LockedG",
-                               "UnlockedG", "EditableG", "NotEditableG", "Dice", "Clear", "Fill", "Copy"}) {
+    for (const char* button : kEditorButtons) {
         all.push_back({std::string("Assets/EditorGUI/") + button + ".png", 32, 32, Look::Any});
         all.push_back({std::string("Assets/EditorGUI/") + button + "Hover.png", 32, 32, Look::Any});
     }
@@ -440,8 +443,7 @@ TEST(ArtTest, BackgroundsAreCalmAndDoNotCompeteWithTheBlocks) {
 }
 
 TEST(ArtTest, EditorHoverButtonsDifferFromTheirNormalButtons) {
-    for (const char* button : {"Save", "Play", "MapSizeSmall", "MapSizeLarge", "Options", "LockedG",
-                               "UnlockedG", "EditableG", "NotEditableG", "Dice", "Clear", "Fill", "Copy"}) {
+    for (const char* button : kEditorButtons) {
         SCOPED_TRACE(button);
         Image normal = Load(std::string("Assets/EditorGUI/") + button + ".png");
         Image hover = Load(std::string("Assets/EditorGUI/") + button + "Hover.png");

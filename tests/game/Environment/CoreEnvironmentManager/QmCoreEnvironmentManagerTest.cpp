@@ -311,7 +311,6 @@ TEST_F(WorldTest, GeneratedFileNamesAreFreeCamelCaseNames) {
     WritePlain("Maps/Forest/Level_2.map", {"x"});
     EXPECT_EQ(world.GenerateFileName(false, "level", "Maps/Forest/", ".map", ""), "Level_3.map");
     EXPECT_EQ(world.GenerateFileName(false, "level", "Maps/Forest/", ".map", "Level.map"), "Level.map");
-    EXPECT_EQ(world.GenerateFileName(false, "my cool map", "Maps/Forest/", ".map", ""), "MyCoolMap.map");
     for (int n = 3; n <= 19; ++n) {
         WritePlain("Maps/Forest/Level_" + std::to_string(n) + ".map", {"x"});
     }
@@ -325,8 +324,6 @@ TEST_F(WorldTest, GeneratedFileNamesAreFreeCamelCaseNames) {
 
     EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", ""), "Forest_2");
     EXPECT_EQ(world.GenerateFileName(true, "forest", "Maps/", "", "Forest"), "Forest");
-    EXPECT_EQ(world.GenerateFileName(true, "..", "Maps/", "", ""), "__");
-    EXPECT_EQ(world.GenerateFileName(true, "../../x", "Maps/", "", ""), "....X");
     EXPECT_EQ(world.GenerateFileName(false, "a/b\\c", "Maps/Forest/", ".map", ""), "ABC.map");
 
     EXPECT_HALT(

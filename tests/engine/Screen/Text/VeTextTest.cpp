@@ -212,44 +212,6 @@ TEST(VeTextTest, SmallLettersNeedTheSwitchAndSizeTwo) {
     EXPECT_EQ(CountInk(grave.surface, 0, 4, -1, grave.Height()), CountInk(capital.surface));
 }
 
-TEST(VeTextTest, GivenGlyphsFollowTheirStrokeLists) {
-    // E, L, # and ! as stroke lists on the 4 x 4 grid of u, drawn with the surface's own lines.
-    struct Stroke {
-        int x0, y0, x1, y1;
-    };
-    struct Block {
-        int x, y, w, h; // w and h in pixels
-    };
-    struct Shape {
-        char character;
-        std::vector<Stroke> strokes;
-        std::vector<Block> blocks;
-    };
-    for (int32_t u : {1, 2, 3, 5}) {
-        const std::vector<Shape> shapes = {
-            {'E', {{0, 0, 4, 0}, {0, 2, 3, 2}, {0, 4, 4, 4}, {0, 0, 0, 4}}, {}},
-            {'L', {{0, 0, 0, 4}, {0, 4, 4, 4}}, {}},
-            {'#', {{1, 0, 1, 4}, {3, 0, 3, 4}, {0, 1, 4, 1}, {0, 3, 4, 3}}, {}},
-            {'!',
-             {{0, 0, 3, 0}, {0, 0, 1, 2}, {1, 0, 1, 2}, {2, 0, 2, 2}, {3, 0, 2, 2}},
-             {{1, 0, u + 1, 2 * u + 1}, {1, 3, u + 1, u + 1}}},
-        };
-        for (const Shape& shape : shapes) {
-            VeTextStyle style(u, 0xFFFFFF, 1, 0, 0, 0, 0, false);
-            VeText text(std::string(1, shape.character), &style);
-            VeSurface expected(text.Width(), text.Height());
-            expected.Fill(kColourKey);
-            for (const Stroke& s : shape.strokes) {
-                expected.Line(s.x0 * u, s.y0 * u, s.x1 * u, s.y1 * u, 0xFFFFFF);
-            }
-            for (const Block& b : shape.blocks) {
-                expected.Rect(b.x * u, b.y * u, b.w, b.h, 0xFFFFFF);
-            }
-            EXPECT_TRUE(SamePixels(text.surface, expected)) << shape.character << " size " << u;
-        }
-    }
-}
-
 TEST(VeTextTest, EveryGlyphStaysInsideItsCell) {
     std::string mainSet = "!#&'()*+,-./0123456789:;?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]_";
     for (unsigned char c : {0x86, 0x9B, 0xC0, 0xC1, 0xC5, 0xC6, 0xC8, 0xC9, 0xCA, 0xCE, 0xD8}) {

@@ -85,9 +85,6 @@ TEST_F(VeSdlInputTest, EventsFromTheSystemQueueReachTheState) {
 
 TEST_F(VeSdlInputTest, PointerFollowsTheLetterboxOfTheWindow) {
     // Windowed at its own size: one window pixel per logical pixel.
-    EXPECT_EQ(input->offsetX, 0);
-    EXPECT_EQ(input->offsetY, 0);
-    EXPECT_FLOAT_EQ(input->scaleX, 1.0f);
     SDL_WarpMouseInWindow(screen->window, 200, 300);
     input->Update();
     EXPECT_EQ(input->mouseX, 200);
@@ -96,9 +93,6 @@ TEST_F(VeSdlInputTest, PointerFollowsTheLetterboxOfTheWindow) {
     // Full screen on a wider display: the screen tells the input where the drawing area went.
     screen->SetFullscreen(true, input.get());
     const VeViewportMapping mapping = screen->GetViewportMapping();
-    EXPECT_EQ(input->offsetX, mapping.x);
-    EXPECT_EQ(input->offsetY, mapping.y);
-    EXPECT_FLOAT_EQ(input->scaleX, mapping.scaleX);
     const int rawX = static_cast<int>((320.0f + static_cast<float>(mapping.x)) * mapping.scaleX);
     const int rawY = static_cast<int>((320.0f + static_cast<float>(mapping.y)) * mapping.scaleY);
     SDL_WarpMouseInWindow(screen->window, rawX, rawY);

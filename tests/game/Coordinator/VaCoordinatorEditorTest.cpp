@@ -82,9 +82,10 @@ TEST_F(EditorGame, PaintCheckSavePlayAndComeBack) {
     ASSERT_EQ(editor.PendingQuestion(), "SAVE_AND_PLAY");
     editor.Answer(true);
     EXPECT_FALSE(editor.Model().Modified());
-    for (int frame = 0; frame < 2000 && app->scene == SceneEditor; ++frame) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(3);
+    while (app->scene == SceneEditor && std::chrono::steady_clock::now() < deadline) {
         Frame();
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
     ASSERT_EQ(app->scene, SceneRace);
     ASSERT_NE(editor.CheckReport(), nullptr);

@@ -300,9 +300,10 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
+        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         overlay.MultiplyRect(kBoxX - 20, kBoxesY - 16, 640 - 2 * (kBoxX - 20), kFlagNameY + 36 - kBoxesY,
-                             0.6f);
+                             0.3f);
         for (size_t i = 0; i < boxes.size(); ++i) {
             VeCheckbox& box = *boxes[i];
             box.selected = row == i;

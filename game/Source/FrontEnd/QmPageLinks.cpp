@@ -3,7 +3,8 @@
 #include "Coordinator/QmResultsFlow.h"
 #include "Coordinator/VaApp.h"
 #include "Coordinator/VaCoordinator.h"
-#include "Environment/ArEnvironmentManager.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmMenuPages.h"
 #include "Platform/VeLog.h"
 
 namespace {
@@ -13,11 +14,19 @@ VaCoordinator* C() {
 } // namespace
 
 void QmPageLinks::SetPage(int page) {
-    C()->SetMenuPage(page);
+    if (C()->HasFrontEnd()) {
+        C()->FrontEnd().MenuPages().SetPage(page);
+    } else {
+        C()->SetMenuPage(page);
+    }
 }
 
 void QmPageLinks::BackToMainMenu() {
-    C()->SetMenuPage(1);
+    if (C()->HasFrontEnd()) {
+        C()->FrontEnd().MenuPages().ReturnToMainMenu();
+    } else {
+        C()->SetMenuPage(1);
+    }
 }
 
 bool QmPageLinks::StartPlay(bool retry) {
@@ -25,11 +34,9 @@ bool QmPageLinks::StartPlay(bool retry) {
 }
 
 void QmPageLinks::StartRandomRun() {
-    VaCoordinator* c = C();
-    c->playMode = VaCoordinator::PlayRandomRun;
-    c->randomRunLevels = 0;
-    c->randomRunTime = 0;
-    c->StartPlay(false);
+    if (C()->HasFrontEnd()) {
+        C()->FrontEnd().MenuPages().StartRandomRun();
+    }
 }
 
 void QmPageLinks::OpenEditor(int tour, int map) {
@@ -44,6 +51,9 @@ void QmPageLinks::OpenHighscores(int tour, int map) {
 }
 
 void QmPageLinks::RelabelAll() {
+    if (C()->HasFrontEnd()) {
+        C()->FrontEnd().MenuPages().Relabel();
+    }
     C()->Results().Relabel();
 }
 

@@ -297,6 +297,7 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
+        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         list.Draw(overlay, !focusOnButtons);
         if (status.Width() > 0 && GetTimeMs() < statusUntil) {

@@ -17,6 +17,7 @@ constexpr uint32_t kTimeColour = 0xE8D890;
 constexpr int kMarkRoom = 22;
 constexpr int kTimeX = 200;
 constexpr int kBadgeRoom = 40;
+constexpr float kPanel = 0.3f;
 
 // One line of the text; a text wider than room loses its end to "..".
 std::unique_ptr<VeText> MakeText(const std::string& text, const VeTextStyle& style, uint32_t colour,
@@ -233,8 +234,10 @@ void QmTourMapList::DrawSelection(VeSurface& target, int x, int y, int width, bo
 }
 
 void QmTourMapList::DrawTours(VeSurface& target, bool focused) {
+    // Dark panels keep the texts readable over the menu's bright, moving background.
+    target.MultiplyRect(kTourX, kHeadingY - 6, kTourWidth, kRowsY - kHeadingY + 6 + visibleRows * kRowHeight,
+                        kPanel);
     target.BlitKeyed(tourHeading.surface, kTourX + 6, kHeadingY);
-    target.MultiplyRect(kTourX, kRowsY - 4, kTourWidth, visibleRows * kRowHeight + 4, 0.7f);
     for (int r = 0; r < visibleRows && tourTop + r < static_cast<int>(tourRows.size()); ++r) {
         const auto index = static_cast<size_t>(tourTop + r);
         const int y = kRowsY + r * kRowHeight;
@@ -252,11 +255,12 @@ void QmTourMapList::DrawTours(VeSurface& target, bool focused) {
 }
 
 void QmTourMapList::DrawMaps(VeSurface& target, bool focused) {
+    target.MultiplyRect(kMapX, kHeadingY - 6, kMapWidth, kRowsY - kHeadingY + 6 + visibleRows * kRowHeight,
+                        kPanel);
     target.BlitKeyed(mapHeading.surface, kMapX + 6, kHeadingY);
     if (showTimes) {
         target.BlitKeyed(timeHeading.surface, kMapX + kTimeX, kHeadingY);
     }
-    target.MultiplyRect(kMapX, kRowsY - 4, kMapWidth, visibleRows * kRowHeight + 4, 0.7f);
     if (mapRows.empty()) {
         target.BlitKeyed(noMaps.surface, kMapX + 10, kRowsY + 8);
         return;

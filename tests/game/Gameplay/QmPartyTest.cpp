@@ -109,16 +109,16 @@ TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
 }
 
 TEST(QmPartyTest, TheDrawTakesDistinctMapIndicesOfTheAllowedSizes) {
-    DrawWorld disk({{"64", "32", "64", "32", "32L"}, {"32", "64", "32"}});
+    const std::vector<std::vector<std::string>> sizes = {{"64", "32", "64", "32", "32L"}, {"32", "64", "32"}};
+    DrawWorld disk(sizes);
     QmParty party = Party(QmParty::Marathon, 2);
     party.SetAllowedSizes(true, false); // small maps only: 64-pixel blocks and the locked 32
     for (uint32_t seed = 1; seed < 20; ++seed) {
         ASSERT_TRUE(party.PrepareParty(false, true, disk.world, seed));
         std::vector<int> levels;
         for (const QmPartyMap& map : party.Draw()) {
-            const std::string& size = std::vector<std::vector<std::string>>{
-                {"64", "32", "64", "32", "32L"}, {"32", "64", "32"}}[map.tour][map.level];
-            EXPECT_NE(size, "32") << "a large map drawn although only small ones are allowed";
+            EXPECT_NE(sizes[static_cast<size_t>(map.tour)][static_cast<size_t>(map.level)], "32")
+                << "a large map drawn although only small ones are allowed";
             levels.push_back(map.level);
         }
         ASSERT_EQ(levels.size(), 3u);

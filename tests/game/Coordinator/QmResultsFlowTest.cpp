@@ -114,6 +114,8 @@ TEST_F(AfterRaceGame, FinishNameCharacterAndAPartyOfTwoInVersus) {
     EXPECT_EQ(app->scene, SceneMenu);
     EXPECT_EQ(coordinator->CurrentMenuPage(), QmResultsFlow::kPlayPage);
 
+    // The unlock notice waits on the play page until Return closes it.
+    Keys({VeKey::Return});
     // The character page stores the next character and the racer wears it.
     Results().OpenCharacter();
     Keys({VeKey::Right});

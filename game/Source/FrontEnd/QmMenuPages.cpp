@@ -24,6 +24,8 @@
 
 namespace {
 constexpr int kComingSoonLine = 208;
+// The online button's notice: sharing maps comes with a later update.
+constexpr int kOnlineComingLine = 207;
 constexpr float kLogoY = 30.0f;
 constexpr float kRowTop = 135.0f;
 
@@ -203,7 +205,7 @@ void QmMenuPages::UpdateMainMenu() {
         playPage->ResetMouseAndSelection();
         c->Results().OpenParty();
     } else if (row.Activated(language.GetLine(141))) {
-        ComingSoon(141); // the account pages
+        ComingSoon(141, kOnlineComingLine); // the account pages
     } else if (row.Activated(language.GetLine(65))) {
         c->Results().OpenCharacter();
     } else if (row.Activated(language.GetLine(79))) {
@@ -284,15 +286,15 @@ void QmMenuPages::OtherPageFrame() {
         break;
     default:
         // The account, registration, rules and shared-maps pages come with the online service.
-        ComingSoon(141);
+        ComingSoon(141, kComingSoonLine);
         break;
     }
 }
 
-void QmMenuPages::ComingSoon(int titleLine) {
+void QmMenuPages::ComingSoon(int titleLine, int textLine) {
     VaCoordinator* c = C();
-    c->FrontEnd().Dialog().Show(QmNoticeDialog::kOneButton, false, 0, "",
-                                c->Language().GetLine(kComingSoonLine), c->Language().GetLine(titleLine));
+    c->FrontEnd().Dialog().Show(QmNoticeDialog::kOneButton, false, 0, "", c->Language().GetLine(textLine),
+                                c->Language().GetLine(titleLine));
     page = kMainMenu;
 }
 

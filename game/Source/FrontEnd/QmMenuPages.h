@@ -88,7 +88,7 @@ private:
     void UpdateMainMenu();
     void OtherPageFrame();
     // A page whose building is still to come: a one-button notice and the main menu.
-    void ComingSoon(int titleLine);
+    void ComingSoon(int titleLine, int textLine);
     void BuildMainRow();
 
     std::unique_ptr<VeImage> logo;

@@ -100,7 +100,6 @@ private:
     bool allowLarge = true;
     Focus focus = FocusPlayers;
     VeInput* lastInput = nullptr;
-    int playerNumber = 0;
     VeText title;
     VeText playersHeading;
     VeText typeHeading;

@@ -18,7 +18,6 @@
 
 namespace {
 constexpr int kHandCursor = 2;
-constexpr int kArrowCursor = 0;
 // Toolbar button -> its place in the row (the buttons of a pair share one).
 constexpr std::array<int, QmEditor::kToolbarButtons> kToolbarSlot = {0, 1, 2, 2, 3, 4,  4,  5,
                                                                      5, 6, 7, 8, 9, 10, 11, 12};

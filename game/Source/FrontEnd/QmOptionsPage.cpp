@@ -42,12 +42,12 @@ constexpr size_t kBoxCount = 5;
 constexpr size_t kFlagsRow = kBoxCount;
 constexpr size_t kButtonsRow = kBoxCount + 1;
 
-struct BoxSpec {
+struct OptionBox {
     const char* name;
     const char* key;
     int line;
 };
-constexpr std::array<BoxSpec, kBoxCount> kBoxes{
+constexpr std::array<OptionBox, kBoxCount> kBoxes{
     {{"ipt_fullscreen", QmOptions::kFullscreen, 69},
      {"ipt_music", QmOptions::kMusic, 70},
      {"ipt_3d_graphics", QmOptions::k3DGraphics, 71},
@@ -102,8 +102,8 @@ public:
         VaCoordinator* c = QmMenuPage::C();
         title = VeText(c->GetLine(kTitleLine), &titleStyle);
         labels.clear();
-        for (const BoxSpec& spec : kBoxes) {
-            labels.push_back(std::make_unique<VeText>(c->GetLine(spec.line), &labelStyle));
+        for (const OptionBox& box : kBoxes) {
+            labels.push_back(std::make_unique<VeText>(c->GetLine(box.line), &labelStyle));
         }
         noOpenGL = VeText(boxes[k3DBox]->enabled ? std::string() : c->GetLine(kNoOpenGLLine), &noteStyle);
         language = VeText(c->GetLine(kLanguageLine), &labelStyle);

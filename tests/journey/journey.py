@@ -2,371 +2,30 @@
 """The player's journey: the built game driven end to end with real X key and mouse events.
 
 Run under an X server (scripts/run-tests uses xvfb-run). The game starts with a fresh user data
-folder; every leg drives it a little further, checks what it left on disk and stores a picture of
-the window. A leg is a function taking the Journey; add it to LEGS in the order it runs. A leg
-fails by raising Failed (or any exception); the legs after a failed one are reported as failed
-without running, since each starts where the one before it ended.
+folder and talks to a quillmaze-server of the journey's own; every leg drives it a little further,
+checks what it left on disk and stores a picture of the window. The legs live in the legs_*.py
+modules, run in the order of MODULES; each module starts where the one before it ends (the main
+menu between modules). A leg fails by raising Failed (or any exception); the legs after a failed
+one are reported as failed without running.
 
   journey.py --game build/quillmaze --shots DIR [--xml REPORT]
 """
 import argparse
 import os
 import shutil
-import struct
-import subprocess
 import sys
 import tempfile
 import time
-import zlib
 from xml.sax.saxutils import quoteattr
 
-ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+import legs_editor
+import legs_finish
+import legs_online
+import legs_results
+import legs_start
+from journeylib import ROOT, Failed, Journey
 
-
-class Failed(Exception):
-    pass
-
-
-def write_png(path, width, height, rows):
-    """rows: a list of bytes objects of width * 3 RGB bytes each."""
-    raw = b"".join(b"\x00" + row for row in rows)
-
-    def chunk(kind, data):
-        body = kind + data
-        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body) & 0xFFFFFFFF)
-
-    with open(path, "wb") as out:
-        out.write(b"\x89PNG\r\n\x1a\n")
-        out.write(chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)))
-        out.write(chunk(b"IDAT", zlib.compress(raw, 6)))
-        out.write(chunk(b"IEND", b""))
-
-
-def xwd_to_rows(data, left, top, width, height):
-    """The RGB rows of a rectangle of a 24/32-bit TrueColor XWD dump of the root window."""
-    fields = struct.unpack(">25I", data[:100])
-    header_size, bits_per_pixel, bytes_per_line, ncolors = fields[0], fields[11], fields[12], fields[19]
-    byte_order, screen_width, screen_height = fields[7], fields[4], fields[5]
-    if bits_per_pixel not in (24, 32):
-        raise Failed("unexpected XWD pixel size %d" % bits_per_pixel)
-    step = bits_per_pixel // 8
-    offset = header_size + ncolors * 12
-    left, top = max(0, left), max(0, top)
-    width, height = min(width, screen_width - left), min(height, screen_height - top)
-    rows = []
-    for y in range(top, top + height):
-        start = offset + y * bytes_per_line + left * step
-        line = data[start:start + width * step]
-        if byte_order == 0:  # least significant byte first: B G R (x)
-            blue, green, red = line[0::step], line[1::step], line[2::step]
-        else:
-            red, green, blue = line[step - 3::step], line[step - 2::step], line[step - 1::step]
-        row = bytearray(width * 3)
-        row[0::3], row[1::3], row[2::3] = red, green, blue
-        rows.append(bytes(row))
-    return width, height, rows
-
-
-class Picture:
-    def __init__(self, width, height, rows):
-        self.width, self.height, self.rows = width, height, rows
-
-    def at(self, x, y):
-        row = self.rows[y]
-        return (row[3 * x] << 16) | (row[3 * x + 1] << 8) | row[3 * x + 2]
-
-    def count_not(self, colour):
-        return sum(1 for y in range(0, self.height, 8) for x in range(0, self.width, 8) if self.at(x, y) != colour)
-
-    def count(self, colour, x0, y0, w, h):
-        return sum(1 for y in range(y0, y0 + h) for x in range(x0, x0 + w) if self.at(x, y) == colour)
-
-
-# How each page is recognised in a 640 x 640 window: by its buttons' plain fills where only that
-# page has them.
-BUTTON = 0x333333
-PAGES = {
-    # the main menu's wide buttons, left of their labels
-    "main menu": lambda p: p.count(BUTTON, 128, 205, 62, 45) > 2000,
-    # the play page's two rows of buttons at the foot, three across (above their labels)
-    "play": lambda p: p.count(BUTTON, 230, 545, 180, 5) > 700 and p.count(BUTTON, 230, 583, 180, 5) > 700,
-    # the options page's Apply, left of its label
-    "options": lambda p: p.count(BUTTON, 160, 524, 40, 22) > 600,
-    # the notice dialog's button in the middle of the window
-    "notice": lambda p: p.count(BUTTON, 290, 250, 60, 250) > 400,
-}
-
-
-class Journey:
-    def __init__(self, game, shots):
-        self.game = os.path.abspath(game)
-        self.shots = shots
-        self.data = tempfile.mkdtemp(prefix="quillmaze-journey-")
-        self.process = None
-        self.window = None
-        self.log = open(os.path.join(shots, "game.log"), "w")
-
-    # ---- the game ----
-    def start(self, *arguments):
-        env = dict(os.environ, QUILLMAZE_USER_DATA=self.data, SDL_AUDIODRIVER="dummy", QUILLMAZE_NO_DIALOGS="1")
-        self.process = subprocess.Popen([self.game, *arguments], cwd=ROOT, env=env, stdout=self.log,
-                                        stderr=subprocess.STDOUT)
-        deadline = time.time() + 20
-        while time.time() < deadline:
-            if self.process.poll() is not None:
-                raise Failed("the game ended at start with code %d" % self.process.returncode)
-            self.window = self.find_window()
-            if self.window:
-                time.sleep(0.5)
-                self.focus()
-                self.wait_for("the first frame", lambda: self.pixels().count_not(0x000000) > 1000, 30)
-                return
-            time.sleep(0.2)
-        raise Failed("no game window appeared")
-
-    def alive(self):
-        return self.process is not None and self.process.poll() is None
-
-    def require_alive(self):
-        if not self.alive():
-            raise Failed("the game ended unexpectedly (code %s)" % self.process.returncode)
-
-    def stop(self):
-        if self.alive():
-            self.process.terminate()
-            try:
-                self.process.wait(5)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-
-    def game_file(self, relative):
-        return os.path.join(self.data, "Quillmaze", relative)
-
-    # ---- the window ----
-    def find_window(self):
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)],
-                               capture_output=True, text=True).stdout.split()
-        return found[-1] if found else None
-
-    def geometry(self):
-        for _ in range(40):
-            out = subprocess.run(["xdotool", "getwindowgeometry", "--shell", self.window], capture_output=True,
-                                 text=True).stdout
-            values = dict(line.split("=", 1) for line in out.split() if "=" in line)
-            if all(k in values for k in ("X", "Y", "WIDTH", "HEIGHT")):
-                return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
-            self.require_alive()
-            time.sleep(0.1)
-            self.window = self.find_window() or self.window  # the first window may be replaced
-        raise Failed("the game window's place cannot be read")
-
-    def focus(self):
-        """Gives the window the keyboard: a click in its bottom right corner, where no page has
-        anything to click (no window manager runs; the click may leave the intro)."""
-        x, y, w, h = self.geometry()
-        self.mouse(x + w - 3, y + h - 3, click=True)
-        subprocess.run(["xdotool", "windowfocus", "--sync", self.window], capture_output=True)
-
-    def mouse(self, x, y, click=False):
-        subprocess.run(["xdotool", "mousemove", str(x), str(y)], check=True)
-        if click:
-            time.sleep(0.05)
-            subprocess.run(["xdotool", "mousedown", "1"], check=True)
-            time.sleep(0.05)
-            subprocess.run(["xdotool", "mouseup", "1"], check=True)
-
-    def click_page(self, px, py):
-        """A click at a point of the 640 x 640 page, wherever the window shows it."""
-        x, y, w, h = self.geometry()
-        scale = min(w / 640.0, h / 640.0)
-        self.mouse(int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale), True)
-
-    def key(self, name, times=1, hold=0.12, pause=0.4):
-        for _ in range(times):
-            self.require_alive()
-            subprocess.run(["xdotool", "keydown", name], check=True)
-            time.sleep(hold)
-            subprocess.run(["xdotool", "keyup", name], check=True)
-            time.sleep(pause)
-
-    def keydown(self, name):
-        subprocess.run(["xdotool", "keydown", name], check=True)
-
-    def keyup(self, name):
-        subprocess.run(["xdotool", "keyup", name], check=True)
-
-    def pixels(self):
-        """What the window shows now."""
-        for _ in range(10):
-            self.require_alive()
-            dumped = subprocess.run(["xwd", "-root", "-silent"], capture_output=True)
-            if dumped.returncode == 0:
-                break
-            time.sleep(0.2)  # the server was busy with the window; try again
-        else:
-            raise Failed("xwd cannot read the screen: " + dumped.stderr.decode(errors="replace").strip())
-        dump = dumped.stdout
-        x, y, w, h = self.geometry()
-        return Picture(*xwd_to_rows(dump, x, y, w, h))
-
-    def shot(self, name):
-        """A picture of the game window as NAME.png in the shots folder."""
-        time.sleep(0.3)
-        picture = self.pixels()
-        path = os.path.join(self.shots, name + ".png")
-        write_png(path, picture.width, picture.height, picture.rows)
-        return picture
-
-    def wait_page(self, name, seconds=15):
-        """Waits until the window shows the page (see PAGES)."""
-        self.wait_for("the %s page" % name, lambda: PAGES[name](self.pixels()), seconds)
-
-    # ---- files ----
-    def map_info(self, relative):
-        tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
-        out = subprocess.run([tool, "info", self.game_file(relative)], capture_output=True, text=True)
-        if out.returncode != 0:
-            raise Failed("cannot read %s: %s" % (relative, out.stderr.strip()))
-        return dict(line.split(": ", 1) for line in out.stdout.splitlines() if ": " in line)
-
-    def tour_maps(self, folder):
-        """The map files of a tour of the game folder, in play order."""
-        tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
-        out = subprocess.run([tool, "decode", self.game_file("Maps/%s/tour.dat" % folder)], capture_output=True,
-                             text=True)
-        lines = out.stdout.splitlines()
-        if out.returncode != 0 or not lines:
-            raise Failed("cannot read the tour %s" % folder)
-        return lines[-1].split(",")
-
-    def second_map_locked(self):
-        return self.map_info("Maps/FirstSteps/" + self.tour_maps("FirstSteps")[1]).get("locked") == "1"
-
-    def options(self):
-        path = self.game_file("options.dat")
-        if not os.path.exists(path):
-            raise Failed("options.dat was not written")
-        with open(path, "rb") as f:
-            lines = f.read().decode("latin-1").replace("\r\n", "\n").split("\n")
-        keys = ["Language", "Fullscreen", "Music", "Username", "Password", "3DGraphics", "AnimatedMenuBackground",
-                "AutoUpdates"]
-        return dict(zip(keys, lines))
-
-    def wait_for(self, what, check, seconds):
-        deadline = time.time() + seconds
-        while time.time() < deadline:
-            self.require_alive()
-            if check():
-                return
-            time.sleep(0.2)
-        raise Failed("timed out waiting for " + what)
-
-
-# ---- the legs ----
-def leg_intro(j):
-    j.start()
-    j.shot("01-intro")
-    try:  # the focusing click may have left the intro already
-        j.wait_page("main menu", 12)
-    except Failed:
-        j.key("Return")
-
-
-def leg_main_menu(j):
-    j.wait_page("main menu")
-    j.shot("02-main-menu")
-    j.key("Return")  # the first button: Play
-
-
-def leg_play_page(j):
-    j.wait_page("play")
-    j.shot("03-play-page")
-    j.key("Right")  # the maps of the first tour
-    j.shot("04-play-page-maps")
-    if not j.second_map_locked():
-        raise Failed("the second map is unlocked before the tutorial was finished")
-
-
-def race_tutorial(j, finished):
-    """Right held, jump tapped every 100 ms (the tutorial's route whatever the taps' phase) until
-    finished() says so or 12 seconds passed."""
-    j.keydown("Right")
-    try:
-        deadline = time.time() + 12.0
-        checked = time.time()
-        while time.time() < deadline and j.alive():
-            j.keydown("Up")
-            time.sleep(0.05)
-            j.keyup("Up")
-            time.sleep(0.05)
-            if time.time() - checked > 0.5:
-                checked = time.time()
-                if finished():
-                    return True
-    finally:
-        j.keyup("Right")
-    return finished()
-
-
-def leg_tutorial(j):
-    j.key("Return")  # start the selected first map
-    time.sleep(0.3)
-    j.shot("05-race")
-    unlocked = lambda: not j.second_map_locked()
-    for attempt in range(3):
-        if race_tutorial(j, unlocked):
-            break
-        j.key("r")  # start over
-    j.wait_for("the next map to unlock", unlocked, 5)
-    time.sleep(1.5)
-    j.shot("06-finished")
-
-
-def leg_back_on_play_page(j):
-    j.key("Return", pause=1.0)  # keep the time under the offered name
-    j.shot("07-after-race")
-    j.key("Escape")  # back to the play page
-    j.wait_page("play")
-    time.sleep(0.5)
-    if PAGES["notice"](j.pixels()):  # the unlock notice
-        j.shot("08-unlock-notice")
-        j.key("Return")
-    j.shot("09-play-page-unlocked")
-
-
-def leg_options(j):
-    j.key("Escape")  # the main menu
-    j.wait_page("main menu")
-    j.click_page(320, 475)  # the Options button, with the mouse
-    j.wait_page("options")
-    j.shot("10-options")
-    j.key("Down", times=2)
-    j.key("space")  # 3D graphics off
-    j.key("Down", times=3)  # the flags
-    j.key("Left")  # Dutch
-    j.key("Return")
-    j.key("Down")  # Apply
-    j.shot("11-options-changed")
-    j.key("Return")
-    j.wait_page("main menu")
-    opts = j.options()
-    if opts.get("Language") != "Dutch" or opts.get("3DGraphics") != "0":
-        raise Failed("options.dat holds %r" % opts)
-    j.shot("12-main-menu-dutch")
-
-
-def leg_quit(j):
-    j.key("Escape")  # to Quit
-    j.key("Escape")  # and out
-    try:
-        code = j.process.wait(10)
-    except subprocess.TimeoutExpired:
-        raise Failed("the game did not quit")
-    if code != 0:
-        raise Failed("the game quit with code %d" % code)
-
-
-LEGS = [leg_intro, leg_main_menu, leg_play_page, leg_tutorial, leg_back_on_play_page, leg_options, leg_quit]
+MODULES = [legs_start, legs_results, legs_editor, legs_online, legs_finish]
 
 
 def main():
@@ -379,8 +38,14 @@ def main():
     os.makedirs(shots, exist_ok=True)
     journey = Journey(args.game, shots)
     results = []
+    legs = [leg for module in MODULES for leg in module.LEGS]
     broken = None
-    for leg in LEGS:
+    try:
+        journey.start_service()
+    except Failed as error:
+        legs = []
+        results.append(("service", 0.0, str(error)))
+    for leg in legs:
         name = leg.__name__[4:]
         started = time.time()
         if broken is not None:
@@ -399,6 +64,7 @@ def main():
             except Exception:
                 pass
     journey.stop()
+    journey.stop_service()
     journey.log.close()
     shutil.rmtree(journey.data, ignore_errors=True)
     print("journey: pictures and the game's log in " + shots)

@@ -1,0 +1,304 @@
+#!/usr/bin/env python3
+"""What the journey's legs drive the game with: the Journey (the game process, its window, real X
+key and mouse events through xdotool, pictures of the window through xwd, the files the game
+leaves in its data folder, and a quillmaze-server of its own on loopback), and PAGES, how each
+page is recognised on screen. A leg module may add its own pages to PAGES.
+"""
+import os
+import shutil
+import socket
+import struct
+import subprocess
+import tempfile
+import time
+import zlib
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+
+
+class Failed(Exception):
+    pass
+
+
+def write_png(path, width, height, rows):
+    """rows: a list of bytes objects of width * 3 RGB bytes each."""
+    raw = b"".join(b"\x00" + row for row in rows)
+
+    def chunk(kind, data):
+        body = kind + data
+        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body) & 0xFFFFFFFF)
+
+    with open(path, "wb") as out:
+        out.write(b"\x89PNG\r\n\x1a\n")
+        out.write(chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)))
+        out.write(chunk(b"IDAT", zlib.compress(raw, 6)))
+        out.write(chunk(b"IEND", b""))
+
+
+def xwd_to_rows(data, left, top, width, height):
+    """The RGB rows of a rectangle of a 24/32-bit TrueColor XWD dump of the root window."""
+    fields = struct.unpack(">25I", data[:100])
+    header_size, bits_per_pixel, bytes_per_line, ncolors = fields[0], fields[11], fields[12], fields[19]
+    byte_order, screen_width, screen_height = fields[7], fields[4], fields[5]
+    if bits_per_pixel not in (24, 32):
+        raise Failed("unexpected XWD pixel size %d" % bits_per_pixel)
+    step = bits_per_pixel // 8
+    offset = header_size + ncolors * 12
+    left, top = max(0, left), max(0, top)
+    width, height = min(width, screen_width - left), min(height, screen_height - top)
+    rows = []
+    for y in range(top, top + height):
+        start = offset + y * bytes_per_line + left * step
+        line = data[start:start + width * step]
+        if byte_order == 0:  # least significant byte first: B G R (x)
+            blue, green, red = line[0::step], line[1::step], line[2::step]
+        else:
+            red, green, blue = line[step - 3::step], line[step - 2::step], line[step - 1::step]
+        row = bytearray(width * 3)
+        row[0::3], row[1::3], row[2::3] = red, green, blue
+        rows.append(bytes(row))
+    return width, height, rows
+
+
+class Picture:
+    def __init__(self, width, height, rows):
+        self.width, self.height, self.rows = width, height, rows
+
+    def at(self, x, y):
+        row = self.rows[y]
+        return (row[3 * x] << 16) | (row[3 * x + 1] << 8) | row[3 * x + 2]
+
+    def count_not(self, colour):
+        return sum(1 for y in range(0, self.height, 8) for x in range(0, self.width, 8) if self.at(x, y) != colour)
+
+    def count(self, colour, x0, y0, w, h):
+        return sum(1 for y in range(y0, y0 + h) for x in range(x0, x0 + w) if self.at(x, y) == colour)
+
+
+# How each page is recognised in a 640 x 640 window: by its buttons' plain fills where only that
+# page has them.
+BUTTON = 0x333333
+PAGES = {
+    # the main menu's wide buttons, left of their labels
+    "main menu": lambda p: p.count(BUTTON, 128, 205, 62, 45) > 2000,
+    # the play page's two rows of buttons at the foot, three across (above their labels)
+    "play": lambda p: p.count(BUTTON, 230, 545, 180, 5) > 700 and p.count(BUTTON, 230, 583, 180, 5) > 700,
+    # the options page's Apply, left of its label
+    "options": lambda p: p.count(BUTTON, 160, 524, 40, 22) > 600,
+    # the notice dialog's button in the middle of the window
+    "notice": lambda p: p.count(BUTTON, 290, 250, 60, 250) > 400,
+}
+
+
+class Journey:
+    def __init__(self, game, shots):
+        self.game = os.path.abspath(game)
+        self.shots = shots
+        self.data = tempfile.mkdtemp(prefix="quillmaze-journey-")
+        self.process = None
+        self.window = None
+        self.log = open(os.path.join(shots, "game.log"), "w")
+        self.service = None
+        self.service_url = None
+        self.service_data = None
+
+    # ---- the web service ----
+    def start_service(self):
+        """Our own quillmaze-server (beside the game) on a free loopback port with an empty
+        database; the game is started pointing at it."""
+        program = os.path.join(os.path.dirname(self.game), "quillmaze-server")
+        if not os.path.exists(program):
+            return
+        with socket.socket() as probe:
+            probe.bind(("127.0.0.1", 0))
+            port = probe.getsockname()[1]
+        self.service_data = tempfile.mkdtemp(prefix="quillmaze-journey-service-")
+        self.service = subprocess.Popen([program, "--listen", "127.0.0.1:%d" % port, "--data", self.service_data,
+                                         "--assets", os.path.join(ROOT, "Assets"), "--quiet"], cwd=ROOT,
+                                        stdout=self.log, stderr=subprocess.STDOUT)
+        deadline = time.time() + 15
+        while time.time() < deadline:
+            try:
+                with socket.create_connection(("127.0.0.1", port), 0.5):
+                    self.service_url = "http://127.0.0.1:%d" % port
+                    return
+            except OSError:
+                if self.service.poll() is not None:
+                    raise Failed("quillmaze-server ended at start with code %d" % self.service.returncode)
+                time.sleep(0.1)
+        raise Failed("quillmaze-server did not start listening")
+
+    def service_admin(self, *command):
+        """Runs an admin command of the journey's service (e.g. "set-version", "5")."""
+        program = os.path.join(os.path.dirname(self.game), "quillmaze-server")
+        out = subprocess.run([program, "--data", self.service_data, "admin", *command], capture_output=True, text=True)
+        if out.returncode != 0:
+            raise Failed("admin %s: %s" % (" ".join(command), out.stderr.strip()))
+        return out.stdout
+
+    def stop_service(self):
+        if self.service and self.service.poll() is None:
+            self.service.terminate()
+            try:
+                self.service.wait(5)
+            except subprocess.TimeoutExpired:
+                self.service.kill()
+        if self.service_data:
+            shutil.rmtree(self.service_data, ignore_errors=True)
+
+    # ---- the game ----
+    def start(self, *arguments):
+        env = dict(os.environ, QUILLMAZE_USER_DATA=self.data, SDL_AUDIODRIVER="dummy", QUILLMAZE_NO_DIALOGS="1")
+        if self.service_url:
+            arguments = ("--service", self.service_url) + tuple(arguments)
+        self.process = subprocess.Popen([self.game, *arguments], cwd=ROOT, env=env, stdout=self.log,
+                                        stderr=subprocess.STDOUT)
+        deadline = time.time() + 20
+        while time.time() < deadline:
+            if self.process.poll() is not None:
+                raise Failed("the game ended at start with code %d" % self.process.returncode)
+            self.window = self.find_window()
+            if self.window:
+                time.sleep(0.5)
+                self.focus()
+                self.wait_for("the first frame", lambda: self.pixels().count_not(0x000000) > 1000, 30)
+                return
+            time.sleep(0.2)
+        raise Failed("no game window appeared")
+
+    def alive(self):
+        return self.process is not None and self.process.poll() is None
+
+    def require_alive(self):
+        if not self.alive():
+            raise Failed("the game ended unexpectedly (code %s)" % self.process.returncode)
+
+    def stop(self):
+        if self.alive():
+            self.process.terminate()
+            try:
+                self.process.wait(5)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+
+    def game_file(self, relative):
+        return os.path.join(self.data, "Quillmaze", relative)
+
+    # ---- the window ----
+    def find_window(self):
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)],
+                               capture_output=True, text=True).stdout.split()
+        return found[-1] if found else None
+
+    def geometry(self):
+        for _ in range(40):
+            out = subprocess.run(["xdotool", "getwindowgeometry", "--shell", self.window], capture_output=True,
+                                 text=True).stdout
+            values = dict(line.split("=", 1) for line in out.split() if "=" in line)
+            if all(k in values for k in ("X", "Y", "WIDTH", "HEIGHT")):
+                return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
+            self.require_alive()
+            time.sleep(0.1)
+            self.window = self.find_window() or self.window  # the first window may be replaced
+        raise Failed("the game window's place cannot be read")
+
+    def focus(self):
+        """Gives the window the keyboard: a click in its bottom right corner, where no page has
+        anything to click (no window manager runs; the click may leave the intro)."""
+        x, y, w, h = self.geometry()
+        self.mouse(x + w - 3, y + h - 3, click=True)
+        subprocess.run(["xdotool", "windowfocus", "--sync", self.window], capture_output=True)
+
+    def mouse(self, x, y, click=False):
+        subprocess.run(["xdotool", "mousemove", str(x), str(y)], check=True)
+        if click:
+            time.sleep(0.05)
+            subprocess.run(["xdotool", "mousedown", "1"], check=True)
+            time.sleep(0.05)
+            subprocess.run(["xdotool", "mouseup", "1"], check=True)
+
+    def click_page(self, px, py):
+        """A click at a point of the 640 x 640 page, wherever the window shows it."""
+        x, y, w, h = self.geometry()
+        scale = min(w / 640.0, h / 640.0)
+        self.mouse(int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale), True)
+
+    def key(self, name, times=1, hold=0.12, pause=0.4):
+        for _ in range(times):
+            self.require_alive()
+            subprocess.run(["xdotool", "keydown", name], check=True)
+            time.sleep(hold)
+            subprocess.run(["xdotool", "keyup", name], check=True)
+            time.sleep(pause)
+
+    def keydown(self, name):
+        subprocess.run(["xdotool", "keydown", name], check=True)
+
+    def keyup(self, name):
+        subprocess.run(["xdotool", "keyup", name], check=True)
+
+    def pixels(self):
+        """What the window shows now."""
+        for _ in range(10):
+            self.require_alive()
+            dumped = subprocess.run(["xwd", "-root", "-silent"], capture_output=True)
+            if dumped.returncode == 0:
+                break
+            time.sleep(0.2)  # the server was busy with the window; try again
+        else:
+            raise Failed("xwd cannot read the screen: " + dumped.stderr.decode(errors="replace").strip())
+        dump = dumped.stdout
+        x, y, w, h = self.geometry()
+        return Picture(*xwd_to_rows(dump, x, y, w, h))
+
+    def shot(self, name):
+        """A picture of the game window as NAME.png in the shots folder."""
+        time.sleep(0.3)
+        picture = self.pixels()
+        path = os.path.join(self.shots, name + ".png")
+        write_png(path, picture.width, picture.height, picture.rows)
+        return picture
+
+    def wait_page(self, name, seconds=15):
+        """Waits until the window shows the page (see PAGES)."""
+        self.wait_for("the %s page" % name, lambda: PAGES[name](self.pixels()), seconds)
+
+    # ---- files ----
+    def map_info(self, relative):
+        tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
+        out = subprocess.run([tool, "info", self.game_file(relative)], capture_output=True, text=True)
+        if out.returncode != 0:
+            raise Failed("cannot read %s: %s" % (relative, out.stderr.strip()))
+        return dict(line.split(": ", 1) for line in out.stdout.splitlines() if ": " in line)
+
+    def tour_maps(self, folder):
+        """The map files of a tour of the game folder, in play order."""
+        tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
+        out = subprocess.run([tool, "decode", self.game_file("Maps/%s/tour.dat" % folder)], capture_output=True,
+                             text=True)
+        lines = out.stdout.splitlines()
+        if out.returncode != 0 or not lines:
+            raise Failed("cannot read the tour %s" % folder)
+        return lines[-1].split(",")
+
+    def second_map_locked(self):
+        return self.map_info("Maps/FirstSteps/" + self.tour_maps("FirstSteps")[1]).get("locked") == "1"
+
+    def options(self):
+        path = self.game_file("options.dat")
+        if not os.path.exists(path):
+            raise Failed("options.dat was not written")
+        with open(path, "rb") as f:
+            lines = f.read().decode("latin-1").replace("\r\n", "\n").split("\n")
+        keys = ["Language", "Fullscreen", "Music", "Username", "Password", "3DGraphics", "AnimatedMenuBackground",
+                "AutoUpdates"]
+        return dict(zip(keys, lines))
+
+    def wait_for(self, what, check, seconds):
+        deadline = time.time() + seconds
+        while time.time() < deadline:
+            self.require_alive()
+            if check():
+                return
+            time.sleep(0.2)
+        raise Failed("timed out waiting for " + what)

@@ -1,0 +1,3 @@
+"""The map editor: starts and ends on the main menu."""
+
+LEGS = []

@@ -1,0 +1,3 @@
+"""Online: starts and ends on the main menu."""
+
+LEGS = []

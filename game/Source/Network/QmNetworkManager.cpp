@@ -33,17 +33,6 @@ bool StartsWith(const std::string& text, const std::string& prefix) {
     return text.compare(0, prefix.size(), prefix) == 0;
 }
 
-// A file name the service gave us: a plain name of ours, never a path.
-bool SafeFileName(const std::string& name) {
-    if (name.empty() || name.size() > 80 || name[0] == '.') {
-        return false;
-    }
-    return std::all_of(name.begin(), name.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-               c == '-' || c == '.' || c == ' ';
-    });
-}
-
 struct Sink {
     std::string* memory = nullptr;
     std::ofstream* file = nullptr;
@@ -243,6 +232,7 @@ void QmNetworkManager::Fail(int32_t textLine) {
 }
 
 void QmNetworkManager::Update() {
+    CollectDownloads();
     if (TakeConnectFailed()) {
         if (outstanding || !queue.empty()) {
             Fail(kCannotReach);
@@ -274,11 +264,9 @@ void QmNetworkManager::Update() {
         }
     }
     packets->RemoveHandled();
-    const size_t marker = response.find("[HP]");
-    if (marker != std::string::npos && outstanding) {
-        const std::string message = response.substr(marker + 4);
+    std::string message;
+    if (outstanding && QmServiceAnswer::Extract(response, message)) {
         Log("\nMessage from server:\n%s\n", message.c_str());
-        response.clear();
         HandleAnswer(message);
         EndRequest();
         return;
@@ -325,6 +313,7 @@ void QmNetworkManager::Login(const std::string& userName, const std::string& pas
         return;
     }
     loginPending = true;
+    pendingName = userName;
     PostForm("qcode=login&username=" + userName + "&password=" + password +
              "&build=" + std::to_string(kBuild));
 }
@@ -332,6 +321,7 @@ void QmNetworkManager::Login(const std::string& userName, const std::string& pas
 void QmNetworkManager::Register(const std::string& userName, const std::string& password,
                                 const std::string& email) {
     loginPending = true;
+    pendingName = userName;
     PostForm("qcode=register&username=" + userName + "&password=" + password + "&email=" + email +
              "&build=" + std::to_string(kBuild));
 }
@@ -352,12 +342,14 @@ void QmNetworkManager::DeleteMap(int32_t slot) {
 }
 
 void QmNetworkManager::MoveMapDown(int32_t slot, bool toEnd) {
+    movedSlot = slot;
     PostForm("qcode=swapmaps&user_id=" + std::to_string(userId) + "&mapno=" + std::to_string(slot) +
              "&map2offset=" + (toEnd ? "L" : "1") + "&prevtimems=" + std::to_string(previousTime) +
              "&timems=" + std::to_string(GetTimeMs()) + "&s=" + session);
 }
 
 void QmNetworkManager::MoveMapUp(int32_t slot, bool toStart) {
+    movedSlot = slot;
     PostForm("qcode=swapmaps&user_id=" + std::to_string(userId) + "&mapno=" + std::to_string(slot) +
              "&map2offset=" + (toStart ? "F" : "-1") + "&prevtimems=" + std::to_string(previousTime) +
              "&timems=" + std::to_string(GetTimeMs()) + "&s=" + session);
@@ -381,6 +373,7 @@ void QmNetworkManager::Logout() {
     loggedIn = false;
     userId = -1;
     session.clear();
+    userName.clear();
 }
 
 std::string QmNetworkManager::Multipart(const std::map<std::string, std::string>& fields,
@@ -433,147 +426,158 @@ void QmNetworkManager::PostMap(const QmMapUpload& map) {
                  std::string(kBoundary).substr(2) + "\r\n\r\n" + body);
 }
 
-void QmNetworkManager::HandleLogin(const std::string& rest, bool registration) {
-    const size_t underscore = rest.find('_');
-    if (underscore == std::string::npos || rest.size() < 3) {
+void QmNetworkManager::HandleLogin(const QmServiceAnswer& answer, const std::string& name) {
+    if (answer.outcome != QmServiceAnswer::Outcome::Done) {
         notices.push_back({kInformation, kSomethingWrong, ""});
         loginResult = 1;
         return;
     }
-    userId = std::atoi(rest.c_str() + 2);
-    session = rest.substr(underscore + 1);
-    // The session is echoed in form bodies: keep only what a token holds.
-    session.erase(std::remove_if(session.begin(), session.end(), [](char c) { return !std::isalnum(c); }),
-                  session.end());
+    userId = answer.userId;
+    session = answer.session;
+    userName = name;
     loggedIn = true;
     loginResult = 2;
     pageRequest = 7;
-    if (registration) {
-        registerMessage = 0;
-    }
 }
 
 void QmNetworkManager::HandleAnswer(const std::string& message) {
-    if (StartsWith(message, "VERSION")) {
-        if (std::atoll(message.c_str() + 7) > kBuild) {
+    using Outcome = QmServiceAnswer::Outcome;
+    const QmServiceAnswer answer = QmServiceAnswer::Parse(message);
+    const auto listWriteFailed = [this](const QmServiceAnswer& failed) {
+        const bool stale = failed.outcome == Outcome::Stale;
+        notices.push_back(
+            {kInformation, stale ? kListChanged : kSomethingWrong, stale ? "REFRESH_SHARED_MAPS" : ""});
+    };
+    switch (answer.word) {
+    case QmServiceAnswer::Word::Version:
+        if (answer.number > kBuild) {
             updateAvailable = true;
         }
-    } else if (StartsWith(message, "LOGIN")) {
-        const std::string rest = message.substr(5);
-        if (StartsWith(rest, "1") && rest.size() >= 2 && rest[1] == 'U') {
+        break;
+    case QmServiceAnswer::Word::Login:
+        if (answer.outcome == Outcome::TooOld) {
             updateRequired = true;
             loginResult = 1;
-        } else if (StartsWith(rest, "1")) {
-            HandleLogin(rest, false);
-        } else {
+        } else if (answer.outcome == Outcome::Failed) {
             loginResult = 1;
+        } else {
+            HandleLogin(answer, pendingName);
         }
         loginPending = false;
-    } else if (StartsWith(message, "REGISTER")) {
-        const std::string rest = message.substr(8);
-        if (StartsWith(rest, "11")) {
-            HandleLogin(rest, true);
-        } else if (StartsWith(rest, "1")) {
+        break;
+    case QmServiceAnswer::Word::Register:
+        if (answer.outcome == Outcome::TooOld) {
             pageRequest = 4;
             updateRequired = true;
+        } else if (answer.outcome != Outcome::Failed) {
+            HandleLogin(answer, pendingName);
         }
-        static const std::map<std::string, int32_t> words = {{"NAME_EXISTS", 147},
-                                                             {"EMAIL_EXISTS", 148},
-                                                             {"INCORRECT_EMAIL", 149},
-                                                             {"EMPTY_FIELD", 150},
-                                                             {"UNKNOWN_ERROR", 151}};
-        const auto word = words.find(rest);
-        registerMessage = word == words.end() ? 0 : word->second;
+        registerMessage = answer.registerLine;
         loginPending = false;
-    } else if (StartsWith(message, "MAPUSERLIST")) {
-        users.clear();
-        if (StartsWith(message.substr(11), "1")) {
-            std::stringstream entries(message.substr(12));
-            std::string entry;
-            while (std::getline(entries, entry, ';')) {
-                std::stringstream fields(entry);
-                std::string id, name, count, flag;
-                if (std::getline(fields, id, ',') && std::getline(fields, name, ',') &&
-                    std::getline(fields, count, ',') && std::getline(fields, flag, ',')) {
-                    users.push_back({std::atoi(id.c_str()), name, std::atoi(count.c_str()), flag == "1"});
-                }
-            }
+        break;
+    case QmServiceAnswer::Word::MapUserList:
+        users = answer.users;
+        if (answer.outcome != Outcome::Done) {
+            notices.push_back({kInformation, kSomethingWrong, ""});
         }
-    } else if (StartsWith(message, "REQUESTMAPS")) {
-        if (StartsWith(message.substr(11), "1")) {
-            DownloadMaps(message.substr(12));
+        break;
+    case QmServiceAnswer::Word::RequestMaps:
+        if (answer.outcome == Outcome::Done) {
+            DownloadMaps(answer.maps);
             previousTime = GetTimeMs();
+        } else {
+            maps.clear();
+            notices.push_back({kInformation, kSomethingWrong, ""});
         }
-    } else if (StartsWith(message, "POSTMAP")) {
-        notices.push_back({kInformation, StartsWith(message.substr(7), "1") ? kShared : kSomethingWrong, ""});
-    } else if (StartsWith(message, "DELETEMAP")) {
-        const std::string rest = message.substr(9);
-        if (StartsWith(rest, "1")) {
-            previousTime = std::atoll(rest.c_str() + 1);
+        break;
+    case QmServiceAnswer::Word::PostMap:
+        notices.push_back({kInformation, answer.outcome == Outcome::Done ? kShared : kSomethingWrong, ""});
+        break;
+    case QmServiceAnswer::Word::DeleteMap:
+        if (answer.outcome == Outcome::Done) {
+            previousTime = answer.number;
             if (shownUserId == userId) {
                 RequestMaps(userId);
             }
         } else {
-            notices.push_back({kInformation, StartsWith(rest, "R") ? kListChanged : kSomethingWrong,
-                               StartsWith(rest, "R") ? "REFRESH_SHARED_MAPS" : ""});
+            listWriteFailed(answer);
         }
-    } else if (StartsWith(message, "SWAPMAPS")) {
-        const std::string kind = message.substr(8, 4);
-        const std::string result = message.size() > 12 ? message.substr(12) : "";
-        if (StartsWith(result, "1")) {
+        break;
+    case QmServiceAnswer::Word::SwapMaps:
+        if (answer.outcome == Outcome::Done) {
             if (shownUserId == userId) {
-                MoveEntry(kind);
+                MoveEntry(answer.moveKind);
             }
-            previousTime = std::atoll(result.c_str() + 1);
+            previousTime = answer.number;
         } else {
-            notices.push_back({kInformation, StartsWith(result, "R") ? kListChanged : kSomethingWrong,
-                               StartsWith(result, "R") ? "REFRESH_SHARED_MAPS" : ""});
+            listWriteFailed(answer);
         }
-    } else {
+        break;
+    case QmServiceAnswer::Word::Unknown:
         Log("The service gave an answer this game does not know.\n");
         notices.push_back({kInformation, kSomethingWrong, ""});
+        break;
     }
 }
 
 void QmNetworkManager::MoveEntry(const std::string& kind) {
-    // The last answered move named its slot through the request; the list follows the service's
-    // order again at the next refresh, so a local move only mirrors it.
-    if (maps.size() < 2) {
+    // The service traded the slots of two maps; the list shown does the same.
+    const auto at = std::find_if(maps.begin(), maps.end(),
+                                 [this](const QmSharedMap& map) { return map.slot == movedSlot; });
+    if (at == maps.end()) {
         return;
     }
-    (void)kind;
-    RequestMaps(userId);
+    const int64_t index = at - maps.begin();
+    const int64_t last = static_cast<int64_t>(maps.size()) - 1;
+    const int64_t other = kind == "NEXT" ? index + 1 : kind == "PREV" ? index - 1 : kind == "LAST" ? last : 0;
+    if (other < 0 || other > last || other == index) {
+        return;
+    }
+    std::swap(maps[static_cast<size_t>(index)].slot, maps[static_cast<size_t>(other)].slot);
+    std::swap(maps[static_cast<size_t>(index)], maps[static_cast<size_t>(other)]);
 }
 
-void QmNetworkManager::DownloadMaps(const std::string& list) {
-    maps.clear();
+void QmNetworkManager::DownloadMaps(const std::vector<QmSharedMap>& list) {
+    downloads.Stop();
+    maps = list;
     const std::string folder = GetGameFolder() + "/Cache/" + std::to_string(shownUserId);
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    std::stringstream items(list);
-    std::string item;
-    while (std::getline(items, item, ',')) {
-        const size_t colon = item.find(':');
-        if (item.find(".map") == std::string::npos || colon == std::string::npos) {
-            continue;
-        }
-        QmSharedMap map{item.substr(0, colon), std::atoi(item.c_str() + colon + 1), ""};
-        if (!SafeFileName(map.fileName)) {
-            Log("The service named a map file '%s' that is no plain file name: skipped.\n",
-                map.fileName.c_str());
-            continue;
-        }
-        const std::string local = folder + "/" + map.fileName;
+    const std::string remote = BaseUrl() + "/uploads/" + std::to_string(shownUserId) + "/";
+    std::vector<QmMapDownloads::Item> items;
+    for (const QmSharedMap& map : maps) {
         const std::string dat = map.fileName.substr(0, map.fileName.rfind('.')) + ".dat";
-        const std::string remote = BaseUrl() + "/uploads/" + std::to_string(shownUserId) + "/";
-        std::filesystem::remove(local, error);
-        if (Download(remote + map.fileName, local, 4096)) {
-            Download(remote + dat, folder + "/" + dat, 65536);
-            map.localPath = local;
+        std::filesystem::remove(folder + "/" + map.fileName, error);
+        std::filesystem::remove(folder + "/" + dat, error);
+        items.push_back({remote + map.fileName, folder + "/" + map.fileName, 4096, false});
+        items.push_back({remote + dat, folder + "/" + dat, 65536, false});
+    }
+    if (!items.empty()) {
+        downloads.Start(std::move(items));
+    }
+}
+
+void QmNetworkManager::CollectDownloads() {
+    std::vector<QmMapDownloads::Item> items;
+    if (!downloads.Poll(items)) {
+        return;
+    }
+    bool missing = false;
+    for (QmSharedMap& map : maps) {
+        const auto item =
+            std::find_if(items.begin(), items.end(), [&map](const QmMapDownloads::Item& candidate) {
+                return candidate.path.size() > map.fileName.size() &&
+                       candidate.path.compare(candidate.path.size() - map.fileName.size() - 1,
+                                              std::string::npos, "/" + map.fileName) == 0;
+            });
+        if (item != items.end() && item->arrived) {
+            map.localPath = item->path;
         } else {
-            notices.push_back({kInformation, kSomethingWrong, ""});
+            missing = true;
         }
-        maps.push_back(map);
+    }
+    if (missing) {
+        notices.push_back({kInformation, kSomethingWrong, ""});
     }
 }
 

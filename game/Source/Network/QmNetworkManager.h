@@ -4,29 +4,19 @@
 // player's own shared maps. Every request is one HTTP/1.1 request on a fresh connection of the
 // connection layer; the answer ends at "[HP&]" and carries "[HP]", a command word and its result.
 // Requests go out one at a time: the next waits for the answer to the one before.
-// Everything runs on the main thread in Update except the connection layer's jobs. What the pages
-// show comes from the getters and from TakeNotices (language line numbers and an action text).
-// A password never goes in clear text to a host outside loopback and private networks.
+// Everything runs on the main thread in Update except the connection layer's jobs and the
+// downloads of a player's shared maps into the cache (a job of their own; Update collects them). What the
+// pages show comes from the getters and from TakeNotices (language line numbers and an action text). A
+// password never goes in clear text to a host outside loopback and private networks.
 #include "Network/NeClientNetworkManager.h"
+#include "Network/QmMapDownloads.h"
+#include "Network/QmServiceAnswer.h"
 
 #include <cstdint>
 #include <deque>
 #include <map>
 #include <string>
 #include <vector>
-
-struct QmSharedUser {
-    int32_t id = 0;
-    std::string name;
-    int32_t count = 0;
-    bool flag = false;
-};
-
-struct QmSharedMap {
-    std::string fileName;
-    int32_t slot = 0;
-    std::string localPath; // in the cache once downloaded, empty when the download failed
-};
 
 struct QmNotice {
     int32_t titleLine = 0; // 0: no title
@@ -91,8 +81,12 @@ public:
     int32_t GetUserId() const { return userId; }
     const std::string& GetSession() const { return session; }
     bool IsLoginPending() const { return loginPending; }
-    // True while a request is out and unanswered (the pages show a waiting line).
-    bool IsWaiting() const { return outstanding || !queue.empty(); }
+    // True while a request is out and unanswered or maps are being downloaded (the pages show a
+    // waiting line).
+    bool IsWaiting() const { return outstanding || !queue.empty() || downloads.Running(); }
+    bool IsDownloading() const { return downloads.Running(); }
+    // The name of the account logged in (as typed at the login or registration).
+    const std::string& GetUserName() const { return userName; }
     bool TakeUpdateAvailable();
     bool TakeUpdateRequired();
     // 1 after a failed login, 2 after a good one, 0 otherwise; taken once.
@@ -114,8 +108,9 @@ private:
     std::string Multipart(const std::map<std::string, std::string>& fields,
                           const std::map<std::string, std::string>& files, bool& readable);
     void HandleAnswer(const std::string& message);
-    void HandleLogin(const std::string& rest, bool registration);
-    void DownloadMaps(const std::string& list);
+    void HandleLogin(const QmServiceAnswer& answer, const std::string& name);
+    void DownloadMaps(const std::vector<QmSharedMap>& list);
+    void CollectDownloads();
     void MoveEntry(const std::string& kind);
     void EndRequest();
     void Fail(int32_t textLine);
@@ -135,6 +130,9 @@ private:
     bool loginPending = false;
     int32_t userId = -1;
     std::string session;
+    std::string userName;
+    std::string pendingName; // the name of the login or registration that is out
+    int32_t movedSlot = 0;   // the slot of the last move asked for
     std::string loginName, loginPassword;
     std::string registerName, registerPassword, registerEmail;
     std::deque<std::string> queue;
@@ -151,4 +149,5 @@ private:
     std::vector<QmSharedUser> users;
     std::vector<QmSharedMap> maps;
     int32_t shownUserId = -1;
+    QmMapDownloads downloads;
 };

@@ -136,6 +136,7 @@ TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     alice.Settle();
     EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
     const int32_t aliceId = alice.manager.GetUserId();
+    EXPECT_EQ(alice.manager.GetUserName(), "alice");
 
     WriteMap("Hot Feet.map");
     QmMapUpload upload;
@@ -167,9 +168,13 @@ TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     // Reorder and delete with a fresh list, then with a stale one.
     alice.manager.RequestMaps(aliceId);
     alice.Settle();
+    ASSERT_EQ(alice.manager.GetMaps().size(), 2u);
+    const std::string first = alice.manager.GetMaps()[0].fileName;
     alice.manager.MoveMapDown(1, false);
     alice.Settle();
     EXPECT_EQ(alice.LastNoticeLine(), 0);
+    EXPECT_EQ(alice.manager.GetMaps()[1].fileName, first) << "the list shown follows the move";
+    EXPECT_EQ(alice.manager.GetMaps()[1].slot, 2);
     bob.manager.RequestMaps(aliceId); // bob's view does not matter; alice's goes stale below
     alice.manager.DeleteMap(1);
     alice.Settle();
@@ -246,4 +251,34 @@ TEST(QmNetworkManagerTest, ServiceAddressesPasswordsAndDigests) {
     EXPECT_FALSE(manager.IsWaiting());
     EXPECT_EQ(manager.TakeNotices().at(0).textLine, 209);
     EXPECT_EQ(QmSha256::Hex("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+}
+
+TEST(QmServiceAnswerTest, AnswersAreReadFromTheirMarkerAndNeverTrusted) {
+    std::string buffer = "HTTP/1.1 200 OK\r\n\r\n[H";
+    std::string message;
+    EXPECT_FALSE(QmServiceAnswer::Extract(buffer, message));
+    EXPECT_FALSE(buffer.empty()) << "kept until the marker arrives";
+    buffer = "junk[HP]MAPUSERLIST13,ann,2,1;;4,bob[HP&]trailing";
+    ASSERT_TRUE(QmServiceAnswer::Extract(buffer, message));
+    EXPECT_TRUE(buffer.empty());
+    const QmServiceAnswer users = QmServiceAnswer::Parse(message);
+    ASSERT_EQ(users.users.size(), 1u) << "an entry without four fields is skipped";
+    EXPECT_EQ(users.users[0].name, "ann");
+    EXPECT_TRUE(users.users[0].flag);
+
+    EXPECT_EQ(QmServiceAnswer::Parse("VERSION107").number, 107);
+    EXPECT_EQ(QmServiceAnswer::Parse("VERSION99999999999999999999").number, 0) << "too large reads as 0";
+    EXPECT_EQ(QmServiceAnswer::Parse("LOGIN1U").outcome, QmServiceAnswer::Outcome::TooOld);
+    const QmServiceAnswer login = QmServiceAnswer::Parse("LOGIN1x42_ab&c=9");
+    EXPECT_EQ(login.userId, 42);
+    EXPECT_EQ(login.session, "abc9");
+    EXPECT_EQ(QmServiceAnswer::Parse("LOGIN1x42").outcome, QmServiceAnswer::Outcome::NoSession);
+    EXPECT_EQ(QmServiceAnswer::Parse("REGISTEREMAIL_EXISTS").registerLine, 148);
+    EXPECT_EQ(QmServiceAnswer::Parse("REGISTEREMAIL_EXISTS!").registerLine, 0);
+    const QmServiceAnswer maps = QmServiceAnswer::Parse("REQUESTMAPS1A.map:3,../../x.map:4,B.dat:5,C.map:2");
+    ASSERT_EQ(maps.maps.size(), 2u) << "only plain map file names";
+    EXPECT_EQ(maps.maps[1].slot, 2);
+    EXPECT_EQ(QmServiceAnswer::Parse("SWAPMAPSNEXT1123").number, 123);
+    EXPECT_EQ(QmServiceAnswer::Parse("SWAPMAPSSIDE1123").outcome, QmServiceAnswer::Outcome::Failed);
+    EXPECT_EQ(QmServiceAnswer::Parse("DELETEMAPR").outcome, QmServiceAnswer::Outcome::Stale);
 }

@@ -12,8 +12,10 @@
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
 #include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmManagementPage.h"
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmNoticeDialog.h"
+#include "FrontEnd/QmPlayPage.h"
 #include "Gameplay/ArGameplayManager.h"
 #include "Gameplay/QmMixerRaceAudio.h"
 #include "Gameplay/QmPlayerRaceControls.h"
@@ -363,6 +365,58 @@ void VaCoordinator::LeaveEditor() {
 
 std::string VaCoordinator::EditorLine(int number) {
     return language->GetLine(number);
+}
+
+void VaCoordinator::MapListsChanged() {
+    if (frontEnd) {
+        // Reading the lists makes the listed tour the world's current one: the edited map's stays
+        // (its blocks in memory are untouched).
+        const int32_t tour = environment ? environment->tourIndex : 0;
+        frontEnd->MenuPages().PlayPage().RebuildLists();
+        frontEnd->MenuPages().ManagementPage().RebuildLists();
+        if (environment) {
+            environment->tourIndex = tour;
+        }
+    }
+}
+
+bool VaCoordinator::OpenCopyPage() {
+    if (!frontEnd || !environment) {
+        return false;
+    }
+    frontEnd->MenuPages().SetPage(QmMenuPages::kPlay);
+    frontEnd->MenuPages().PlayPage().BeginCopyChoice(environment->tourIndex, environment->levelIndex);
+    app->SwitchScene(SceneMenu);
+    return true;
+}
+
+void VaCoordinator::AskEditorQuestion(const std::string& action, const std::string& title,
+                                      const std::string& text) {
+    if (frontEnd) {
+        frontEnd->Dialog().Show(QmNoticeDialog::kTwoButtons, false, 0, action, text, title);
+    }
+}
+
+bool VaCoordinator::EditorDialogOpen() const {
+    return frontEnd && frontEnd->Dialog().Visible();
+}
+
+void VaCoordinator::EditorDialogFrame() {
+    if (EditorDialogOpen()) {
+        frontEnd->Dialog().Draw();
+        frontEnd->Dialog().Update();
+    }
+}
+
+bool VaCoordinator::EditorQuestionConfirmed(const std::string& action) const {
+    return frontEnd && frontEnd->Dialog().Action() == action &&
+           frontEnd->Dialog().AnsweredLine(QmNoticeDialog::kYesLine);
+}
+
+void VaCoordinator::CloseEditorDialog() {
+    if (frontEnd) {
+        frontEnd->Dialog().Hide();
+    }
 }
 
 void VaCoordinator::ReturnToMenu() {

@@ -154,10 +154,16 @@ public:
     // ---- QmEditorHost ----
     std::string EditorLine(int number) override;
     void EditorSound(const std::string& name, float volume) override { PlaySound(name, volume); }
-    void MapListsChanged() override {}
+    void MapListsChanged() override;
     void PlayFromEditor() override;
     void LeaveEditor() override;
-    bool OpenCopyPage() override { return false; }
+    bool OpenCopyPage() override;
+    void AskEditorQuestion(const std::string& action, const std::string& title,
+                           const std::string& text) override;
+    bool EditorDialogOpen() const override;
+    void EditorDialogFrame() override;
+    bool EditorQuestionConfirmed(const std::string& action) const override;
+    void CloseEditorDialog() override;
 
     // ---- QmWorldFrontEndLink ----
     std::string GetLine(int number) override;

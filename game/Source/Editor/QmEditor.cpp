@@ -36,6 +36,15 @@ constexpr int kLineNoStart = 199;
 constexpr int kLineNoFinish = 200;
 constexpr int kLineNoRoute = 201;
 constexpr int kLinePlayAnyway = 202;
+// The questions' titles: the names of their commands.
+constexpr int kLineLockTitle = 90;
+constexpr int kLineReadOnlyTitle = 91;
+constexpr int kLineResetTitle = 92;
+constexpr int kLineClearTitle = 93;
+constexpr int kLineSaveTitle = 94;
+constexpr int kLineSaveAndPlayTitle = 95;
+constexpr int kLineGenerateTitle = 97;
+constexpr int kLineLeaveTitle = 100;
 // Status code -> language line (codes 0 to 6 as the status line has always had them).
 constexpr std::array<int, 11> kStatusLines = {2, 103, 3, 109, 110, 111, 112, 197, 0, 203, 107};
 
@@ -94,7 +103,10 @@ void QmEditor::Enter(bool fresh) {
     lastMouseX = lastMouseY = -1;
     paintHeld = eraseHeld = false;
     menuOpen = false;
-    question.clear();
+    if (!question.empty()) {
+        question.clear();
+        host.CloseEditorDialog();
+    }
     nameInput.reset();
     playAfterCheck = false;
 }
@@ -104,7 +116,10 @@ void QmEditor::Leave() {
     model.Begin();
     reportValid = false;
     nameInput.reset();
-    question.clear();
+    if (!question.empty()) {
+        question.clear();
+        host.CloseEditorDialog();
+    }
     menuOpen = false;
 }
 
@@ -207,7 +222,8 @@ void QmEditor::Frame(int64_t frameNow, VeSurface* overlay) {
     // In 3D the cell under the mouse comes from a picking pass before the frame's own: when the
     // mouse moved (at most every kPickIntervalMs while it keeps moving) and on every click.
     const bool threeD = world.ThreeDActive();
-    if (threeD && input != nullptr && question.empty() && !nameInput) {
+    const bool dialogOpen = host.EditorDialogOpen();
+    if (threeD && input != nullptr && !dialogOpen && !nameInput) {
         pickPending = pickPending || input->mouseMoved;
         const bool click = input->mousePressed[kMouseLeft] != 0 || input->mousePressed[kMouseRight] != 0;
         if ((pickPending && now - lastPickTime >= kPickIntervalMs) || (click && pickPending)) {
@@ -222,13 +238,34 @@ void QmEditor::Frame(int64_t frameNow, VeSurface* overlay) {
             FollowMouse();
         }
     }
-    ReadInput(now);
+    if (dialogOpen) {
+        hoverButton = -1;
+    } else {
+        ReadInput(now);
+    }
     world.Update();
     world.BeginPass(false);
     view->DrawLayer(*this, now);
     world.EndPass();
     if (overlay != nullptr) {
         view->Draw(*this, *overlay, now);
+    }
+    // The dialog over the editor's panels; its answer is read after its frame.
+    if (dialogOpen) {
+        host.EditorDialogFrame();
+    }
+    FollowQuestion();
+}
+
+void QmEditor::FollowQuestion() {
+    if (question.empty() || host.EditorDialogOpen()) {
+        return;
+    }
+    const bool confirmed = host.EditorQuestionConfirmed(question);
+    const std::string action = question;
+    question.clear();
+    if (confirmed) {
+        OnConfirmed(action);
     }
 }
 
@@ -238,10 +275,6 @@ void QmEditor::ReadInput(int64_t) {
         return;
     }
     VeInput& in = *input;
-    if (!question.empty()) {
-        HandleQuestion();
-        return;
-    }
     if (nameInput) {
         HandleNameInput();
         return;
@@ -541,47 +574,23 @@ void QmEditor::HandleMenu() {
     }
 }
 
-void QmEditor::HandleQuestion() {
-    VeInput& in = *input;
-    if (BackPressed()) {
-        Answer(false);
+void QmEditor::Answer(bool confirmed) {
+    if (question.empty()) {
         return;
     }
-    if (controls != nullptr && (controls->MenuLeft() || controls->MenuRight())) {
-        questionYes = !questionYes;
-        host.EditorSound("Hover", 1.0f);
-    }
-    const int top = kQuestionTop;
-    if (in.mouseX >= 0 && in.mouseY >= top + 70 && in.mouseY < top + 104) {
-        const bool overNo = in.mouseX >= 180 && in.mouseX < 310;
-        const bool overYes = in.mouseX >= 330 && in.mouseX < 460;
-        if (overNo || overYes) {
-            VeCursor::SetMode(kHandCursor);
-            questionYes = overYes;
-            if (in.mousePressed[kMouseLeft] != 0) {
-                Answer(overYes);
-                return;
-            }
-        }
-    }
-    if (ConfirmPressed()) {
-        Answer(questionYes);
-    }
-}
-
-void QmEditor::Answer(bool confirmed) {
     const std::string action = question;
     question.clear();
-    host.EditorSound("Select", 0.8f);
+    host.CloseEditorDialog();
     if (confirmed) {
         OnConfirmed(action);
     }
 }
 
-void QmEditor::Ask(const std::string& action, int textLine) {
+void QmEditor::Ask(const std::string& action, int titleLine, int textLine) {
     question = action;
-    questionLine = textLine;
-    questionYes = false;
+    paintHeld = eraseHeld = false;
+    model.EndStroke();
+    host.AskEditorQuestion(action, host.EditorLine(titleLine), host.EditorLine(textLine));
 }
 
 void QmEditor::HandleNameInput() {
@@ -630,7 +639,7 @@ void QmEditor::ExecuteCommand(int command) {
             model.SetLocked(false);
             SetStatus(StatusUnlocked);
         } else {
-            Ask("LOCK", kLineLockQuestion);
+            Ask("LOCK", kLineLockTitle, kLineLockQuestion);
         }
         break;
     case CmdEditable:
@@ -638,25 +647,25 @@ void QmEditor::ExecuteCommand(int command) {
             model.SetEditable(true);
             SetStatus(StatusEditable);
         } else {
-            Ask("NOT_EDITABLE", kLineReadOnlyQuestion);
+            Ask("NOT_EDITABLE", kLineReadOnlyTitle, kLineReadOnlyQuestion);
         }
         break;
     case CmdResetScores:
-        Ask("RESET_SCORE", kLineResetQuestion);
+        Ask("RESET_SCORE", kLineResetTitle, kLineResetQuestion);
         break;
     case CmdClear:
-        Ask("CLEAR_MAP", kLineClearQuestion);
+        Ask("CLEAR_MAP", kLineClearTitle, kLineClearQuestion);
         break;
     case CmdSave:
         if (model.Modified() && MapHasScores()) {
-            Ask("SAVE", kLineSaveQuestion);
+            Ask("SAVE", kLineSaveTitle, kLineSaveQuestion);
         } else {
             Save();
         }
         break;
     case CmdSaveAndPlay:
         if (model.Modified() && MapHasScores()) {
-            Ask("SAVE_AND_PLAY", kLineSaveQuestion);
+            Ask("SAVE_AND_PLAY", kLineSaveAndPlayTitle, kLineSaveQuestion);
         } else {
             SaveAndPlay();
         }
@@ -670,7 +679,7 @@ void QmEditor::ExecuteCommand(int command) {
     }
     case CmdGenerate:
         if (model.Modified()) {
-            Ask("GENERATE", kLineGenerateQuestion);
+            Ask("GENERATE", kLineGenerateTitle, kLineGenerateQuestion);
         } else {
             Generate();
         }
@@ -681,13 +690,15 @@ void QmEditor::ExecuteCommand(int command) {
     case CmdCopy:
         copyBuffer = world.blocks;
         copySize = world.blockSize;
+        copyTour = world.tourIndex;
+        copyMap = world.levelIndex;
         if (host.OpenCopyPage()) {
             copyPending = true;
         }
         break;
     case CmdLeave:
         if (model.Modified()) {
-            Ask("LEAVE_WITHOUT_SAVING", kLineLeaveQuestion);
+            Ask("LEAVE_WITHOUT_SAVING", kLineLeaveTitle, kLineLeaveQuestion);
         } else {
             OnConfirmed("LEAVE_WITHOUT_SAVING");
         }
@@ -773,7 +784,7 @@ void QmEditor::SaveAndPlay() {
         if (report.outcome == QmPlayabilityCheck::Outcome::Finishable) {
             host.PlayFromEditor();
         } else {
-            Ask("PLAY_WITHOUT_ROUTE", kLinePlayAnyway);
+            Ask("PLAY_WITHOUT_ROUTE", kLineSaveAndPlayTitle, kLinePlayAnyway);
         }
         return;
     }
@@ -797,6 +808,8 @@ void QmEditor::CopyAbandoned() {
 }
 
 void QmEditor::RestoreCopyBuffer() {
+    world.tourIndex = copyTour;
+    world.Reload(copyMap, false);
     model.Reloaded();
     if (world.blockSize != copySize) {
         world.SetBlockSize(copySize);
@@ -831,7 +844,7 @@ void QmEditor::PollCheck() {
         if (report.outcome == QmPlayabilityCheck::Outcome::Finishable) {
             host.PlayFromEditor();
         } else {
-            Ask("PLAY_WITHOUT_ROUTE", kLinePlayAnyway);
+            Ask("PLAY_WITHOUT_ROUTE", kLineSaveAndPlayTitle, kLinePlayAnyway);
         }
     }
 }

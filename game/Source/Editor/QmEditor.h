@@ -8,8 +8,12 @@
 //   panels on the overlay. The coordinator composes the world afterwards.
 // - Every change goes through QmEditorModel, so it can be undone (Ctrl+Z / Ctrl+Y, the pad's
 //   shoulder buttons, the toolbar) until the editor is left.
-// - A command that throws work away only asks (Ask); OnConfirmed carries it out when the question's
-//   confirming button is chosen. Anything else leaves the map as it was.
+// - A command that throws work away only asks, through the host's notice dialog; OnConfirmed
+//   carries it out when the dialog's Yes answers it. No, Back or closing the dialog otherwise
+//   leaves the map as it was. While the dialog is open the editor takes no input.
+// - Copy: the editor keeps the edited map's grid and opens the tour page in its copy mode; the
+//   page ends it with CopyChosen (the chosen map's grid comes in, unsaved) or CopyAbandoned (the
+//   edits come back).
 // - The playability check runs on the worker pool; its result is shown on the status line and its
 //   route over the map while the map stays as it was checked.
 #include "Editor/QmEditorModel.h"
@@ -81,7 +85,6 @@ public:
     static constexpr int kMenuColumns = 6;
     static constexpr int kMenuCell = 44;
     static constexpr int kMenuTop = 200;
-    static constexpr int kQuestionTop = 260;
     static constexpr int64_t kPickIntervalMs = 50;
 
     QmEditor(QmClientEnvironmentManager& world, QmEditorHost& host, VeInput* input, QmControls* controls);
@@ -99,12 +102,13 @@ public:
     void ExecuteCommand(int command);
     // The question carrying this action was answered with its confirming button.
     void OnConfirmed(const std::string& action);
-    // The open question ("" when none) and its answer by its second button or Back.
+    // The open question's action ("" when none), and its answer as the dialog gives it (the
+    // dialog is closed).
     const std::string& PendingQuestion() const { return question; }
     void Answer(bool confirmed);
 
-    // Copy mode: the tour page hands over the chosen map's grid, or gives up. The world holds the
-    // edited map again (reloaded) before either is called.
+    // Copy mode: the tour page hands over the chosen map's grid, or gives up. Either loads the
+    // edited map again (the page may have loaded others meanwhile) and puts the grid back.
     void CopyChosen(const QmEditorModel::Grid& grid);
     void CopyAbandoned();
     bool CopyPending() const { return copyPending; }
@@ -128,8 +132,6 @@ public:
     const QmEditorModel& Model() const { return model; }
     int64_t StatusTime() const { return statusTime; }
     int MenuSelection() const { return menuSelection; }
-    int QuestionLine() const { return questionLine; }
-    bool QuestionYes() const { return questionYes; }
     int HoverButton() const { return hoverButton; }
     VeTextInput* NameInput() const { return nameInput.get(); }
     // The check's report belongs to the map as it is now (its route can be shown).
@@ -151,11 +153,12 @@ private:
     void FollowMouse();
     void Paint(bool erase, bool fill);
     void HandleMenu();
-    void HandleQuestion();
     void HandleNameInput();
     void HandlePalette();
     void ClickToolbar(int button);
-    void Ask(const std::string& action, int textLine);
+    void Ask(const std::string& action, int titleLine, int textLine);
+    // The open question after the dialog's frame: its answer, once the dialog closed.
+    void FollowQuestion();
     void SetStatus(int code);
     void StartCheck();
     void PollCheck();
@@ -195,8 +198,6 @@ private:
     bool menuOpen = false;
     int menuSelection = 0;
     std::string question;
-    int questionLine = 0;
-    bool questionYes = false;
     std::unique_ptr<VeTextInput> nameInput;
     int status = StatusNone;
     int64_t statusTime = 0;
@@ -204,6 +205,8 @@ private:
     bool copyPending = false;
     QmEditorModel::Grid copyBuffer{};
     int32_t copySize = QmCoreEnvironmentManager::kLargeBlockSize;
+    int copyTour = 0;
+    int copyMap = 0;
     int hoverButton = -1;
     bool pickPending = false;
     int64_t lastPickTime = -kPickIntervalMs;

@@ -24,8 +24,6 @@ const char* const kMenuArt[] = {"Select",   "Place",      "EditName", "MapSizeLa
 const char* const kStatusArt[] = {"Locked", "Unlocked", "Editable", "NotEditable", "Edited"};
 
 // Language lines.
-constexpr int kLineYes = 7;
-constexpr int kLineNo = 77;
 constexpr int kLineMenuTitle = 4;
 constexpr int kLineLeave = 100;
 constexpr int kLineMapName = 101;
@@ -107,9 +105,6 @@ void QmEditorView::Draw(const QmEditor& drawn, VeSurface& overlay, int64_t frame
     }
     if (editor->NameInput() != nullptr) {
         DrawNameInput(overlay);
-    }
-    if (!editor->PendingQuestion().empty()) {
-        DrawQuestion(overlay);
     }
 }
 
@@ -324,24 +319,4 @@ void QmEditorView::DrawNameInput(VeSurface& overlay) {
     VeText::DrawString(overlay, host.EditorLine(kLineMapName), overlay.width / 2, 262, style, true, 1.0f,
                        0x000000);
     editor->NameInput()->Draw(overlay, false, false);
-}
-
-void QmEditorView::DrawQuestion(VeSurface& overlay) {
-    const int top = QmEditor::kQuestionTop;
-    overlay.Rect(100, top - 40, 440, 150, 0x18202C, true, true, 0.95f);
-    overlay.Rect(100, top - 40, 440, 150, QmEditor::kMarkColour, false, true);
-    VeTextStyle style(2, 0xFFFFFF, 2, 1, 3);
-    style.MaxWidth(400);
-    VeText text(host.EditorLine(editor->QuestionLine()), &style);
-    text.DrawOnto(overlay, overlay.width / 2, top - 28, true, 1.0f, 0x000000);
-    const std::array<std::pair<int, bool>, 2> buttons = {std::make_pair(180, false),
-                                                         std::make_pair(330, true)};
-    for (const auto& [x, yes] : buttons) {
-        const bool chosen = yes == editor->QuestionYes();
-        overlay.Rect(x, top + 70, 130, 34, chosen ? 0x2E6FA8 : 0x2A3340, true, true);
-        overlay.Rect(x, top + 70, 130, 34, chosen ? QmEditor::kMarkColour : 0x5A6370, false, true);
-        const VeTextStyle label(3, 0xFFFFFF, 3, 2, 0);
-        VeText::DrawString(overlay, host.EditorLine(yes ? kLineYes : kLineNo), x + 65, top + 78, label, true,
-                           1.0f, 0x000000);
-    }
 }

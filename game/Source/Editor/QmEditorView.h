@@ -1,7 +1,8 @@
 #pragma once
 // How the editor shows itself: in 3D the cursor (the selected block and the blinking cursor cube)
 // and the checked route as items of the world's pass; on the overlay the 2D cursor and route, the
-// toolbar, the palette, the status line, the command menu, the name input and the open question.
+// toolbar, the palette, the status line, the command menu and the name input. The questions are
+// the host's notice dialog, drawn over all of it.
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -34,7 +35,6 @@ private:
     void DrawPalette(VeSurface& overlay, bool blinkOn);
     void DrawStatusLine(VeSurface& overlay);
     void DrawMenu(VeSurface& overlay);
-    void DrawQuestion(VeSurface& overlay);
     void DrawNameInput(VeSurface& overlay);
     void DrawUndoIcon(VeSurface& overlay, int x, int y, bool redo, bool hover);
     void DrawCheckIcon(VeSurface& overlay, int x, int y, bool hover);

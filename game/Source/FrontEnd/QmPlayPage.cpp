@@ -4,6 +4,7 @@
 #include "Controls/QmControls.h"
 #include "Coordinator/VaApp.h"
 #include "Coordinator/VaCoordinator.h"
+#include "Editor/QmEditor.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmPageLinks.h"
@@ -27,6 +28,8 @@ constexpr int kEditLine = 31;
 constexpr int kHighscoresLine = 32;
 constexpr int kManageLine = 33;
 constexpr int kRandomRunLine = 167;
+constexpr int kCopyButtonLine = 99;
+constexpr int kCopyTitleLine = 106;
 enum Button { PlayButton, RandomRunButton, EditButton, HighscoresButton, ManageButton, BackButton };
 } // namespace
 
@@ -41,16 +44,20 @@ public:
         RefreshTitle();
     }
 
-    static std::vector<std::vector<std::string>> Labels() {
+    std::vector<std::vector<std::string>> Labels() const {
         VaCoordinator* c = QmMenuPage::C();
-        return {{c->GetLine(kPlayLine), c->GetLine(kRandomRunLine), c->GetLine(kEditLine)},
+        return {{c->GetLine(copying ? kCopyButtonLine : kPlayLine), c->GetLine(kRandomRunLine),
+                 c->GetLine(kEditLine)},
                 {c->GetLine(kHighscoresLine), c->GetLine(kManageLine), c->GetLine(kBackLine)}};
     }
 
     void RefreshTitle() {
         VaCoordinator* c = QmMenuPage::C();
         int number = kPlayLine;
-        switch (c->playMode) {
+        switch (copying ? -1 : c->playMode) {
+        case -1:
+            number = kCopyTitleLine;
+            break;
         case VaCoordinator::PlayParty:
             number = c->partyType == VaCoordinator::PartyMarathon ? 29 : 28;
             break;
@@ -97,8 +104,44 @@ public:
         const bool editable = c->environment && t >= 0 &&
                               t < static_cast<int>(c->environment->tours.size()) &&
                               c->environment->tours[static_cast<size_t>(t)].editable && !list.TourLocked();
-        buttons.SetEnabled(EditButton, editable);
-        buttons.SetEnabled(HighscoresButton, haveMap && !list.MapLocked());
+        buttons.SetEnabled(EditButton, editable && !copying);
+        buttons.SetEnabled(HighscoresButton, haveMap && !list.MapLocked() && !copying);
+        buttons.SetEnabled(RandomRunButton, !copying);
+        buttons.SetEnabled(ManageButton, !copying);
+    }
+
+    void BeginCopyChoice(int tour, int map) {
+        copying = true;
+        ResetMouseAndSelection();
+        RefreshTitle();
+        buttons.Relabel(Labels());
+        SelectTour(tour);
+        list.SelectMap(map);
+        list.SetFocus(QmTourMapList::Maps);
+        UpdateButtons();
+        lastFrame = QmMenuPage::C()->app->framesRun;
+    }
+
+    // Back to the editor with the chosen map's blocks, or with none (given up).
+    void EndCopy(bool chosen) {
+        VaCoordinator* c = QmMenuPage::C();
+        copying = false;
+        RefreshTitle();
+        buttons.Relabel(Labels());
+        UpdateButtons();
+        QmEditor* editor = c->Editor();
+        if (editor == nullptr || !c->environment) {
+            return;
+        }
+        if (chosen) {
+            c->environment->tourIndex = list.SelectedTour();
+            c->environment->Reload(list.SelectedMap(), false);
+            const QmEditorModel::Grid grid = c->environment->blocks;
+            editor->CopyChosen(grid);
+        } else {
+            editor->CopyAbandoned();
+        }
+        c->app->SwitchScene(SceneEditor);
     }
 
     void ShowStatus(int line) {
@@ -119,6 +162,10 @@ public:
             return;
         }
         c->PlaySound("Select", 1.0f);
+        if (copying) {
+            EndCopy(true);
+            return;
+        }
         if (c->playMode != VaCoordinator::PlayParty) {
             c->playMode = VaCoordinator::PlayTour;
         }
@@ -236,7 +283,11 @@ public:
             QmPageLinks::SetPage(3);
             break;
         case BackButton:
-            QmPageLinks::BackToMainMenu();
+            if (copying) {
+                EndCopy(false);
+            } else {
+                QmPageLinks::BackToMainMenu();
+            }
             break;
         default:
             break;
@@ -256,7 +307,11 @@ public:
         VeCursor::SetMode(VeCursorKind::Arrow);
         if (controls.Back()) {
             c->PlaySound("Select", 1.0f);
-            QmPageLinks::BackToMainMenu();
+            if (copying) {
+                EndCopy(false);
+            } else {
+                QmPageLinks::BackToMainMenu();
+            }
             return;
         }
         if (input != nullptr) {
@@ -326,6 +381,7 @@ public:
     bool focusOnButtons = false;
     int lastMouseX = -1;
     int lastMouseY = -1;
+    bool copying = false;
 };
 
 QmPlayPage::QmPlayPage() : impl(std::make_unique<Impl>()) {}
@@ -356,4 +412,10 @@ int QmPlayPage::SelectedTour() const {
 }
 int QmPlayPage::SelectedMap() const {
     return impl->list.SelectedMap();
+}
+void QmPlayPage::BeginCopyChoice(int tour, int map) {
+    impl->BeginCopyChoice(tour, map);
+}
+bool QmPlayPage::CopyChoosing() const {
+    return impl->copying;
 }

@@ -7,6 +7,10 @@
 //
 // StartPlay begins a race in the coordinator's current play mode on the world's current map; the
 // page's own Confirm first loads the chosen map and sets tour play.
+//
+// Copy mode (the editor's copy command): the title asks for the map to copy and the first button
+// copies; choosing a map hands its blocks to the editor, Back gives up, and either returns to the
+// editor. The other buttons are off meanwhile.
 #include "FrontEnd/QmMenuPage.h"
 #include "FrontEnd/QmTextBox.h"
 
@@ -34,6 +38,9 @@ public:
     bool StartPlay(bool retry);
     int SelectedTour() const;
     int SelectedMap() const;
+    // Copy mode, opened on the edited map's tour and map.
+    void BeginCopyChoice(int tour, int map);
+    bool CopyChoosing() const;
 
 private:
     class Impl;

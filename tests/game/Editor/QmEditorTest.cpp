@@ -35,6 +35,23 @@ public:
     void PlayFromEditor() override { ++plays; }
     void LeaveEditor() override { ++leaves; }
     bool OpenCopyPage() override { return true; }
+    // The notice dialog as the player sees it: open until Reply closes it with Yes or No.
+    void AskEditorQuestion(const std::string& action, const std::string& title, const std::string&) override {
+        dialogAction = action;
+        dialogTitle = title;
+        dialogOpen = true;
+        confirmed = false;
+    }
+    bool EditorDialogOpen() const override { return dialogOpen; }
+    void EditorDialogFrame() override { ++dialogFrames; }
+    bool EditorQuestionConfirmed(const std::string& action) const override {
+        return confirmed && action == dialogAction;
+    }
+    void CloseEditorDialog() override { dialogOpen = false; }
+    void Reply(bool yes) {
+        dialogOpen = false;
+        confirmed = yes;
+    }
 
     int Count(const std::string& sound) const {
         return static_cast<int>(std::count(sounds.begin(), sounds.end(), sound));
@@ -44,6 +61,11 @@ public:
     int listsChanged = 0;
     int plays = 0;
     int leaves = 0;
+    std::string dialogAction;
+    std::string dialogTitle;
+    bool dialogOpen = false;
+    bool confirmed = false;
+    int dialogFrames = 0;
 };
 
 class EditorSceneTest : public RendererTest {
@@ -113,26 +135,34 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
           Case{QmEditor::CmdResetScores, "RESET_SCORE"}, Case{QmEditor::CmdLeave, "LEAVE_WITHOUT_SAVING"}}) {
         editor->ExecuteCommand(c.command);
         EXPECT_EQ(editor->PendingQuestion(), c.action);
-        // Back answers no: nothing happens.
-        Press(VeKey::Escape);
+        ASSERT_TRUE(editorHost.dialogOpen) << c.action;
+        EXPECT_EQ(editorHost.dialogAction, c.action);
+        EXPECT_FALSE(editorHost.dialogTitle.empty());
+        // While the dialog is open it has the keys: Return paints nothing, and it is drawn.
+        const int frames = editorHost.dialogFrames;
+        Press(VeKey::Return);
+        EXPECT_EQ(editorHost.dialogFrames, frames + 1);
+        // No (or Back, or closing it) leaves everything as it was.
+        editorHost.Reply(false);
+        Step();
         EXPECT_EQ(editor->PendingQuestion(), "");
         EXPECT_EQ(world->blocks, edited) << c.action;
         EXPECT_FALSE(world->locked);
         EXPECT_TRUE(world->editable);
         EXPECT_EQ(editorHost.leaves, 0);
     }
-    // Confirming carries the action out.
+    // Yes carries the action out.
     editor->ExecuteCommand(QmEditor::CmdLock);
-    editor->Answer(true);
+    editorHost.Reply(true);
+    Step();
     EXPECT_TRUE(world->locked);
     EXPECT_EQ(world->GetMapField('l'), "1");
     editor->ExecuteCommand(QmEditor::CmdLock);
     EXPECT_EQ(editor->PendingQuestion(), "") << "unlocking needs no question";
     EXPECT_FALSE(world->locked);
     editor->ExecuteCommand(QmEditor::CmdClear);
-    input.pressed[VeKey::Right] = 1; // to the confirming button, then Return
+    editorHost.Reply(true);
     Step();
-    Press(VeKey::Return);
     EXPECT_TRUE(world->AllBlocksAre(Block::Blank));
     editor->ExecuteCommand(QmEditor::CmdUndo);
     EXPECT_EQ(world->blocks, edited);
@@ -145,6 +175,7 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
     EXPECT_NE(world->blocks, cells);
     editor->ExecuteCommand(QmEditor::CmdLeave);
     editor->Answer(true);
+    EXPECT_FALSE(editorHost.dialogOpen);
     EXPECT_EQ(editorHost.leaves, 1);
 }
 
@@ -208,15 +239,14 @@ TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsB
     const auto edited = world->blocks;
     editor->ExecuteCommand(QmEditor::CmdCopy);
     ASSERT_TRUE(editor->CopyPending());
-    // The tour page browses other maps, then the edited map is loaded again.
+    // The tour page browses other maps; giving up brings the edited map back as it was.
     world->ClearMap();
-    world->Reload(world->levelIndex, false);
     editor->CopyAbandoned();
     EXPECT_EQ(world->blocks, edited);
     EXPECT_TRUE(editor->Model().Modified());
 
     editor->ExecuteCommand(QmEditor::CmdCopy);
-    world->Reload(world->levelIndex, false);
+    world->ClearMap();
     QmEditorModel::Grid chosen{};
     chosen[0] = Block::Start;
     editor->CopyChosen(chosen);

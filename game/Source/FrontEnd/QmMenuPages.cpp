@@ -14,6 +14,7 @@
 #include "FrontEnd/QmNoticeDialog.h"
 #include "FrontEnd/QmOptionsPage.h"
 #include "FrontEnd/QmPlayPage.h"
+#include "FrontEnd/QmSharedMapsPage.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
 #include "Screen/Surface/VeImage.h"
@@ -88,6 +89,7 @@ QmMenuPages::QmMenuPages() {
     page = kMainMenu;
     playPage = std::make_unique<QmPlayPage>();
     managementPage = std::make_unique<QmManagementPage>();
+    sharedMapsPage = std::make_unique<QmSharedMapsPage>();
 }
 
 QmMenuPages::~QmMenuPages() = default;
@@ -115,6 +117,7 @@ void QmMenuPages::Relabel() {
     BuildMainRow();
     playPage->Relabel();
     managementPage->Relabel();
+    sharedMapsPage->Relabel();
     if (optionsPage) {
         optionsPage->Relabel();
     }
@@ -265,6 +268,9 @@ void QmMenuPages::OtherPageFrame() {
         break;
     case kManagement:
         managementPage->Frame();
+        break;
+    case kSharedMaps:
+        sharedMapsPage->Frame();
         break;
     case kParty:
     case kPartyResults:

@@ -17,6 +17,7 @@
 #include <string>
 
 class QmCreditsPage;
+class QmSharedMapsPage;
 class QmManagementPage;
 class QmOptionsPage;
 class QmPlayPage;
@@ -77,6 +78,7 @@ public:
 
     QmPlayPage& PlayPage() { return *playPage; }
     QmManagementPage& ManagementPage() { return *managementPage; }
+    QmSharedMapsPage& SharedMapsPage() { return *sharedMapsPage; }
     // Made when the main menu first opens it (null before).
     QmCreditsPage* CreditsPage() { return creditsPage.get(); }
     QmOptionsPage* OptionsPage() { return optionsPage.get(); }
@@ -100,6 +102,7 @@ private:
     std::unique_ptr<QmCreditsPage> creditsPage;
     std::unique_ptr<QmPlayPage> playPage;
     std::unique_ptr<QmManagementPage> managementPage;
+    std::unique_ptr<QmSharedMapsPage> sharedMapsPage;
     bool mouseActive = false;
     float lastMouseX = -1.0f;
     float lastMouseY = -1.0f;

@@ -551,7 +551,6 @@ void VaCoordinator::GameFrame() {
         if (environment) {
             WorldFrame(app->scene == SceneRace);
             worldDrawn = true;
-            Results().DrawRaceOverlay();
         }
         break;
     default:
@@ -584,7 +583,10 @@ void VaCoordinator::GameFrame() {
     if (worldDrawn) {
         environment->ComposeWorld(false, false);
     }
+    // What stands over the race comes after the world is composed, so the flipped or grey world
+    // never turns or greys it.
     if (screen != nullptr && app->scene == SceneRace) {
+        Results().DrawRaceOverlay();
         inRaceMenu.Draw(screen->overlay, pulse);
     }
 

@@ -86,10 +86,8 @@ void ArEnvironmentManager::GreyFrame() {
 }
 
 void ArEnvironmentManager::ComposeOverlay() {
-    for (const auto& draw : raceTexts) {
-        draw();
-    }
-    raceTexts.clear();
+    // Grey and turn belong to the world; the panel and the texts come after them, so they stay
+    // upright and in colour.
     if (greyPending) {
         screen.overlay.GreyRect(0, 0, 0, 0);
     }
@@ -98,6 +96,10 @@ void ArEnvironmentManager::ComposeOverlay() {
     }
     greyPending = false;
     turnPending = false;
+    for (const auto& draw : raceTexts) {
+        draw();
+    }
+    raceTexts.clear();
 }
 
 void ArEnvironmentManager::DrawText(const std::string& text, int y) {

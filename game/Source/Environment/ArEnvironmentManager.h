@@ -3,10 +3,10 @@
 // race's entities in 2D and 3D (cows with the cow's art, the steered racer with its animated face,
 // the ghost with the same face, translucent), the countdown number, the head-up panel with the
 // map's name and the badge, centred lines of text with a shadow, and the screen-wide effects: the
-// fade-in, the grey frame of death and the upside-down frame of Flip Vision. The race's texts and
-// panel are kept until the world is composed and then drawn over everything the world drew (the
-// decorations included); grey and turn apply after them to the whole frame image, so everything
-// drawn in the frame follows. With hudShown off (option "HUD") the panel is left out.
+// fade-in, the grey frame of death and the upside-down frame of Flip Vision. Grey and turn apply
+// to the whole world image when the world is composed; the race's texts and panel are kept until
+// then and drawn after them, over everything the world drew (the decorations included), so they
+// stay upright and in colour. With hudShown off (option "HUD") the panel is left out.
 #include "Environment/ArRacerFace.h"
 #include "Environment/ClientEnvironmentManager/QmClientEnvironmentManager.h"
 #include "Gameplay/QmRaceDrawer.h"

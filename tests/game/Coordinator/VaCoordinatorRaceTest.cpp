@@ -169,17 +169,21 @@ TEST_F(RaceGame, AfterDeathSpaceStartsANewAttempt) {
     RunUntilTheRaceRuns();
     Race().Racer()->Kill();
     Frame();
-    // The frame of death is grey all over.
+    // The world of death is grey all over; the head-up panel over it keeps its colours.
     int coloured = 0;
+    int colouredPanel = 0;
     const VeSurface& overlay = app->screen->overlay;
-    for (int y = 0; y < overlay.height; y += 4) {
-        for (int x = 0; x < overlay.width; x += 4) {
+    for (int y = 0; y < overlay.height; y += 2) {
+        for (int x = 0; x < overlay.width; x += 2) {
             const uint32_t pixel = overlay.GetXY(x, y);
             const uint32_t red = (pixel >> 16) & 0xFF;
-            coloured += red != ((pixel >> 8) & 0xFF) || red != (pixel & 0xFF) ? 1 : 0;
+            const bool grey = red == ((pixel >> 8) & 0xFF) && red == (pixel & 0xFF);
+            const bool panel = x < ArEnvironmentManager::kHudX + 256 && y < ArEnvironmentManager::kHudY + 40;
+            (panel ? colouredPanel : coloured) += grey ? 0 : 1;
         }
     }
     EXPECT_EQ(coloured, 0);
+    EXPECT_GT(colouredPanel, 20);
     const QmClientGameplayManager* before = coordinator->gameplay.get();
 
     FrameWithKeys({VeKey::Space});

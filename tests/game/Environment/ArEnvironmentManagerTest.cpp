@@ -2,6 +2,9 @@
 
 #include "Screen/Surface/VeSurface.h"
 
+#include <cstdlib>
+#include <vector>
+
 using namespace renderer_test;
 
 namespace {
@@ -51,6 +54,49 @@ namespace {
 int Channel(uint32_t colour, int shift) {
     return static_cast<int>((colour >> shift) & 0xFFu);
 }
+
+bool Grey(uint32_t pixel) {
+    const int r = Channel(pixel, 16);
+    const int g = Channel(pixel, 8);
+    const int b = Channel(pixel, 0);
+    return std::abs(r - g) <= 3 && std::abs(g - b) <= 3;
+}
+
+// Inside the head-up panel (256 x 40 at its corner), clear of its edge.
+bool InPanel(int x, int y) {
+    return x >= ArEnvironmentManager::kHudX + 4 && x < ArEnvironmentManager::kHudX + 252 &&
+           y >= ArEnvironmentManager::kHudY + 4 && y < ArEnvironmentManager::kHudY + 36;
+}
+
+// Where the panel's text strokes are (its white pixels), and how many of its pixels have colour.
+std::vector<int> PanelStrokes(const ScreenshotImage& shot, int& coloured) {
+    std::vector<int> strokes;
+    coloured = 0;
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 280; ++x) {
+            if (InPanel(x, y)) {
+                const uint32_t pixel = shot.At(x, y);
+                coloured += Grey(pixel) ? 0 : 1;
+                if (pixel == 0xFFFFFF) {
+                    strokes.push_back(y * shot.width + x);
+                }
+            }
+        }
+    }
+    return strokes;
+}
+
+// Pixels with colour outside the panel.
+int ColouredOutsideThePanel(const ScreenshotImage& shot) {
+    int coloured = 0;
+    for (int y = 0; y < shot.height; ++y) {
+        for (int x = 0; x < shot.width; ++x) {
+            const bool panel = x < ArEnvironmentManager::kHudX + 256 && y < ArEnvironmentManager::kHudY + 40;
+            coloured += !panel && !Grey(shot.At(x, y)) ? 1 : 0;
+        }
+    }
+    return coloured;
+}
 } // namespace
 
 TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
@@ -82,7 +128,7 @@ TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
     }
 }
 
-TEST_P(RaceFrameTest, DeathTurnsTheWholeFrameGrey) {
+TEST_P(RaceFrameTest, DeathGreysTheWorldButNotThePanelOrTheText) {
     host.racer.active = false;
     ScreenshotImage shot = RaceFrame([this] {
         world->DrawHud(world->mapName, QmRaceDrawer::SilverBadge);
@@ -91,34 +137,48 @@ TEST_P(RaceFrameTest, DeathTurnsTheWholeFrameGrey) {
     });
     EXPECT_TRUE(MatchesStoredImage("environment-client/death-" + ViewName(GetParam()) + ".png", shot,
                                    kTolerance, kDifferingPixels));
-    // Every pixel is grey: red, green and blue within rounding of each other.
+    EXPECT_EQ(ColouredOutsideThePanel(shot), 0);
     int coloured = 0;
-    for (uint32_t pixel : shot.pixels) {
-        const int r = static_cast<int>((pixel >> 16) & 0xFF);
-        const int g = static_cast<int>((pixel >> 8) & 0xFF);
-        const int b = static_cast<int>(pixel & 0xFF);
-        coloured += std::abs(r - g) > 3 || std::abs(g - b) > 3 ? 1 : 0;
+    EXPECT_GT(PanelStrokes(shot, coloured).size(), 100u); // the map's name
+    EXPECT_GT(coloured, 100);                             // the badge and the panel's stripes
+    int white = 0;
+    for (int x = 0; x < shot.width; ++x) {
+        white += shot.At(x, 490) == 0xFFFFFF ? 1 : 0;
     }
-    EXPECT_EQ(coloured, 0);
+    EXPECT_GT(white, 40); // the text, white over the grey world
 }
 
-TEST_P(RaceFrameTest, FlipTurnsTheViewUpsideDown) {
+TEST_P(RaceFrameTest, FlipTurnsTheWorldButNotThePanelAliveOrDead) {
+    const auto hud = [this] { world->DrawRunHud("LEVEL 3", "12.34"); };
+    const ScreenshotImage upright = RaceFrame(hud);
     host.flipped = true;
-    ScreenshotImage upright;
-    {
-        host.flipped = false;
-        upright = RaceFrame([this] { world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge); });
-        host.flipped = true;
-    }
-    ScreenshotImage shot = RaceFrame([this] {
+    const ScreenshotImage shot = RaceFrame([&] {
         world->ReversePixelOrder();
-        world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
+        hud();
     });
     EXPECT_TRUE(MatchesStoredImage("environment-client/flip-" + ViewName(GetParam()) + ".png", shot,
                                    kTolerance, kDifferingPixels));
-    // The panel drawn at the top left ends up at the bottom right.
-    EXPECT_EQ(shot.At(639 - ArEnvironmentManager::kHudX - 20, 639 - ArEnvironmentManager::kHudY - 20),
-              upright.At(ArEnvironmentManager::kHudX + 20, ArEnvironmentManager::kHudY + 20));
+    int uprightColoured = 0;
+    const std::vector<int> uprightStrokes = PanelStrokes(upright, uprightColoured);
+    ASSERT_GT(uprightStrokes.size(), 100u);
+    int coloured = 0;
+    EXPECT_EQ(PanelStrokes(shot, coloured), uprightStrokes); // the level and the time read as before
+    if (!GetParam()) {
+        // The flat world is turned pixel for pixel: the racer's white body.
+        EXPECT_EQ(shot.At(639 - 170, 639 - 395), 0xFFFFFFu);
+        EXPECT_EQ(shot.At(639 - 170, 639 - 395), upright.At(170, 395));
+    }
+
+    // Turned and dead: the panel is still upright and in colour over the grey world.
+    host.racer.active = false;
+    const ScreenshotImage dead = RaceFrame([&] {
+        world->ReversePixelOrder();
+        hud();
+        world->GreyFrame();
+    });
+    EXPECT_EQ(PanelStrokes(dead, coloured), uprightStrokes);
+    EXPECT_EQ(coloured, uprightColoured);
+    EXPECT_EQ(ColouredOutsideThePanel(dead), 0);
 }
 
 TEST_P(RaceFrameTest, TheCountdownStandsInTheMiddleOverTheIntro) {

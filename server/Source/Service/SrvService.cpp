@@ -5,12 +5,13 @@
 #include "SrvCrypto.h"
 #include "SrvFormFields.h"
 #include "SrvGallery.h"
+#include "SrvHttpServer.h"
 #include "SrvUpload.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
-#include <httplib.h>
 #include <sys/socket.h>
 
 namespace {
@@ -24,9 +25,8 @@ std::string Packet(const std::string& message) {
     return "[HP]" + message + "[HP&]";
 }
 
-// Answers the game: the packet, and the connection closes after it.
+// Answers the game: the packet (the game's own "Connection: close" closes the connection after it).
 void Answer(httplib::Response& response, const std::string& message) {
-    response.set_header("Connection", "close");
     response.set_content(Packet(message), "text/plain; charset=utf-8");
 }
 
@@ -90,7 +90,14 @@ SrvService::SrvService(SrvConfig configuration) : config(std::move(configuration
     store = std::make_unique<SrvStore>(config.database);
     thumbnails = std::make_unique<SrvThumbnail>(config.assets);
     dummyHash = SrvCrypto::HashPassword("not a password of anyone");
-    server = std::make_unique<httplib::Server>();
+    SrvHttpLimits limits;
+    limits.threads = config.threads;
+    limits.idleSeconds = config.readTimeoutSeconds;
+    limits.headSeconds = config.requestSeconds;
+    limits.bodySeconds = config.requestSeconds;
+    // Behind a proxy every connection comes from the proxy's address: the proxy bounds them.
+    limits.connectionsPerAddress = config.trustProxy ? 0 : config.connectionsPerAddress;
+    server = std::make_unique<SrvHttpServer>(limits);
     Route();
 }
 
@@ -113,14 +120,7 @@ int SrvService::MinimumBuild() {
 }
 
 void SrvService::Route() {
-    server->new_task_queue = [threads = config.threads] { return new httplib::ThreadPool(threads); };
     server->set_payload_max_length(config.maxBodyBytes);
-    server->set_read_timeout(config.readTimeoutSeconds, 0);
-    server->set_keep_alive_timeout(config.readTimeoutSeconds);
-    server->set_write_timeout(5, 0);
-    server->set_keep_alive_max_count(1000);
-    // Answers leave at once on kept-alive connections instead of waiting for a delayed ACK.
-    server->set_tcp_nodelay(true);
     server->set_socket_options([this](socket_t sock) {
         httplib::default_socket_options(sock);
         listenSocket = sock;
@@ -337,27 +337,35 @@ std::string SrvService::Register(const SrvFormFields& form, const std::string& a
     return "REGISTER11" + std::to_string(*id) + "_" + token;
 }
 
-// The list is public and the same for everyone, so an answer is reused for up to a second: a crowd
-// asking at once costs the database one query a second.
+// The list is public and the same for everyone, so one answer is reused until the store's count of
+// changes to the shared maps moves on, or until the flag of a recent upload in it would turn off.
 std::string SrvService::MapUserList() {
     int64_t now = NowMs();
+    int64_t changes = store->MapChanges();
     {
         std::lock_guard<std::mutex> guard(userListLock);
-        if (now >= userListTime && now - userListTime < config.userListCacheMs) {
+        if (changes == userListChanges && now < userListExpiry) {
             return userList;
         }
     }
     std::string text = "MAPUSERLIST1";
-    int64_t recent = now - 7LL * 86400000LL;
+    constexpr int64_t kRecentMs = 7LL * 86400000LL;
+    int64_t expiry = INT64_MAX;
     bool first = true;
     for (const SrvUserEntry& user : store->MapUsers()) {
+        bool recent = user.lastUploadMs >= now - kRecentMs;
         text += (first ? "" : ";") + std::to_string(user.id) + "," + user.name + "," +
-                std::to_string(user.mapCount) + "," + (user.lastUploadMs >= recent ? "1" : "0");
+                std::to_string(user.mapCount) + "," + (recent ? "1" : "0");
+        expiry = recent ? std::min(expiry, user.lastUploadMs + kRecentMs + 1) : expiry;
         first = false;
     }
     std::lock_guard<std::mutex> guard(userListLock);
+    if (changes < userListChanges) {
+        return text; // a newer list was kept meanwhile
+    }
     userList = text;
-    userListTime = now;
+    userListChanges = changes;
+    userListExpiry = expiry;
     return text;
 }
 

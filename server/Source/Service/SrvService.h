@@ -1,8 +1,9 @@
 #pragma once
 // The web service the game talks to. Every answer to a form post or to "GET /quillmaze" is
-// "[HP]" + the command word + its result + "[HP&]", and such a connection is closed after its
-// answer. Requests: the version, login, register, the list of users who share maps, one user's
-// maps, upload, delete and reorder (with the stale-list answer), downloads of shared files under
+// "[HP]" + the command word + its result + "[HP&]". The game asks for its connection to be closed
+// after the answer, and it is; other clients may keep theirs alive. Requests: the version, login, register,
+// the list of users who share maps, one user's maps, upload, delete and reorder (with the stale-list answer),
+// downloads of shared files under
 // "/uploads/<id>/<file>", the update package under "/files/", and the gallery for people at "/".
 //
 // Clocks: a list version is kept in the service's clock; the game echoes the last version it saw
@@ -19,8 +20,9 @@
 #include <mutex>
 #include <string>
 
+class SrvHttpServer;
+
 namespace httplib {
-class Server;
 struct Request;
 struct Response;
 } // namespace httplib
@@ -31,7 +33,9 @@ struct SrvConfig {
     std::string database; // SQLite path or PostgreSQL URL
     std::string assets = "Assets";
     int threads = 64;
-    int readTimeoutSeconds = 5; // a client that sends nothing for this long is dropped (kept-alive ones too)
+    int readTimeoutSeconds = 5;     // a kept-alive connection waiting this long for a request is closed
+    int requestSeconds = 10;        // a request's head, and then its body, must arrive within this
+    int connectionsPerAddress = 64; // open connections one address may hold (none with trustProxy)
     bool log = true;
     bool trustProxy = false; // take the client's address from X-Forwarded-For
     int64_t sessionLifetimeMs = 30LL * 86400000LL;
@@ -45,7 +49,6 @@ struct SrvConfig {
     int maxSlot = 20;
     size_t maxBodyBytes = 256 * 1024;
     int64_t staleToleranceMs = 2000;
-    int64_t userListCacheMs = 1000; // how long one answer to the map user list is reused
 };
 
 class SrvService {
@@ -82,11 +85,12 @@ private:
     SrvConfig config;
     std::unique_ptr<SrvStore> store;
     std::unique_ptr<SrvThumbnail> thumbnails;
-    std::unique_ptr<httplib::Server> server;
+    std::unique_ptr<SrvHttpServer> server;
     std::string dummyHash;
     int port = 0;
     int listenSocket = -1;
     std::mutex userListLock;
     std::string userList;
-    int64_t userListTime = -1;
+    int64_t userListChanges = -1; // the store's change count the list was made at
+    int64_t userListExpiry = 0;   // when the first flag of a recent upload in it turns off
 };

@@ -3,6 +3,9 @@
 #include <sqlite3.h>
 
 SrvSqlite::SrvSqlite(const std::string& path) {
+    // Without the allocation statistics, which take one lock of the whole process per allocation.
+    static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    (void)configured;
     if (sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
                         nullptr) != SQLITE_OK) {
         std::string message = db ? sqlite3_errmsg(db) : "out of memory";
@@ -17,15 +20,49 @@ SrvSqlite::SrvSqlite(const std::string& path) {
 }
 
 SrvSqlite::~SrvSqlite() {
+    for (auto& [text, statement] : statements) {
+        sqlite3_finalize(statement);
+    }
     sqlite3_close(db);
+}
+
+namespace {
+constexpr size_t kKeptStatements = 64; // the service has fewer different statements than this
+
+// Leaves a kept statement ready for its next use whichever way this one ends.
+struct StatementReset {
+    sqlite3_stmt* statement;
+    ~StatementReset() {
+        sqlite3_reset(statement);
+        sqlite3_clear_bindings(statement);
+    }
+};
+} // namespace
+
+sqlite3_stmt* SrvSqlite::Prepare(const std::string& sql) {
+    auto found = statements.find(sql);
+    if (found != statements.end()) {
+        return found->second;
+    }
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v3(db, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                           &statement, nullptr) != SQLITE_OK) {
+        throw SrvSqlError(std::string("sqlite: ") + sqlite3_errmsg(db));
+    }
+    if (statements.size() >= kKeptStatements) {
+        for (auto& [text, kept] : statements) {
+            sqlite3_finalize(kept);
+        }
+        statements.clear();
+    }
+    statements.emplace(sql, statement);
+    return statement;
 }
 
 SrvSqlRows SrvSqlite::Query(const std::string& sql, const std::vector<SrvSqlValue>& params,
                             const std::vector<int>&) {
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(db, sql.c_str(), static_cast<int>(sql.size()), &statement, nullptr) != SQLITE_OK) {
-        throw SrvSqlError(std::string("sqlite: ") + sqlite3_errmsg(db));
-    }
+    sqlite3_stmt* statement = Prepare(sql);
+    StatementReset reset{statement};
     for (size_t i = 0; i < params.size(); ++i) {
         int index = sqlite3_bind_parameter_index(statement, ("$" + std::to_string(i + 1)).c_str());
         if (index == 0) {
@@ -48,7 +85,6 @@ SrvSqlRows SrvSqlite::Query(const std::string& sql, const std::vector<SrvSqlValu
             break;
         }
         if (rc != SQLITE_OK) {
-            sqlite3_finalize(statement);
             throw SrvSqlError(std::string("sqlite bind: ") + sqlite3_errmsg(db));
         }
     }
@@ -59,9 +95,7 @@ SrvSqlRows SrvSqlite::Query(const std::string& sql, const std::vector<SrvSqlValu
             break;
         }
         if (rc != SQLITE_ROW) {
-            std::string message = sqlite3_errmsg(db);
-            sqlite3_finalize(statement);
-            throw SrvSqlError("sqlite: " + message);
+            throw SrvSqlError(std::string("sqlite: ") + sqlite3_errmsg(db));
         }
         int columns = sqlite3_column_count(statement);
         std::vector<std::string> row;
@@ -73,6 +107,5 @@ SrvSqlRows SrvSqlite::Query(const std::string& sql, const std::vector<SrvSqlValu
         }
         rows.AddRow(std::move(row));
     }
-    sqlite3_finalize(statement);
     return rows;
 }

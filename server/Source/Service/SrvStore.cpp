@@ -1,30 +1,55 @@
 #include "SrvStore.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 constexpr size_t kPoolSize = 256; // above the request threads: every thread keeps its connection
+// How often the count of changes to the shared maps is read again for other processes' writes.
+constexpr int64_t kMapChangesRecheckMs = 100;
+
+// Counts a write to the shared maps of this process once it has ended (committed or not), so that
+// no answer made before the commit is taken for the new state.
+class MapChangeHere {
+public:
+    explicit MapChangeHere(std::atomic<int64_t>& counter) : count(counter) {}
+    ~MapChangeHere() { ++count; }
+    MapChangeHere(const MapChangeHere&) = delete;
+    MapChangeHere& operator=(const MapChangeHere&) = delete;
+
+private:
+    std::atomic<int64_t>& count;
+};
 
 // The schema's steps; a database records how many it has taken. Types are spelled for both
 // databases: "ID" and "BLOB" are replaced per dialect.
 const std::vector<std::vector<std::string>>& Migrations() {
-    static const std::vector<std::vector<std::string>> steps = {{
-        "CREATE TABLE users (id ID, name TEXT NOT NULL, name_key TEXT NOT NULL UNIQUE, "
-        "email TEXT NOT NULL, email_key TEXT NOT NULL UNIQUE, password_hash TEXT NOT NULL, "
-        "created_ms BIGINT NOT NULL, list_version BIGINT NOT NULL DEFAULT 0)",
-        "CREATE TABLE sessions (token_hash TEXT PRIMARY KEY, user_id BIGINT NOT NULL REFERENCES users(id) "
-        "ON DELETE CASCADE, expires_ms BIGINT NOT NULL)",
-        "CREATE INDEX sessions_user ON sessions(user_id)",
-        "CREATE TABLE maps (id ID, user_id BIGINT NOT NULL REFERENCES users(id) ON DELETE CASCADE, "
-        "slot BIGINT NOT NULL, file_name TEXT NOT NULL, map_name TEXT NOT NULL, map_uid TEXT NOT NULL, "
-        "block_size BIGINT NOT NULL, map_data BLOB NOT NULL, score_data BLOB NOT NULL, thumbnail BLOB NOT "
-        "NULL, "
-        "uploaded_ms BIGINT NOT NULL, UNIQUE (user_id, slot), UNIQUE (user_id, file_name))",
-        "CREATE TABLE settings (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
-        "CREATE TABLE files (name TEXT PRIMARY KEY, data BLOB NOT NULL)",
-        "CREATE TABLE events (key TEXT NOT NULL, at_ms BIGINT NOT NULL)",
-        "CREATE INDEX events_key ON events(key, at_ms)",
-    }};
+    static const std::vector<std::vector<std::string>> steps = {
+        {
+            "CREATE TABLE users (id ID, name TEXT NOT NULL, name_key TEXT NOT NULL UNIQUE, "
+            "email TEXT NOT NULL, email_key TEXT NOT NULL UNIQUE, password_hash TEXT NOT NULL, "
+            "created_ms BIGINT NOT NULL, list_version BIGINT NOT NULL DEFAULT 0)",
+            "CREATE TABLE sessions (token_hash TEXT PRIMARY KEY, user_id BIGINT NOT NULL REFERENCES "
+            "users(id) "
+            "ON DELETE CASCADE, expires_ms BIGINT NOT NULL)",
+            "CREATE INDEX sessions_user ON sessions(user_id)",
+            "CREATE TABLE maps (id ID, user_id BIGINT NOT NULL REFERENCES users(id) ON DELETE CASCADE, "
+            "slot BIGINT NOT NULL, file_name TEXT NOT NULL, map_name TEXT NOT NULL, map_uid TEXT NOT NULL, "
+            "block_size BIGINT NOT NULL, map_data BLOB NOT NULL, score_data BLOB NOT NULL, thumbnail BLOB "
+            "NOT "
+            "NULL, "
+            "uploaded_ms BIGINT NOT NULL, UNIQUE (user_id, slot), UNIQUE (user_id, file_name))",
+            "CREATE TABLE settings (key TEXT PRIMARY KEY, value TEXT NOT NULL)",
+            "CREATE TABLE files (name TEXT PRIMARY KEY, data BLOB NOT NULL)",
+            "CREATE TABLE events (key TEXT NOT NULL, at_ms BIGINT NOT NULL)",
+            "CREATE INDEX events_key ON events(key, at_ms)",
+        },
+        {
+            // Counts every change to the shared maps, so that answers made from them can be reused
+            // until the count moves on, in every process that shares the database.
+            "CREATE TABLE changes (name TEXT PRIMARY KEY, counter BIGINT NOT NULL)",
+            "INSERT INTO changes (name, counter) VALUES ('maps', 0)",
+        }};
     return steps;
 }
 
@@ -184,6 +209,7 @@ std::optional<std::pair<int64_t, std::string>> SrvStore::FindUser(const std::str
 }
 
 bool SrvStore::RemoveUser(const std::string& name) {
+    MapChangeHere counted(mapChangesHere);
     return Write([&](SrvSql& sql) {
         SrvSqlRows rows = sql.Query("SELECT id FROM users WHERE name_key = $1", {Key(name)});
         if (rows.Empty()) {
@@ -191,6 +217,7 @@ bool SrvStore::RemoveUser(const std::string& name) {
         }
         int64_t id = rows.Int(0, 0);
         sql.Query("DELETE FROM maps WHERE user_id = $1", {id});
+        CountMapChange(sql);
         sql.Query("DELETE FROM sessions WHERE user_id = $1", {id});
         sql.Query("DELETE FROM users WHERE id = $1", {id});
         return true;
@@ -227,6 +254,26 @@ bool SrvStore::Allow(const std::string& key, int limit, int64_t windowMs, int64_
         return true;
     };
     return count ? Write(work) : Read(work);
+}
+
+void SrvStore::CountMapChange(SrvSql& sql) {
+    sql.Query("UPDATE changes SET counter = counter + 1 WHERE name = 'maps'");
+}
+
+int64_t SrvStore::MapChanges() {
+    int64_t now = std::chrono::duration_cast<std::chrono::milliseconds>(
+                      std::chrono::steady_clock::now().time_since_epoch())
+                      .count();
+    if (now - mapChangesRead.load() >= kMapChangesRecheckMs) {
+        int64_t counted = Read([](SrvSql& sql) {
+            SrvSqlRows rows = sql.Query("SELECT counter FROM changes WHERE name = 'maps'");
+            return rows.Empty() ? int64_t{0} : rows.Int(0, 0);
+        });
+        mapChangesCounted.store(counted);
+        mapChangesRead.store(now);
+    }
+    // Both counts only grow, so their sum moves on with either.
+    return mapChangesCounted.load() + mapChangesHere.load();
 }
 
 std::vector<SrvUserEntry> SrvStore::MapUsers() {
@@ -277,6 +324,7 @@ void SrvStore::Touch(SrvSql& sql, int64_t userId, int64_t nowMs) {
 }
 
 std::string SrvStore::PutMap(int64_t userId, const SrvNewMap& map, int64_t nowMs) {
+    MapChangeHere counted(mapChangesHere);
     return Write([&](SrvSql& sql) {
         LockedVersion(sql, userId);
         sql.Query("DELETE FROM maps WHERE user_id = $1 AND slot = $2", {userId, map.slot});
@@ -294,12 +342,14 @@ std::string SrvStore::PutMap(int64_t userId, const SrvNewMap& map, int64_t nowMs
                    SrvSqlValue::Blob(map.mapBytes), SrvSqlValue::Blob(map.scoreBytes),
                    SrvSqlValue::Blob(map.thumbnail), nowMs});
         Touch(sql, userId, nowMs);
+        CountMapChange(sql);
         return name;
     });
 }
 
 SrvListResult SrvStore::DeleteMap(int64_t userId, int64_t slot, int64_t seenMs, int64_t nowMs,
                                   int64_t& versionMs) {
+    MapChangeHere counted(mapChangesHere);
     return Write([&](SrvSql& sql) {
         if (LockedVersion(sql, userId) > seenMs) {
             return SrvListResult::Stale;
@@ -309,6 +359,7 @@ SrvListResult SrvStore::DeleteMap(int64_t userId, int64_t slot, int64_t seenMs, 
             return SrvListResult::Missing;
         }
         Touch(sql, userId, nowMs);
+        CountMapChange(sql);
         versionMs = LockedVersion(sql, userId);
         return SrvListResult::Done;
     });
@@ -316,6 +367,7 @@ SrvListResult SrvStore::DeleteMap(int64_t userId, int64_t slot, int64_t seenMs, 
 
 SrvListResult SrvStore::MoveMap(int64_t userId, int64_t slot, int offset, int64_t seenMs, int64_t nowMs,
                                 int64_t& versionMs) {
+    MapChangeHere counted(mapChangesHere);
     return Write([&](SrvSql& sql) {
         versionMs = LockedVersion(sql, userId);
         if (versionMs > seenMs) {
@@ -341,12 +393,14 @@ SrvListResult SrvStore::MoveMap(int64_t userId, int64_t slot, int offset, int64_
         sql.Query("UPDATE maps SET slot = $2 WHERE id = $1", {b, slotA});
         sql.Query("UPDATE maps SET slot = $2 WHERE id = $1", {a, slotB});
         Touch(sql, userId, nowMs);
+        CountMapChange(sql);
         versionMs = LockedVersion(sql, userId);
         return SrvListResult::Done;
     });
 }
 
 bool SrvStore::RemoveMap(const std::string& userName, int64_t slot) {
+    MapChangeHere counted(mapChangesHere);
     return Write([&](SrvSql& sql) {
         SrvSqlRows rows = sql.Query("SELECT id FROM users WHERE name_key = $1", {Key(userName)});
         if (rows.Empty()) {
@@ -359,6 +413,7 @@ bool SrvStore::RemoveMap(const std::string& userName, int64_t slot) {
                  .Empty();
         if (removed) {
             Touch(sql, userId, 0);
+            CountMapChange(sql);
         }
         return removed;
     });

@@ -6,6 +6,7 @@
 // borrows one, so several requests and several service processes can use one database.
 #include "SrvSql.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -70,6 +71,11 @@ public:
     // and so, this one is counted too.
     bool Allow(const std::string& key, int limit, int64_t windowMs, int64_t nowMs, bool count);
 
+    // A number that grows with every change to the shared maps (uploads, deletions, moves,
+    // removals): at once with this process's own changes, and within a tenth of a second with
+    // those of other processes sharing the database (the service beside this one, or an admin
+    // command). An answer made from the maps stays right while it stays the same.
+    int64_t MapChanges();
     std::vector<SrvUserEntry> MapUsers();
     std::vector<SrvMapEntry> UserMaps(int64_t userId);
     std::vector<SrvMapEntry> AllMaps();
@@ -97,9 +103,13 @@ private:
     void Migrate();
     int64_t LockedVersion(SrvSql& sql, int64_t userId);
     void Touch(SrvSql& sql, int64_t userId, int64_t nowMs);
+    void CountMapChange(SrvSql& sql);
 
     std::string target;
     bool postgres = false;
+    std::atomic<int64_t> mapChangesHere{0};
+    std::atomic<int64_t> mapChangesCounted{0};
+    std::atomic<int64_t> mapChangesRead{INT64_MIN / 2};
     std::mutex poolLock;
     std::vector<std::unique_ptr<SrvSql>> pool;
 };

@@ -8,6 +8,7 @@
 TEST(HostileInput, UploadsThatMustBeRefused) {
     SrvConfig config;
     config.readTimeoutSeconds = 1;
+    config.requestSeconds = 1;
     ServerHarness server(config);
     ServerHarness::Account user = server.Register("H" + ServerHarness::Unique());
     ServerHarness::Account other = server.Register("H" + ServerHarness::Unique());
@@ -48,6 +49,7 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
 TEST(HostileInput, TraversalQuotesAndBadSessions) {
     SrvConfig config;
     config.readTimeoutSeconds = 1;
+    config.requestSeconds = 1;
     ServerHarness server(config);
     ServerHarness::Account user = server.Register("T" + ServerHarness::Unique());
     std::string map = ServerHarness::MapFile("a", "1");
@@ -113,6 +115,7 @@ TEST(HostileInput, LoginAttemptsAreThrottledPerName) {
 TEST(HostileInput, MalformedHttpSlowClientsAndFloods) {
     SrvConfig config;
     config.readTimeoutSeconds = 1;
+    config.requestSeconds = 1;
     ServerHarness server(config);
     // A slow client holds one connection; everyone else is served meanwhile.
     auto slow = std::async(std::launch::async,

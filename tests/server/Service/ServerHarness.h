@@ -38,7 +38,6 @@ public:
         config.registrationsPerAddress = 1000000;
         config.loginFailuresPerAddress = 1000000;
         config.uploadsPerAddress = 1000000;
-        config.userListCacheMs = 0;
         config.assets = std::string(QM_SOURCE_DIR) + "/Assets";
         config.database = pg ? pg : (folder / "test.db").string();
         database = config.database;

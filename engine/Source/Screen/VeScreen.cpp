@@ -167,13 +167,12 @@ void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool star
     const int position = centered ? SDL_WINDOWPOS_CENTERED : SDL_WINDOWPOS_UNDEFINED;
     // Full screen keeps the desktop's mode; the logical size letterboxes the picture into it.
     const Uint32 flags = startFullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
-    if (glEnabled) {
-        window =
-            SDL_CreateWindow("", position, position, windowWidth, windowHeight, flags | SDL_WINDOW_OPENGL);
-        if (window == nullptr) {
-            Log("No OpenGL window: %s\n", SDL_GetError());
-            glEnabled = false;
-        }
+    // An OpenGL window on the software path too: SDL's OpenGL renderer would otherwise destroy the
+    // window and make it again, a flash on the screen.
+    window = SDL_CreateWindow("", position, position, windowWidth, windowHeight, flags | SDL_WINDOW_OPENGL);
+    if (window == nullptr && glEnabled) {
+        Log("No OpenGL window: %s\n", SDL_GetError());
+        glEnabled = false;
     }
     if (window == nullptr) {
         window = SDL_CreateWindow("", position, position, windowWidth, windowHeight, flags);
@@ -194,13 +193,6 @@ void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool star
             }
         }
     }
-    if (glEnabled) {
-        // These only matter for contexts made later; the version check looks at what we got.
-        SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
-        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
-        SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
-    }
     renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_ACCELERATED);
     if (renderer == nullptr) {
         renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
@@ -216,6 +208,15 @@ void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool star
                                       windowWidth, windowHeight);
     if (streamTexture == nullptr) {
         FailWindow("create the frame texture");
+    }
+    if (glEnabled) {
+        // Set only now: both contexts are made with the platform's defaults (the version check
+        // looks at what we got), and SDL's OpenGL renderer makes the window again when it finds
+        // other attributes asked for. These matter only for contexts made later.
+        SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
+        SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
     }
     // The renderer made its own context current; the game draws with ours.
     MakeContextCurrent();

@@ -4,11 +4,13 @@
 #include "Support/Screenshot.h"
 #include "Support/TempUserData.h"
 
+#include <X11/Xlib.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <sys/wait.h>
 
@@ -18,6 +20,44 @@ namespace {
 struct Outcome {
     int exitCode = -1;
     std::string output;
+};
+
+// The top-level windows made and shown on the X server while it watches (the tests run under
+// Xvfb), as a player would see them.
+class WindowWatch {
+public:
+    WindowWatch() : display(XOpenDisplay(nullptr)) {
+        if (display != nullptr) {
+            XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
+            XSync(display, False);
+        }
+    }
+    ~WindowWatch() {
+        if (display != nullptr) {
+            XCloseDisplay(display);
+        }
+    }
+    bool Watching() const { return display != nullptr; }
+    // Reads what happened so far: windows made at a size, and the windows shown.
+    void Collect(int width, int height) {
+        XSync(display, False);
+        while (XPending(display) > 0) {
+            XEvent event;
+            XNextEvent(display, &event);
+            if (event.type == CreateNotify && event.xcreatewindow.width == width &&
+                event.xcreatewindow.height == height) {
+                ++madeAtSize;
+            } else if (event.type == MapNotify) {
+                shown.insert(event.xmap.window);
+            }
+        }
+    }
+
+    int madeAtSize = 0;
+    std::set<Window> shown;
+
+private:
+    Display* display;
 };
 
 class ProgramRun : public ::testing::Test {
@@ -47,11 +87,17 @@ protected:
     }
 
     // Runs ten frames with the frame-rate display and checks the screenshot: the text at the top
-    // centre in the display's colours, and nowhere else.
+    // centre in the display's colours, and nowhere else. The game opens its one window once: no
+    // other window is made at its size or shown.
     void CheckScreenshot(const std::string& extra) {
         const std::string shot = userData.path + "/shot.png";
+        WindowWatch windows;
         const Outcome outcome = Run("--frames 10 --screenshot '" + shot + "' --fps " + extra);
         ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
+        ASSERT_TRUE(windows.Watching());
+        windows.Collect(640, 640);
+        EXPECT_EQ(windows.madeAtSize, 1);
+        EXPECT_EQ(windows.shown.size(), 1u);
         ASSERT_TRUE(fs::exists(shot)) << outcome.output;
         EXPECT_NE(outcome.output.find("Coordinator initialized.\n"), std::string::npos);
         EXPECT_NE(outcome.output.find("Shutting down Registry..\n"), std::string::npos);

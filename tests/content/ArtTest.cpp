@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -115,9 +116,15 @@ struct Image {
     }
 };
 
-// Loads through the game's own loader; a halt (missing or broken file) becomes a test failure.
-Image Load(const std::string& path) {
-    Image image;
+// Loads through the game's own loader, once per file; a halt (missing or broken file) becomes a
+// test failure.
+const Image& Load(const std::string& path) {
+    static std::map<std::string, Image> loaded;
+    auto found = loaded.find(path);
+    if (found != loaded.end()) {
+        return found->second;
+    }
+    Image& image = loaded[path];
     MessageBoxCapture capture;
     VePNGFile file;
     try {
@@ -129,7 +136,7 @@ Image Load(const std::string& path) {
     image.ok = true;
     image.width = file.width;
     image.height = file.height;
-    image.pixels = file.pixels;
+    image.pixels = std::move(file.pixels);
     return image;
 }
 
@@ -173,23 +180,16 @@ std::vector<std::string> EveryImagePath() {
     return paths;
 }
 
-TEST(ArtTest, EveryImageTheGameLoadsExistsDecodesAndHasItsSize) {
+TEST(ArtTest, EveryImageHasItsSizeSolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
     for (const Expected& e : FixedImages()) {
         SCOPED_TRACE(e.path);
-        Image image = Load(e.path);
+        const Image& image = Load(e.path);
         if (!image.ok) {
             continue;
         }
         EXPECT_EQ(image.width, e.width);
         EXPECT_EQ(image.height, e.height);
-    }
-}
-
-TEST(ArtTest, SolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
-    for (const Expected& e : FixedImages()) {
-        SCOPED_TRACE(e.path);
-        Image image = Load(e.path);
-        if (!image.ok || image.width != e.width || image.height != e.height) {
+        if (image.width != e.width || image.height != e.height) {
             continue;
         }
         int keys = image.KeysIn(0, 0, image.width, image.height);
@@ -200,7 +200,6 @@ TEST(ArtTest, SolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
             int h = image.height - 1;
             EXPECT_TRUE(image.Key(0, 0) && image.Key(w, 0) && image.Key(0, h) && image.Key(w, h))
                 << "the corners of a shaped image are not transparent";
-            EXPECT_LT(keys, image.width * image.height) << "nothing is drawn";
             EXPECT_GT(image.width * image.height - keys, image.width * image.height / 8)
                 << "hardly anything is drawn";
         }
@@ -211,7 +210,7 @@ TEST(ArtTest, NoPixelIsBlendedWithTheKeyAndThePaletteStaysSmall) {
     std::set<uint32_t> colours;
     for (const std::string& path : EveryImagePath()) {
         SCOPED_TRACE(path);
-        Image image = Load(path);
+        const Image& image = Load(path);
         int blended = 0;
         for (uint32_t p : image.pixels) {
             uint32_t c = p & 0xFFFFFF;
@@ -232,7 +231,7 @@ TEST(ArtTest, TilesetRowsAreWholeOpaqueBlocksWithSixFacesAndTheSameRowsAtEverySi
     int rows16 = -1;
     for (int s : kSizes) {
         SCOPED_TRACE(s);
-        Image sheet = Load(Sized("Assets/Blocks/Tileset_Forest", s));
+        const Image& sheet = Load(Sized("Assets/Blocks/Tileset_Forest", s));
         if (!sheet.ok) {
             continue;
         }
@@ -253,7 +252,7 @@ TEST(ArtTest, DecorationSheetsHoldTheSameShapedDecorationsAtEverySize) {
     int count16 = -1;
     for (int s : kSizes) {
         SCOPED_TRACE(s);
-        Image sheet = Load(Sized("Assets/Decorations/Forest_Decorations", s));
+        const Image& sheet = Load(Sized("Assets/Decorations/Forest_Decorations", s));
         if (!sheet.ok) {
             continue;
         }
@@ -282,7 +281,7 @@ TEST(ArtTest, FinishCarriesTheCyclingColourAndNoOtherColourOnItsPath) {
     }
     for (const std::string& path : paths) {
         SCOPED_TRACE(path);
-        Image image = Load(path);
+        const Image& image = Load(path);
         int marked = 0;
         for (uint32_t p : image.pixels) {
             uint32_t c = p & 0xFFFFFF;
@@ -305,7 +304,7 @@ TEST(ArtTest, FinishCarriesTheCyclingColourAndNoOtherColourOnItsPath) {
 TEST(ArtTest, RedGateIsRedBarsWithGapsBetweenThem) {
     for (int s : kSizes) {
         SCOPED_TRACE(s);
-        Image gate = Load(Sized("Assets/Gates/Red", s));
+        const Image& gate = Load(Sized("Assets/Gates/Red", s));
         if (!gate.ok) {
             continue;
         }
@@ -337,7 +336,7 @@ TEST(ArtTest, ColouredBlocksAreMostlyTheirBlockColour) {
             const char* name = entry.first;
             const uint32_t colour = entry.second;
             SCOPED_TRACE(Sized(name, s));
-            Image block = Load(Sized(std::string("Assets/Blocks/") + name, s));
+            const Image& block = Load(Sized(std::string("Assets/Blocks/") + name, s));
             int count = int(std::count_if(block.pixels.begin(), block.pixels.end(),
                                           [&](uint32_t p) { return (p & 0xFFFFFF) == colour; }));
             EXPECT_GT(count, s * s / 3);
@@ -368,8 +367,8 @@ TEST(ArtTest, AtLeastFourCharactersAtBothRacerSizesWithTheirSides) {
             std::string stem = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
                                std::to_string(e.size);
             SCOPED_TRACE(stem);
-            Image strip = Load(stem + ".png");
-            Image sides = Load(stem + "_Sides.png");
+            const Image& strip = Load(stem + ".png");
+            const Image& sides = Load(stem + "_Sides.png");
             if (!strip.ok || !sides.ok) {
                 continue;
             }
@@ -385,7 +384,7 @@ TEST(ArtTest, AtLeastFourCharactersAtBothRacerSizesWithTheirSides) {
 
 TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
     for (const EyePlaces& e : kEyes) {
-        Image eye = Load("Assets/Characters/DefaultAnimation/Eye_" + std::to_string(e.size) + ".png");
+        const Image& eye = Load("Assets/Characters/DefaultAnimation/Eye_" + std::to_string(e.size) + ".png");
         if (!eye.ok) {
             continue;
         }
@@ -397,7 +396,7 @@ TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
             std::string path = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
                                std::to_string(e.size) + ".png";
             SCOPED_TRACE(path);
-            Image strip = Load(path);
+            const Image& strip = Load(path);
             if (!strip.ok || strip.height != e.size || strip.width < 2 * e.size) {
                 continue;
             }
@@ -426,7 +425,7 @@ TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
 TEST(ArtTest, BackgroundsAreCalmAndDoNotCompeteWithTheBlocks) {
     for (int s : kSizes) {
         SCOPED_TRACE(s);
-        Image bg = Load(Sized("Assets/Background", s));
+        const Image& bg = Load(Sized("Assets/Background", s));
         if (!bg.ok) {
             continue;
         }
@@ -445,14 +444,14 @@ TEST(ArtTest, BackgroundsAreCalmAndDoNotCompeteWithTheBlocks) {
 TEST(ArtTest, EditorHoverButtonsDifferFromTheirNormalButtons) {
     for (const char* button : kEditorButtons) {
         SCOPED_TRACE(button);
-        Image normal = Load(std::string("Assets/EditorGUI/") + button + ".png");
-        Image hover = Load(std::string("Assets/EditorGUI/") + button + "Hover.png");
+        const Image& normal = Load(std::string("Assets/EditorGUI/") + button + ".png");
+        const Image& hover = Load(std::string("Assets/EditorGUI/") + button + "Hover.png");
         EXPECT_NE(normal.pixels, hover.pixels);
     }
 }
 
 TEST(ArtTest, LogoFitsTheScreenAboveTheMenuButtons) {
-    Image logo = Load("Assets/Logo.png");
+    const Image& logo = Load("Assets/Logo.png");
     if (!logo.ok) {
         return;
     }

@@ -14,7 +14,9 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <numbers>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -214,11 +216,21 @@ double SpectralCorrelation(const std::vector<double>& p, const std::vector<doubl
     return pq / std::sqrt(pp * qq);
 }
 
+// Each file is read once for all the checks below.
+const Decoded& Wave(const GameSound& sound) {
+    static std::map<std::string, Decoded> read;
+    auto found = read.find(sound.file);
+    if (found == read.end()) {
+        found = read.emplace(sound.file, ReadCanonicalWave(PathOf(sound))).first;
+    }
+    return found->second;
+}
+
 class ShippedSound : public ::testing::TestWithParam<GameSound> {};
 
-TEST_P(ShippedSound, HasTheCanonicalPcmHeaderAndLoadsThroughTheEngine) {
+TEST_P(ShippedSound, LoadsThroughTheEngineWithALengthAndLevelThatSuitItsUse) {
     const GameSound& sound = GetParam();
-    Decoded wave = ReadCanonicalWave(PathOf(sound));
+    const Decoded& wave = Wave(sound);
     ASSERT_TRUE(wave.ok);
     MessageBoxCapture capture;
     std::unique_ptr<VeWaveSound> loaded;
@@ -230,12 +242,7 @@ TEST_P(ShippedSound, HasTheCanonicalPcmHeaderAndLoadsThroughTheEngine) {
     ASSERT_NE(loaded, nullptr);
     EXPECT_EQ(loaded->sampleRate, 44100u);
     EXPECT_EQ(loaded->Frames(), static_cast<int64_t>(wave.mono.size()));
-}
 
-TEST_P(ShippedSound, LengthAndLevelSuitItsUse) {
-    const GameSound& sound = GetParam();
-    Decoded wave = ReadCanonicalWave(PathOf(sound));
-    ASSERT_TRUE(wave.ok);
     const double peak = Peak(wave.mono);
     EXPECT_LT(peak, 0.99) << sound.file << " clips";
     switch (sound.kind) {
@@ -273,7 +280,7 @@ class MusicLoop : public ::testing::TestWithParam<GameSound> {};
 
 TEST_P(MusicLoop, WrapsWithoutClickOrOffset) {
     const GameSound& sound = GetParam();
-    Decoded wave = ReadCanonicalWave(PathOf(sound));
+    const Decoded& wave = Wave(sound);
     ASSERT_TRUE(wave.ok);
     const std::vector<double>& s = wave.mono;
     const size_t n = s.size();
@@ -313,33 +320,23 @@ INSTANTIATE_TEST_SUITE_P(BothTracks, MusicLoop, ::testing::Values(kSounds[26], k
                              return std::string(info.param.name);
                          });
 
-TEST(AudioMix, RaceEffectsStandOutOverTheRaceMusic) {
-    Decoded music = ReadCanonicalWave(PathOf(kSounds[26]));
-    ASSERT_TRUE(music.ok);
-    const double musicLevel = Rms(music.mono, 0, music.mono.size()) * kSounds[26].volume;
+// Race effects stand at least 6 dB over the race music while they sound; menu sounds over the
+// menu music.
+TEST(AudioMix, EffectsStandOutOverTheMusicTheyPlayOver) {
+    const auto level = [](const GameSound& music) {
+        return Rms(Wave(music).mono, 0, Wave(music).mono.size()) * music.volume;
+    };
+    const double raceMusic = level(kSounds[26]);
+    const double menuMusic = level(kSounds[27]);
+    const std::set<std::string> menu = {"Select", "Disabled", "Unlocked", "UnlockedTour",
+                                        "Click",  "Swap",     "Hover"};
     for (const GameSound& sound : kSounds) {
-        if (!sound.inRace) {
+        const bool inMenu = menu.count(sound.name) != 0;
+        if (!sound.inRace && !inMenu) {
             continue;
         }
-        Decoded effect = ReadCanonicalWave(PathOf(sound));
-        ASSERT_TRUE(effect.ok);
-        // At least 6 dB above the music while the effect sounds.
-        EXPECT_GT(LoudestWindowRms(effect.mono) * sound.volume, 2.0 * musicLevel) << sound.file;
-    }
-}
-
-TEST(AudioMix, MenuSoundsStandOutOverTheMenuMusic) {
-    Decoded music = ReadCanonicalWave(PathOf(kSounds[27]));
-    ASSERT_TRUE(music.ok);
-    const double musicLevel = Rms(music.mono, 0, music.mono.size()) * kSounds[27].volume;
-    for (const char* name : {"Select", "Disabled", "Unlocked", "UnlockedTour", "Click", "Swap", "Hover"}) {
-        const GameSound* sound =
-            std::find_if(std::begin(kSounds), std::end(kSounds),
-                         [&](const GameSound& s) { return std::string(s.name) == name; });
-        ASSERT_NE(sound, std::end(kSounds));
-        Decoded effect = ReadCanonicalWave(PathOf(*sound));
-        ASSERT_TRUE(effect.ok);
-        EXPECT_GT(LoudestWindowRms(effect.mono) * sound->volume, musicLevel) << sound->file;
+        const double loudest = LoudestWindowRms(Wave(sound).mono) * sound.volume;
+        EXPECT_GT(loudest, sound.inRace ? 2.0 * raceMusic : menuMusic) << sound.file;
     }
 }
 
@@ -349,16 +346,17 @@ struct MeasuredEffect {
     std::vector<double> power;
 };
 
-std::vector<MeasuredEffect> AllEffects() {
-    std::vector<MeasuredEffect> effects;
-    for (const GameSound& sound : kSounds) {
-        if (sound.kind != Kind::Music) {
-            Decoded wave = ReadCanonicalWave(PathOf(sound));
-            EXPECT_TRUE(wave.ok) << sound.file;
-            std::vector<double> power = PowerSpectrum(wave.mono);
-            effects.push_back({&sound, std::move(wave), std::move(power)});
+const std::vector<MeasuredEffect>& AllEffects() {
+    static const std::vector<MeasuredEffect> effects = [] {
+        std::vector<MeasuredEffect> measured;
+        for (const GameSound& sound : kSounds) {
+            if (sound.kind != Kind::Music) {
+                EXPECT_TRUE(Wave(sound).ok) << sound.file;
+                measured.push_back({&sound, Wave(sound), PowerSpectrum(Wave(sound).mono)});
+            }
         }
-    }
+        return measured;
+    }();
     return effects;
 }
 
@@ -399,7 +397,7 @@ TEST(AudioMix, EffectsPlayWithinSixDecibelsOfEachOther) {
 }
 
 TEST(AudioMix, NoTwoEffectsSoundAlike) {
-    const std::vector<MeasuredEffect> effects = AllEffects();
+    const std::vector<MeasuredEffect>& effects = AllEffects();
     for (size_t i = 0; i < effects.size(); ++i) {
         for (size_t j = i + 1; j < effects.size(); ++j) {
             EXPECT_LT(SpectralCorrelation(effects[i].power, effects[j].power), 0.8)

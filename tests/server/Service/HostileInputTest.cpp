@@ -2,8 +2,12 @@
 // other players are still served meanwhile.
 #include "ServerHarness.h"
 
-#include <future>
+#include <algorithm>
+#include <atomic>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <thread>
+#include <vector>
 
 TEST(HostileInput, UploadsThatMustBeRefused) {
     SrvConfig config;
@@ -112,34 +116,108 @@ TEST(HostileInput, LoginAttemptsAreThrottledPerName) {
         << "the right password waits too once the name is throttled";
 }
 
-TEST(HostileInput, MalformedHttpSlowClientsAndFloods) {
+TEST(HostileInput, SlowAndSilentClientsDoNotHoldTheService) {
+    SrvConfig config;
+    config.requestSeconds = 2;
+    config.connectionsPerAddress = 200; // every client of the test shares 127.0.0.1
+    ServerHarness server(config);
+    // 32 clients connect and say nothing; 64 send a head a byte every tenth of a second.
+    std::vector<int> silent, slow;
+    for (int i = 0; i < 96; ++i) {
+        (i < 32 ? silent : slow).push_back(server.Connect());
+    }
+    ASSERT_EQ(std::count(slow.begin(), slow.end(), -1) + std::count(silent.begin(), silent.end(), -1), 0);
+    std::atomic<bool> stop{false};
+    std::thread dribble([&] {
+        const std::string head = "GET /quillmaze HTTP/1.1\r\nHost: x\r\nX-Slow: ";
+        for (size_t at = 0; !stop; ++at, std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
+            for (int fd : slow) {
+                send(fd, at < head.size() ? &head[at] : "y", 1, MSG_NOSIGNAL);
+            }
+        }
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    for (int i = 0; i < 5; ++i) {
+        auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(ServerHarness::Message(server.Get("/quillmaze")), "VERSION106");
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+    }
+    // A head still unfinished when its time is up is answered 408; a silent client is dropped.
+    EXPECT_NE(ServerHarness::Read(slow[0], 4).find(" 408 "), std::string::npos);
+    EXPECT_EQ(ServerHarness::Read(silent[0], 2), "");
+    stop = true;
+    dribble.join();
+    for (int fd : silent) {
+        close(fd);
+    }
+    for (int fd : slow) {
+        close(fd);
+    }
+
+    SrvConfig few;
+    few.connectionsPerAddress = 4;
+    ServerHarness bounded(few);
+    std::vector<int> held;
+    for (int i = 0; i < 4; ++i) {
+        held.push_back(bounded.Connect());
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_NE(bounded.Get("/quillmaze").find(" 503 "), std::string::npos)
+        << "a fifth connection of one address";
+    close(held.back());
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_EQ(ServerHarness::Message(bounded.Get("/quillmaze")), "VERSION106");
+    for (size_t i = 0; i + 1 < held.size(); ++i) {
+        close(held[i]);
+    }
+}
+
+// Heads beyond the limits are refused after reading a little of them: a flood of header lines,
+// one endless line, a head that never ends.
+TEST(HostileInput, HeaderFloodsAreRefusedEarly) {
+    ServerHarness server;
+    std::string many = "GET /quillmaze HTTP/1.1\r\n";
+    for (int i = 0; i < 20000; ++i) {
+        many += "X-" + std::to_string(i) + ": y\r\n";
+    }
+    std::string within = "GET /quillmaze HTTP/1.1\r\nConnection: close\r\n";
+    for (int i = 0; i < 40; ++i) {
+        within += "X-" + std::to_string(i) + ": " + std::string(100, 'v') + "\r\n";
+    }
+    EXPECT_EQ(ServerHarness::Message(server.Raw(within + "\r\n")), "VERSION106");
+    auto rss = [] {
+        std::ifstream status("/proc/self/status");
+        std::string line;
+        while (std::getline(status, line) && line.rfind("VmRSS:", 0) != 0) {
+        }
+        return std::atol(line.c_str() + 6) * 1024L;
+    };
+    const std::vector<std::string> floods = {many + "\r\n",
+                                             "GET / HTTP/1.1\r\nX: " + std::string(100000, 'b') + "\r\n\r\n",
+                                             "GET / HTTP/1.1\r\nX: " + std::string(20 * 1024 * 1024, 'c'),
+                                             "GET /" + std::string(20000, 'a') + " HTTP/1.1\r\n\r\n"};
+    long before = rss();
+    for (const std::string& flood : floods) {
+        std::string answer = server.Raw(flood, 3);
+        EXPECT_TRUE(answer.find(" 431 ") != std::string::npos || answer.find(" 414 ") != std::string::npos)
+            << answer.substr(0, 40);
+    }
+    EXPECT_LT(rss() - before, 8L * 1024 * 1024) << "the service kept what it refused";
+}
+
+TEST(HostileInput, MalformedHttp) {
     SrvConfig config;
     config.readTimeoutSeconds = 1;
     config.requestSeconds = 1;
     ServerHarness server(config);
-    // A slow client holds one connection; everyone else is served meanwhile.
-    auto slow = std::async(std::launch::async,
-                           [&] { return server.Raw("GET /quillmaze HTTP/1.1\r\nHost: x\r\n", 2, 1, 100); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(ServerHarness::Message(server.Get("/quillmaze")), "VERSION106");
-    }
-    slow.get();
-
     for (const std::string& junk :
          {std::string("\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03", 11), std::string("GET\r\n\r\n"),
           std::string("POST / HTTP/1.1\r\nContent-Length: -5\r\n\r\n"),
           std::string("POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n"),
-          "GET /" + std::string(20000, 'a') + " HTTP/1.1\r\n\r\n",
-          "GET / HTTP/1.1\r\nX: " + std::string(20000, 'b') + "\r\n\r\n", std::string("\0\0\0\r\n\r\n", 7)}) {
+          std::string("\0\0\0\r\n\r\n", 7)}) {
         std::string answer = server.Raw(junk, 3);
         EXPECT_EQ(answer.find("[HP]"), std::string::npos);
     }
-    std::string flood = "GET /quillmaze HTTP/1.1\r\n";
-    for (int i = 0; i < 20000; ++i) {
-        flood += "X-" + std::to_string(i) + ": y\r\n";
-    }
-    server.Raw(flood + "\r\n", 3);
     std::string big = "qcode=login&username=" + std::string(2 * 1024 * 1024, 'a');
     EXPECT_NE(
         server

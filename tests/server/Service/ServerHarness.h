@@ -73,13 +73,8 @@ public:
     // Sends the bytes (in pieces of the given size with a pause between them when asked) and reads
     // until the service closes the connection or seconds pass.
     std::string Raw(const std::string& bytes, double seconds = 10, size_t piece = 0, int pauseMs = 0) const {
-        int fd = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(Port()));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
-            close(fd);
+        int fd = Connect();
+        if (fd < 0) {
             return "connect failed";
         }
         for (size_t at = 0; at < bytes.size();) {
@@ -93,6 +88,27 @@ public:
                 std::this_thread::sleep_for(std::chrono::milliseconds(pauseMs));
             }
         }
+        std::string answer = Read(fd, seconds);
+        close(fd);
+        return answer;
+    }
+
+    // A connection to the service, or -1.
+    int Connect() const {
+        int fd = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<uint16_t>(Port()));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
+            close(fd);
+            return -1;
+        }
+        return fd;
+    }
+
+    // What arrives on the connection until the service closes it or seconds pass.
+    static std::string Read(int fd, double seconds) {
         std::string answer;
         auto end =
             std::chrono::steady_clock::now() + std::chrono::milliseconds(static_cast<int>(seconds * 1000));
@@ -108,7 +124,6 @@ public:
             }
             answer.append(buffer, static_cast<size_t>(got));
         }
-        close(fd);
         return answer;
     }
 

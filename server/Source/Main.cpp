@@ -29,6 +29,8 @@ const char* kUsage =
     "  --assets DIR           the game's Assets folder, for thumbnails (default ./Assets, or the\n"
     "                         installed game's)\n"
     "  --threads N            request threads (default 64)\n"
+    "  --per-address N        open connections one client address may hold (default 64; not\n"
+    "                         bounded with --trust-proxy, where the proxy bounds them)\n"
     "  --trust-proxy          take client addresses from X-Forwarded-For (behind a reverse proxy)\n"
     "  --quiet                no request log\n"
     "  --help                 this text\n"
@@ -108,6 +110,10 @@ int main(int argc, char** argv) {
             std::string threads;
             value(threads);
             config.threads = std::max(2, std::min(1024, std::atoi(threads.c_str())));
+        } else if (arg == "--per-address") {
+            std::string count;
+            value(count);
+            config.connectionsPerAddress = std::max(1, std::min(100000, std::atoi(count.c_str())));
         } else if (arg == "--trust-proxy") {
             config.trustProxy = true;
         } else if (arg == "--quiet") {

@@ -22,6 +22,13 @@ QmButtonGrid::QmButtonGrid(std::function<void(const std::string&)> sound) : play
     labelStyle.Size(2).Weight(1).LetterSpacing(1).LineHeight(1).Colour(0xD8D4E8);
 }
 
+void QmButtonGrid::SetLarge(bool on) {
+    style.height = on ? kLargeHeight : kHeight;
+    gap = on ? kLargeGap : kGap;
+    padding = on ? kLargePadding : kPadding;
+    labelStyle.Weight(on ? 2 : 1).LineHeight(on ? 0 : 1);
+}
+
 void QmButtonGrid::Play(const std::string& name) const {
     if (playSound) {
         playSound(name);
@@ -66,9 +73,9 @@ void QmButtonGrid::Layout(int pageWidth) {
     for (size_t i = 0; i < buttons.size(); ++i) {
         const VeText measure(buttons[i]->Label(), &labelStyle);
         const int markRoom = places[i].mark >= 0 ? kMarkSize + 6 : 0;
-        widths[i] = fixedWidth > 0 ? fixedWidth : measure.Width() + 2 * kPadding + markRoom;
+        widths[i] = fixedWidth > 0 ? fixedWidth : measure.Width() + 2 * padding + markRoom;
         const auto row = static_cast<size_t>(places[i].row);
-        rowWidths[row] += widths[i] + (rowCounts[row] > 0 ? kGap : 0);
+        rowWidths[row] += widths[i] + (rowCounts[row] > 0 ? gap : 0);
         ++rowCounts[row];
     }
     std::vector<int> nextX(static_cast<size_t>(rowCount));
@@ -80,9 +87,9 @@ void QmButtonGrid::Layout(int pageWidth) {
         auto own = std::make_unique<VeButtonStyle>(style);
         own->width = widths[i];
         own->x = static_cast<float>(nextX[row]);
-        own->y = static_cast<float>(top + places[i].row * (kHeight + kGap));
+        own->y = static_cast<float>(top + places[i].row * (style.height + gap));
         own->labelOffsetX = places[i].mark >= 0 ? (kMarkSize + 6) / 2 : 0;
-        nextX[row] += widths[i] + kGap;
+        nextX[row] += widths[i] + gap;
         const bool enabled = buttons[i]->enabled;
         buttons[i]->SetStyle(own.get());
         buttons[i]->SetLabelStyle(labelStyle);
@@ -206,9 +213,9 @@ int QmButtonGrid::Update(QmControls& controls, VeInput* input, bool focused, Exi
     if (!buttons[static_cast<size_t>(selected)]->enabled) {
         MoveInRow(1);
     }
-    if (controls.MenuLeft()) {
+    if (arrowKeys && controls.MenuLeft()) {
         MoveInRow(-1);
-    } else if (controls.MenuRight()) {
+    } else if (arrowKeys && controls.MenuRight()) {
         MoveInRow(1);
     } else if (controls.MenuUp()) {
         if (!MoveRow(-1) && exit != nullptr) {
@@ -233,7 +240,7 @@ void QmButtonGrid::Draw(VeSurface& target, bool focused) {
         button.selected = focused && static_cast<int>(i) == selected;
         button.Draw(target, false, false);
         if (places[i].mark >= 0) {
-            const int x = static_cast<int>(button.x) + kPadding / 2;
+            const int x = static_cast<int>(button.x) + padding / 2;
             const int y = static_cast<int>(button.y) + (button.height - kMarkSize) / 2;
             target.Rect(x, y, kMarkSize, kMarkSize, 0xD8D4E8, false);
             if (places[i].mark == 1) {

@@ -27,6 +27,9 @@ public:
     static constexpr int kGap = 8;
     static constexpr int kPadding = 12;
     static constexpr int kMarkSize = 10;
+    static constexpr int kLargeHeight = 34;
+    static constexpr int kLargeGap = 10;
+    static constexpr int kLargePadding = 24;
 
     explicit QmButtonGrid(std::function<void(const std::string&)> playSound = nullptr);
 
@@ -44,8 +47,13 @@ public:
     void SetSwitch(size_t index, bool on);
     // Narrower labels for pages with many commands (applies at the next Set).
     void SetLetterSpacing(int spacing) { labelStyle.LetterSpacing(spacing); }
+    // The look of pages with a few commands at their foot: taller buttons with wider margins and
+    // heavier labels (applies at the next Set).
+    void SetLarge(bool on);
     void Select(size_t index);
     int Selected() const { return selected; }
+    // Whether Left and Right move the selection (off where the page uses them itself).
+    void SetArrowKeys(bool on) { arrowKeys = on; }
 
     // One frame: the index activated in this frame or -1. Keys act only with the focus; exit tells
     // whether Up or Down left the grid at its edge.
@@ -78,4 +86,7 @@ private:
     int width = 0;
     int fixedWidth = 0;
     int selected = 0;
+    bool arrowKeys = true;
+    int gap = kGap;
+    int padding = kPadding;
 };

@@ -14,6 +14,8 @@ constexpr int kInstructionY = 70;
 } // namespace
 
 QmCharacterPage::QmCharacterPage(const QmPageContext& context) : buttons(context.sound) {
+    buttons.SetLarge(true);
+    buttons.SetArrowKeys(false); // left and right move between the characters
     Relabel(context);
 }
 
@@ -22,8 +24,7 @@ void QmCharacterPage::Relabel(const QmPageContext& context) {
     title = VeText(line(kTitleLine), &kTitleStyle);
     instruction = VeText(line(kInstructionLine), &kInstructionStyle);
     const int width = context.target != nullptr ? context.target->width : 640;
-    buttons.Set({line(kChooseLine), line(kBackLine)}, kButtonsY, width);
-    buttons.SetArrowKeys(false); // left and right move between the characters
+    buttons.Set({{line(kChooseLine), line(kBackLine)}}, kButtonsY, width);
 }
 
 void QmCharacterPage::Reset(int character) {

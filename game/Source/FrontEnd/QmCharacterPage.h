@@ -3,8 +3,8 @@
 // animation, and the buttons Choose and Back. Choosing (the button, Confirm, or a click on the
 // chosen box) writes profile.dat; the owner then gives the racer the new character, or tells the
 // player when the profile could not be written.
+#include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmCharacterBoxes.h"
-#include "FrontEnd/QmPageButtons.h"
 #include "FrontEnd/QmPageContext.h"
 #include "Screen/Text/VeText.h"
 
@@ -31,7 +31,7 @@ public:
 
 private:
     QmCharacterBoxes boxes;
-    QmPageButtons buttons;
+    QmButtonGrid buttons;
     VeText title;
     VeText instruction;
 };

@@ -17,14 +17,15 @@ const VeTextStyle kHintStyle(2, 0xE6D514, 2, 2, 0);
 QmHighscoresManager::QmHighscoresManager(std::function<std::string(int)> languageLine,
                                          std::function<void(const std::string&)> playSound)
     : line(languageLine), table(languageLine), view(std::move(languageLine)), buttons(std::move(playSound)) {
+    buttons.SetLarge(true);
     SetButtons(false);
 }
 
 void QmHighscoresManager::SetButtons(bool entry) {
     if (entry) {
-        buttons.Set({Line(kSaveLine), Line(kDontSaveLine)}, kButtonsY, 640);
+        buttons.Set({{Line(kSaveLine), Line(kDontSaveLine)}}, kButtonsY, 640);
     } else {
-        buttons.Set({Line(kBackLine)}, kButtonsY, 640);
+        buttons.Set({{Line(kBackLine)}}, kButtonsY, 640);
     }
 }
 

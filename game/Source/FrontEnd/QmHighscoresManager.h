@@ -8,8 +8,8 @@
 //
 // Frame draws the page onto the overlay and returns what the player asked for; the owner (the
 // menu pages and the coordinator) carries it out.
+#include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmNameEntry.h"
-#include "FrontEnd/QmPageButtons.h"
 #include "FrontEnd/QmResultsView.h"
 #include "Gameplay/QmHighscoreList.h"
 #include "Gameplay/QmResultsTable.h"
@@ -71,7 +71,7 @@ private:
     QmResultsTable table;
     QmResultsView view;
     QmNameEntry nameEntry;
-    QmPageButtons buttons;
+    QmButtonGrid buttons;
     SaveFunction save;
     Mode mode = Mode::Browse;
     int64_t finalTime = 0;

@@ -45,6 +45,8 @@ bool Inside(const VeInput& input, int x, int y, int w, int h) {
 QmPartyPage::QmPartyPage(const QmPageContext& context)
     : line(context.line), sound(context.sound), editButtons(context.sound), goButtons(context.sound) {
     lastInput = context.input;
+    editButtons.SetLarge(true);
+    goButtons.SetLarge(true);
     Relabel(context);
     AddPlayer();
     AddPlayer();
@@ -66,8 +68,8 @@ void QmPartyPage::Relabel(const QmPageContext& context) {
     largeLabel = VeText(Line(kLargeLine), &kLabelStyle);
     tooFew = VeText(Line(kTooFewLine), &kWarningStyle);
     const int width = context.target != nullptr ? context.target->width : 640;
-    editButtons.Set({Line(kAddLine), Line(kRemoveLine)}, kEditButtonsY, width);
-    goButtons.Set({Line(kStartLine), Line(kBackLine)}, kGoButtonsY, width);
+    editButtons.Set({{Line(kAddLine), Line(kRemoveLine)}}, kEditButtonsY, width);
+    goButtons.Set({{Line(kStartLine), Line(kBackLine)}}, kGoButtonsY, width);
     RefreshButtons();
 }
 

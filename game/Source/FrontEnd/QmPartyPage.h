@@ -9,8 +9,8 @@
 // those have the focus; typing edits the focused player's name; Escape or the pad's B goes back.
 // Start hands the players, the game type and the sizes to the party (QmParty) the page keeps.
 #include "Form/VeTextInput.h"
+#include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmCharacterBoxes.h"
-#include "FrontEnd/QmPageButtons.h"
 #include "FrontEnd/QmPageContext.h"
 #include "FrontEnd/QmTextBox.h"
 #include "Gameplay/QmParty.h"
@@ -89,8 +89,8 @@ private:
     std::function<void(const std::string&)> sound;
     QmParty party;
     QmCharacterBoxes boxes;
-    QmPageButtons editButtons;
-    QmPageButtons goButtons;
+    QmButtonGrid editButtons;
+    QmButtonGrid goButtons;
     VeTextStyle nameStyle{2, 0x000000, 2, 1, 0};
     std::vector<std::unique_ptr<VeTextInput>> names;
     std::vector<int> characters;

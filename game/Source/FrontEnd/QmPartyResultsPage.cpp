@@ -12,6 +12,7 @@ constexpr int kTitleY = 12;
 
 QmPartyResultsPage::QmPartyResultsPage(const QmPageContext& context)
     : line(context.line), table(context.line), view(context.line), buttons(context.sound) {
+    buttons.SetLarge(true);
     Relabel(context);
 }
 
@@ -21,7 +22,7 @@ void QmPartyResultsPage::Relabel(const QmPageContext& context) {
     view = QmResultsView(context.line);
     title = VeText(Line(kTitleLine), &kTitleStyle);
     const int width = context.target != nullptr ? context.target->width : 640;
-    buttons.Set({Line(kNextPlayerLine), Line(kMainMenuLine)}, kButtonsY, width);
+    buttons.Set({{Line(kNextPlayerLine), Line(kMainMenuLine)}}, kButtonsY, width);
     Build(results, rank, rankedTime, next);
 }
 

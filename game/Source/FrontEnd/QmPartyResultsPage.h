@@ -2,7 +2,7 @@
 // The party results page: the party's ranking in the results table with the row of the run just
 // ranked in green and the run's (or the Marathon's total) time above it, the next player's name
 // (or the winner's once everyone has raced), and the buttons Next player and Main menu.
-#include "FrontEnd/QmPageButtons.h"
+#include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmPageContext.h"
 #include "FrontEnd/QmResultsView.h"
 #include "Gameplay/QmResultsTable.h"
@@ -40,7 +40,7 @@ private:
     std::function<std::string(int)> line;
     QmResultsTable table;
     QmResultsView view;
-    QmPageButtons buttons;
+    QmButtonGrid buttons;
     std::vector<QmHighscoreEntry> results;
     int rank = -1;
     int64_t rankedTime = 0;

@@ -200,7 +200,14 @@ public:
             text = Line(kChooseSlotLine);
             break;
         }
-        title = VeText(text, &titleStyle);
+        // A long title (a language's longer words, a player's name) steps down in size to fit.
+        for (int size = 6; size >= 3; --size) {
+            titleStyle.Size(size);
+            title = VeText(text, &titleStyle);
+            if (title.Width() <= kPageWidth - 16) {
+                break;
+            }
+        }
         const QmNetworkManager* net = Net();
         if (state == OwnMaps || state == UploadSlot) {
             text = Line(kMapToShareLine) + ": " + (currentFile.empty() ? std::string("-") : currentName);

@@ -138,6 +138,7 @@ private:
     std::deque<std::string> queue;
     bool outstanding = false;
     int64_t sentAt = 0;
+    int32_t quietFrames = 0;
     std::string response;
     int64_t previousTime = 0;
     bool updateAvailable = false;

@@ -29,7 +29,7 @@ const char* kUsage =
     "  --assets DIR           the game's Assets folder, for thumbnails (default ./Assets, or the\n"
     "                         installed game's)\n"
     "  --threads N            request threads (default 64)\n"
-    "  --per-address N        open connections one client address may hold (default 64; not\n"
+    "  --per-address N        open connections one client address may hold (default 256; not\n"
     "                         bounded with --trust-proxy, where the proxy bounds them)\n"
     "  --trust-proxy          take client addresses from X-Forwarded-For (behind a reverse proxy)\n"
     "  --quiet                no request log\n"

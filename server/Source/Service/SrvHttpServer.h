@@ -25,11 +25,11 @@ struct SrvHttpLimits {
     int threads = 64;
     size_t headBytes = 16 * 1024; // the request line and every header line
     size_t headerLines = 100;
-    int headSeconds = 10;           // from a request's first byte to the end of its head
-    int idleSeconds = 5;            // a kept-alive connection between two requests
-    int bodySeconds = 10;           // a request's body, after its head
-    int writeSeconds = 5;           // without progress while an answer is sent
-    int connectionsPerAddress = 64; // 0: no bound (behind a proxy that bounds them)
+    int headSeconds = 10;            // from a request's first byte to the end of its head
+    int idleSeconds = 5;             // a kept-alive connection between two requests
+    int bodySeconds = 10;            // a request's body, after its head
+    int writeSeconds = 5;            // without progress while an answer is sent
+    int connectionsPerAddress = 256; // 0: no bound (behind a proxy that bounds them)
     int connections = 8192;
     size_t requestsPerConnection = 10000;
     int lingerMs = 50; // a worker waits this long for a kept-alive client's next request

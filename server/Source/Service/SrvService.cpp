@@ -165,7 +165,7 @@ void SrvService::Route() {
                     std::string extension = QmFileNames::Extension(file);
                     std::optional<std::string> bytes;
                     if (QmFileNames::IsSafeName(file) && (extension == ".map" || extension == ".dat")) {
-                        bytes = store->UserFile(std::stoll(request.matches[1]), file);
+                        bytes = SharedFile(std::stoll(request.matches[1]), file);
                     }
                     if (!bytes) {
                         response.status = 404;
@@ -367,6 +367,33 @@ std::string SrvService::MapUserList() {
     userListChanges = changes;
     userListExpiry = expiry;
     return text;
+}
+
+// Shared files are asked for far more often than they change: the ones asked for are kept until the
+// shared maps change, up to a bound on their bytes.
+std::optional<std::string> SrvService::SharedFile(int64_t userId, const std::string& fileName) {
+    constexpr size_t kKeptBytes = 32 * 1024 * 1024;
+    int64_t changes = store->MapChanges();
+    std::string key = std::to_string(userId) + "/" + fileName;
+    {
+        std::lock_guard<std::mutex> guard(filesLock);
+        if (changes != filesChanges) {
+            files.clear();
+            filesBytes = 0;
+            filesChanges = changes;
+        }
+        auto found = files.find(key);
+        if (found != files.end()) {
+            return found->second;
+        }
+    }
+    std::optional<std::string> bytes = store->UserFile(userId, fileName);
+    std::lock_guard<std::mutex> guard(filesLock);
+    if (bytes && changes == filesChanges && filesBytes + bytes->size() <= kKeptBytes) {
+        filesBytes += bytes->size();
+        files.emplace(std::move(key), *bytes);
+    }
+    return bytes;
 }
 
 std::string SrvService::RequestMaps(const SrvFormFields& form) {

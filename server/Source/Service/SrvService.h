@@ -18,7 +18,9 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 class SrvHttpServer;
 
@@ -33,9 +35,9 @@ struct SrvConfig {
     std::string database; // SQLite path or PostgreSQL URL
     std::string assets = "Assets";
     int threads = 64;
-    int readTimeoutSeconds = 5;     // a kept-alive connection waiting this long for a request is closed
-    int requestSeconds = 10;        // a request's head, and then its body, must arrive within this
-    int connectionsPerAddress = 64; // open connections one address may hold (none with trustProxy)
+    int readTimeoutSeconds = 5;      // a kept-alive connection waiting this long for a request is closed
+    int requestSeconds = 10;         // a request's head, and then its body, must arrive within this
+    int connectionsPerAddress = 256; // open connections one address may hold (none with trustProxy)
     bool log = true;
     bool trustProxy = false; // take the client's address from X-Forwarded-For
     int64_t sessionLifetimeMs = 30LL * 86400000LL;
@@ -74,6 +76,7 @@ private:
     std::string Login(const class SrvFormFields& form, const std::string& address);
     std::string Register(const class SrvFormFields& form, const std::string& address);
     std::string MapUserList();
+    std::optional<std::string> SharedFile(int64_t userId, const std::string& fileName);
     std::string RequestMaps(const class SrvFormFields& form);
     std::string PostMap(const httplib::Request& request, const std::string& address);
     std::string DeleteMap(const class SrvFormFields& form);
@@ -93,4 +96,8 @@ private:
     std::string userList;
     int64_t userListChanges = -1; // the store's change count the list was made at
     int64_t userListExpiry = 0;   // when the first flag of a recent upload in it turns off
+    std::mutex filesLock;
+    std::unordered_map<std::string, std::string> files; // "<user id>/<file name>": its bytes
+    size_t filesBytes = 0;
+    int64_t filesChanges = -1;
 };

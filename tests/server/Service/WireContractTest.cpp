@@ -88,14 +88,16 @@ TEST(WireContract, UploadListAndDownload) {
     std::string map = ServerHarness::MapFile("my cool map", "123456");
     std::string scores = ServerHarness::ScoreFile("123456");
     EXPECT_EQ(server.Upload(user, 3, map, scores), "POSTMAP1");
-    EXPECT_EQ(server.Upload(user, 1, ServerHarness::MapFile("My Cool Map", "99"), ""), "POSTMAP1");
+    std::string second = ServerHarness::MapFile("My Cool Map", "99");
+    EXPECT_EQ(server.Upload(user, 1, second, ""), "POSTMAP1");
     EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
               "REQUESTMAPS1MyCoolMap_2.map:1,MyCoolMap.map:3");
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.map")), map);
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.dat")), scores);
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap_2.dat")), "");
+    EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap_2.map")), second);
 
-    // A new upload to a taken slot replaces that map.
+    // A new upload to a taken slot replaces that map (and what was downloaded of it is gone).
     EXPECT_EQ(server.Upload(user, 1, ServerHarness::MapFile("Other", "5"), ""), "POSTMAP1");
     EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Other.map:1,MyCoolMap.map:3");
     EXPECT_NE(server.Get("/uploads/" + user.id + "/MyCoolMap_2.map").find(" 404 "), std::string::npos);

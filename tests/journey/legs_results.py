@@ -42,12 +42,19 @@ def score_header(j, relative):
     return out.stdout.splitlines()[0]
 
 
-def point_page(j, px, py):
-    """The pointer moved (without a click) to a point of the 640 x 640 page."""
+def tutorial_scores(j):
+    return "Maps/FirstSteps/" + j.tour_maps("FirstSteps")[0].replace(".map", ".dat")
+
+
+def point_page(j, px, py, click=False):
+    """The pointer moved to a point of the 640 x 640 page and, when asked, the left button held
+    there as long as a tap holds a key."""
     x, y, w, h = j.geometry()
     scale = min(w / 640.0, h / 640.0)
-    j.mouse(int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale))
-    time.sleep(0.2)
+    at = [str(int(x + (w - 640 * scale) / 2 + px * scale)), str(int(y + (h - 640 * scale) / 2 + py * scale))]
+    press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.18", "mouseup", "1"] if click else []
+    subprocess.run(["xdotool", "mousemove", *at, *press], check=True)
+    time.sleep(0.25)
 
 
 def tap(j, key):
@@ -70,7 +77,7 @@ def leg_name_entry(j):
     shown = j.shot("results-03-highscores")
     if shown.count(NEW_ROW, 0, 121, 640, 24) < 500:
         raise Failed("the new time is not the first row in green")
-    header = score_header(j, "Maps/FirstSteps/" + j.tour_maps("FirstSteps")[0].replace(".map", ".dat"))
+    header = score_header(j, tutorial_scores(j))
     if "@%s:" % NAME not in header:
         raise Failed("the score file holds %r, not the typed name first" % header)
 
@@ -90,7 +97,7 @@ def leg_back_on_play_page(j):
 
 
 def leg_character(j):
-    j.click_page(320, 413)  # Character
+    point_page(j, 320, 413, click=True)  # Character
     j.wait_page("character")
     tap(j, "Right")
     j.shot("results-06-character-chosen")
@@ -116,7 +123,7 @@ def race_turn(j, player):
 
 
 def leg_party_versus(j):
-    j.click_page(320, 289)  # Party
+    point_page(j, 320, 289, click=True)  # Party
     j.wait_page("party")
     for _ in range(5):
         tap(j, "Down")  # past both players, the characters, the game type and Add/Remove to Start
@@ -133,6 +140,9 @@ def leg_party_versus(j):
         raise Failed("the second run is not ranked in green, or Next player is still offered")
     tap(j, "Return")  # Main menu, the only button left
     j.wait_page("main menu")
+    header = score_header(j, tutorial_scores(j))
+    if "PLAYER 1:" not in header or "PLAYER 2:" not in header:
+        raise Failed("the party's runs are not in the tutorial's top ten: %r" % header)
 
 
 LEGS = [leg_name_entry, leg_back_on_play_page, leg_character, leg_party_versus]

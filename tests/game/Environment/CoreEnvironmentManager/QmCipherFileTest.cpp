@@ -2,7 +2,7 @@
 
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
 #include "Platform/VeFiles.h"
-#include "Platform/VeLog.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -64,11 +64,9 @@ TEST(QmCipherFileTest, FailedWriteKeepsTheOldFile) {
     const std::string path = data.path + "/tour.dat";
     ASSERT_TRUE(QmCipherFile::WriteLines(path, {"old"}));
     ASSERT_TRUE(CreateFolder(path + ".tmp")); // the temporary file cannot be made
-    std::string logged;
-    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    LogCapture log;
     EXPECT_FALSE(QmCipherFile::WriteLines(path, {"new"}));
-    SetLogSink(previous);
-    EXPECT_NE(logged.find(path), std::string::npos) << "a failed write is logged";
+    EXPECT_NE(log.all.find(path), std::string::npos) << "a failed write is logged";
     Lines lines;
     ASSERT_TRUE(QmCipherFile::ReadLines(path, lines));
     EXPECT_EQ(lines, Lines{"old"});

@@ -1,9 +1,9 @@
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
-#include "Platform/VeLog.h"
 #include "Platform/VeRandom.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "WorldFixture.h"
 
 #include <filesystem>
@@ -106,8 +106,7 @@ TEST(QmCoreEnvironmentManagerRecordTest, FillRemoveStartSpawnsAndGatesWorkOnTheP
 
 TEST(QmCoreEnvironmentManagerRecordTest, ReportErrorStopsAtAnAssertionNamingTheSource) {
     QmCoreEnvironmentManager world;
-    std::string logged;
-    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    LogCapture log;
     MessageBoxCapture capture;
     bool halted = false;
     try {
@@ -119,9 +118,8 @@ TEST(QmCoreEnvironmentManagerRecordTest, ReportErrorStopsAtAnAssertionNamingTheS
                   std::string::npos)
             << halt.text;
     }
-    SetLogSink(previous);
     EXPECT_TRUE(halted);
-    EXPECT_EQ(logged, "Something broke\n");
+    EXPECT_EQ(log.all, "Something broke\n");
 }
 
 // ---- Map files ----
@@ -412,13 +410,11 @@ TEST_F(WorldTest, AnInterruptedSaveLeavesTheOldMapWhole) {
     world.LoadLevel(0, false);
     const Lines before = ReadLines("Maps/Forest/Level.map");
     ASSERT_TRUE(CreateFolder(Game("Maps/Forest/Level.map.tmp"))); // the temporary file cannot be made
-    std::string logged;
-    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    LogCapture log;
     world.SetBlock(3, 3, 2);
     world.SaveMap(false);
-    SetLogSink(previous);
     EXPECT_EQ(ReadLines("Maps/Forest/Level.map"), before);
-    EXPECT_NE(logged.find("Level.map"), std::string::npos) << "the failed write is logged";
+    EXPECT_NE(log.all.find("Level.map"), std::string::npos) << "the failed write is logged";
 }
 
 // ---- Tours ----
@@ -519,11 +515,9 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
 }
 
 TEST_F(WorldTest, ScanWithoutAnyTourFails) {
-    std::string logged;
-    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    LogCapture log;
     EXPECT_FALSE(world.ScanWorld());
-    SetLogSink(previous);
-    EXPECT_NE(logged.find("Critical error: Tour data was not found!\n"), std::string::npos);
+    EXPECT_NE(log.all.find("Critical error: Tour data was not found!\n"), std::string::npos);
 }
 
 TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
@@ -554,11 +548,9 @@ TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
 TEST_F(WorldTest, DeletingATourRemovesItsFolder) {
     AddTour("Forest", "Forest", {"Level.map"});
     AddTour("Desert", "Desert", {"Dune.map"});
-    std::string logged;
-    VeLogSink previous = SetLogSink([&](const std::string& text) { logged += text; });
+    LogCapture log;
     world.DeleteTour(0);
-    SetLogSink(previous);
-    EXPECT_EQ(logged, "Deleting Tour: 'Forest'\nret 0\n");
+    EXPECT_EQ(log.all, "Deleting Tour: 'Forest'\nret 0\n");
     EXPECT_FALSE(IsDirectory(Game("Maps/Forest")));
     EXPECT_EQ(world.tourFolders, Lines{"Desert"});
     EXPECT_EQ(world.tourLevels[0], Lines{"Dune.map"});

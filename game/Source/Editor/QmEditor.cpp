@@ -8,6 +8,7 @@
 #include "Gameplay/QmHighscores.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
+#include "Platform/VeLog.h"
 #include "Screen/Surface/VeImage.h"
 #include "Screen/Text/VeText.h"
 #include "Screen/Text/VeTextStyle.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 constexpr int kHandCursor = 2;
@@ -223,8 +225,16 @@ void QmEditor::Frame(int64_t frameNow, VeSurface* overlay) {
     // mouse moved (at most every kPickIntervalMs while it keeps moving) and on every click.
     const bool threeD = world.ThreeDActive();
     const bool dialogOpen = host.EditorDialogOpen();
+    // The input reports the pointer as moved whenever it is seen in the window: only a new
+    // position counts, so a resting pointer leaves the cursor to the keys.
+    pointerMoved =
+        input != nullptr && input->mouseMoved && (input->mouseX != pointerX || input->mouseY != pointerY);
+    if (input != nullptr) {
+        pointerX = input->mouseX;
+        pointerY = input->mouseY;
+    }
     if (threeD && input != nullptr && !dialogOpen && !nameInput) {
-        pickPending = pickPending || input->mouseMoved;
+        pickPending = pickPending || pointerMoved;
         const bool click = input->mousePressed[kMouseLeft] != 0 || input->mousePressed[kMouseRight] != 0;
         if ((pickPending && now - lastPickTime >= kPickIntervalMs) || (click && pickPending)) {
             world.picking = true;
@@ -332,7 +342,7 @@ void QmEditor::ReadInput(int64_t) {
     }
 
     MoveCursorByKeys();
-    if (!world.ThreeDActive() && mouseInside && in.mouseMoved) {
+    if (!world.ThreeDActive() && mouseInside && pointerMoved) {
         FollowMouse();
     }
     const bool keyErase = in.pressed[VeKey::Delete] != 0 || in.pressed[VeKey::KeypadPeriod] != 0 || padX;
@@ -557,7 +567,7 @@ void QmEditor::HandleMenu() {
         const int entry = row * kMenuColumns + column;
         if (in.mouseX >= left && in.mouseY >= top && column < kMenuColumns && entry < kCommandCount) {
             VeCursor::SetMode(kHandCursor);
-            if (in.mouseMoved) {
+            if (pointerMoved) {
                 moved = entry;
             }
             clicked = in.mousePressed[kMouseLeft] != 0;
@@ -839,6 +849,12 @@ void QmEditor::PollCheck() {
     }
     reportValid = true;
     SetStatus(StatusCheckDone);
+    static constexpr const char* kOutcomes[] = {"finishable", "no Start", "no Finish", "no route found",
+                                                "stopped"};
+    const auto outcome = static_cast<size_t>(report.outcome);
+    Log("Playability check of %s: %s (about %d s).\n", world.mapName.c_str(),
+        outcome < std::size(kOutcomes) ? kOutcomes[outcome] : "unknown",
+        QmPlayabilityCheck::RoundedSeconds(report.timeMs));
     if (playAfterCheck) {
         playAfterCheck = false;
         if (report.outcome == QmPlayabilityCheck::Outcome::Finishable) {

@@ -190,6 +190,9 @@ private:
     bool cursorMovedByMouse = false;
     int lastMouseX = -1;
     int lastMouseY = -1;
+    int pointerX = -1;
+    int pointerY = -1;
+    bool pointerMoved = false;
     bool paintHeld = false;
     bool eraseHeld = false;
     int selectedSlot = 20;

@@ -218,6 +218,18 @@ TEST_F(EditorSceneTest, KeysMoveTheCursorWithinTheMapAndFWithStartFillsNothing) 
     EXPECT_EQ(editor->CursorX(), 9);
     Press(VeKey::Down);
     EXPECT_EQ(editor->CursorY(), 1);
+    // A pointer resting on the map (the input reports it as moved every frame) leaves the cursor
+    // to the keys.
+    MoveMouse(2 * 64 + 10, 2 * 64 + 10);
+    Step();
+    ASSERT_EQ(editor->CursorX(), 2);
+    input.mouseMoved = true;
+    Press(VeKey::Right);
+    input.mouseMoved = true;
+    Step();
+    EXPECT_EQ(editor->CursorX(), 3);
+    MoveMouse(-1, -1);
+    editor->SetCursor(9, 1);
     editor->SelectSlot(1);
     const auto cells = world->blocks;
     Press(VeKey::F);

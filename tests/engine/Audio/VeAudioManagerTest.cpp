@@ -1,7 +1,7 @@
 #include "Audio/VeAudioManager.h"
 
-#include "Platform/VeLog.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 #include "engine/Audio/AudioTestKit.h"
 
@@ -257,8 +257,7 @@ TEST_F(VeAudioManagerTest, PlayingWhatIsNotPlayableHalts) {
 
 TEST(VeAudioManagerDeviceTest, WithoutAnyDeviceTheGameRunsSilently) {
     TempUserData data;
-    std::vector<std::string> lines;
-    VeLogSink previous = SetLogSink([&lines](const std::string& text) { lines.push_back(text); });
+    LogCapture log;
     {
         VeAudioManager audio("", false, std::make_unique<VeManualAudioOutput>(false));
         EXPECT_FALSE(audio.HasDevice());
@@ -270,9 +269,8 @@ TEST(VeAudioManagerDeviceTest, WithoutAnyDeviceTheGameRunsSilently) {
         EXPECT_FALSE(audio.Stop(handle));
         EXPECT_EQ(audio.ChannelCount(), 0);
     }
-    SetLogSink(previous);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_NE(lines[0].find("without sound"), std::string::npos);
+    ASSERT_EQ(log.lines.size(), 1u);
+    EXPECT_NE(log.lines[0].find("without sound"), std::string::npos);
 }
 
 TEST(VeAudioManagerDeviceTest, ShutdownTakesBackEveryQueuedBuffer) {

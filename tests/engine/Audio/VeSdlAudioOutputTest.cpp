@@ -1,8 +1,8 @@
 #include "Audio/VeSdlAudioOutput.h"
 
 #include "Audio/VeAudioManager.h"
-#include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 #include "engine/Audio/AudioTestKit.h"
 
@@ -100,8 +100,7 @@ TEST(VeSdlAudioOutputTest, DiskDriverRecordsExactlyWhatWasMixed) {
 TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
     ScopedEnv driver("SDL_AUDIODRIVER", "no-such-driver");
     TempUserData data;
-    std::vector<std::string> lines;
-    VeLogSink previous = SetLogSink([&lines](const std::string& text) { lines.push_back(text); });
+    LogCapture log;
     {
         VeAudioManager audio("", false);
         EXPECT_TRUE(audio.HasDevice());
@@ -112,7 +111,6 @@ TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
         SleepMs(100);
         EXPECT_TRUE(audio.Stop(music)) << "and a looping one plays until stopped";
     }
-    SetLogSink(previous);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_NE(lines[0].find("without sound"), std::string::npos) << lines[0];
+    ASSERT_EQ(log.lines.size(), 1u);
+    EXPECT_NE(log.lines[0].find("without sound"), std::string::npos) << log.lines[0];
 }

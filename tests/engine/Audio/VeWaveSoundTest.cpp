@@ -1,7 +1,7 @@
 #include "Audio/VeWaveSound.h"
 
-#include "Platform/VeLog.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 #include "engine/Audio/AudioTestKit.h"
 
@@ -83,22 +83,18 @@ TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
 TEST_F(VeWaveSoundTest, MonoFileIsWidenedToStereo) {
     const std::vector<int16_t> mono = {1, -2, 300, -32768, 32767};
     const std::string path = Write("mono.wav", WaveBytes(22050, 1, mono));
-    std::string log;
-    VeLogSink previous = SetLogSink([&log](const std::string& text) { log += text; });
+    auto log = std::make_unique<LogCapture>();
     std::unique_ptr<VeWaveSound> sound = VeWaveSound::Load(path, 0.64f, kSuffix, true);
-    SetLogSink(previous);
-    EXPECT_EQ(log, "Loading WAV file \"" + path + "\".. Converted to 2 channels. Loaded.\n");
+    EXPECT_EQ(log->all, "Loading WAV file \"" + path + "\".. Converted to 2 channels. Loaded.\n");
     EXPECT_EQ(sound->channels, 2);
     EXPECT_EQ(sound->sampleRate, 22050u);
     EXPECT_EQ(sound->dataSize, 20u);
     EXPECT_EQ(sound->Frames(), 5);
     EXPECT_EQ(sound->samples, (std::vector<int16_t>{1, 1, -2, -2, 300, 300, -32768, -32768, 32767, 32767}));
 
-    log.clear();
-    previous = SetLogSink([&log](const std::string& text) { log += text; });
+    log = std::make_unique<LogCapture>();
     VeWaveSound::Load(Write("stereo.wav", WaveBytes(44100, 2, {5, 6})), 1.0f, kSuffix, false);
-    SetLogSink(previous);
-    EXPECT_EQ(log, "") << "quiet without debug";
+    EXPECT_EQ(log->all, "") << "quiet without debug";
 }
 
 TEST_F(VeWaveSoundTest, ChunksBeforeTheDataAreSkipped) {

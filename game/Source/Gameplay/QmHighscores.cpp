@@ -4,6 +4,7 @@
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
+#include "Platform/VeMessageBox.h"
 
 QmHighscores::QmHighscores(QmCoreEnvironmentManager& environment) : world(environment) {}
 
@@ -90,7 +91,17 @@ std::string QmHighscores::CleanName(const std::string& name) {
     return clean;
 }
 
-void QmHighscores::SaveScores(const QmRecording& recording, bool saveRecording, bool clearList,
+bool QmHighscores::WriteScoreFile(const std::string& path, const std::string& bytes) const {
+    if (WriteFileAtomic(path, bytes)) {
+        return true;
+    }
+    VeMessageBox("Warning: Scores not saved", "Could not save the score file " + ScoreFileName() + ".",
+                 VeMessageBox::Warning);
+    Log("Could not save scores.\n");
+    return false;
+}
+
+bool QmHighscores::SaveScores(const QmRecording& recording, bool saveRecording, bool clearList,
                               const std::string& name, bool insert, int64_t finalTime) {
     if (clearList) {
         list.clear();
@@ -100,7 +111,7 @@ void QmHighscores::SaveScores(const QmRecording& recording, bool saveRecording, 
     }
     const std::string path = ScorePath();
     if (path.empty()) {
-        return;
+        return true; // a map outside any tour keeps no scores
     }
     std::string header = "u" + world.mapUid + "@";
     for (const QmHighscoreEntry& entry : list) {
@@ -114,15 +125,17 @@ void QmHighscores::SaveScores(const QmRecording& recording, bool saveRecording, 
     }
     const std::string bytes = EncodeText(QmTextCipher::kFileLevel, header) + "\r\n" +
                               EncodeText(QmTextCipher::kFileLevel, recordingText);
-    WriteFileAtomic(path, bytes);
+    return WriteScoreFile(path, bytes);
 }
 
-void QmHighscores::ResetScoreFile() {
+bool QmHighscores::ResetScoreFile() {
     const std::string path = ScorePath();
+    bool written = true;
     if (!path.empty()) {
         const std::string header = "u" + world.mapUid + "@";
-        WriteFileAtomic(path, EncodeText(QmTextCipher::kFileLevel, header) + "\r\n" +
-                                  EncodeText(QmTextCipher::kFileLevel, std::string()));
+        written = WriteScoreFile(path, EncodeText(QmTextCipher::kFileLevel, header) + "\r\n" +
+                                           EncodeText(QmTextCipher::kFileLevel, std::string()));
     }
     LoadScores();
+    return written;
 }

@@ -2,7 +2,8 @@
 // A map's score file, "Maps/<tour folder>/<map file less .map>.dat" in the game folder: two
 // enciphered lines, the header "u<map uid>@name:time;name:time;..." and the text of the best run's
 // recording. A file whose uid is not the current map's is ignored, so a replaced map starts with
-// an empty list.
+// an empty list. A file that cannot be written gives a warning box and leaves the old file as it
+// was; the list in memory keeps the new entry until the map is left.
 #include "Gameplay/QmHighscoreList.h"
 #include "Gameplay/QmRecording.h"
 
@@ -24,11 +25,12 @@ public:
     void LoadScores(const std::string& path);
     // Writes the current map's score file: clearList empties the list, else insert adds the run
     // (finalTime, name); saveRecording stores the given recording as the best run, else the one
-    // read from the file stays.
-    void SaveScores(const QmRecording& recording, bool saveRecording, bool clearList, const std::string& name,
+    // read from the file stays. False (after the warning) when the file could not be written.
+    bool SaveScores(const QmRecording& recording, bool saveRecording, bool clearList, const std::string& name,
                     bool insert, int64_t finalTime);
-    // A file with the header alone (no entries, no recording), read back at once.
-    void ResetScoreFile();
+    // A file with the header alone (no entries, no recording), read back at once; false (after the
+    // warning) when it could not be written.
+    bool ResetScoreFile();
 
     const std::vector<QmHighscoreEntry>& List() const { return list; }
     const std::string& BestTimeText() const { return bestTime; }
@@ -41,6 +43,8 @@ private:
     std::string ScorePath() const;
     // A name fit for the header: no field or entry separators, no control characters.
     static std::string CleanName(const std::string& name);
+    // Writes the score file; on failure tells the player and logs.
+    bool WriteScoreFile(const std::string& path, const std::string& bytes) const;
 
     QmCoreEnvironmentManager& world;
     std::vector<QmHighscoreEntry> list;

@@ -6,6 +6,7 @@
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
+#include "Support/HaltCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -115,6 +116,24 @@ TEST_F(ScoreFileTest, ResetLeavesTheHeaderAloneAndClearListLogs) {
     EXPECT_NE(log.find("No Highscore Recording found.\n"), std::string::npos);
     scores.SaveScores(run, false, true, "", false, 0);
     EXPECT_NE(log.find("New Highscore File\n"), std::string::npos);
+}
+
+TEST_F(ScoreFileTest, AFailedSaveWarnsAndKeepsTheOldFile) {
+    QmHighscores scores(world);
+    QmRecording run;
+    run.FromText("0:2");
+    ASSERT_TRUE(scores.SaveScores(run, true, false, "Ann", true, 5000));
+    const std::vector<std::string> before = PlainLines();
+    CreateFolder(data.GameFolder() + "/Maps/Forest/Level_1.dat.tmp"); // the temporary file cannot be made
+    MessageBoxCapture capture;
+    EXPECT_FALSE(scores.SaveScores(run, false, false, "Bob", true, 4000));
+    EXPECT_FALSE(scores.ResetScoreFile());
+    ASSERT_EQ(capture.boxes.size(), 2u);
+    EXPECT_EQ(capture.boxes[0].title, "Warning: Scores not saved");
+    EXPECT_EQ(capture.boxes[0].kind, 1);
+    EXPECT_EQ(PlainLines(), before);
+    ASSERT_EQ(scores.List().size(), 1u) << "the reset read the old file back";
+    EXPECT_EQ(scores.List()[0].name, "Ann");
 }
 
 TEST_F(ScoreFileTest, MissingDamagedAndHostileFilesReadSafely) {

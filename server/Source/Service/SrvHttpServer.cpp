@@ -312,7 +312,7 @@ void SrvHttpServer::Sweep() {
         if (connection->working || now < connection->deadline) {
             continue;
         }
-        if (!connection->buffer.empty() && !connection->draining) {
+        if (!connection->buffer.empty() && !connection->draining && !connection->closing) {
             SendStatus(fd, "408 Request Timeout", "Request timed out\n");
         }
         expired.push_back(fd);

@@ -3,7 +3,8 @@
 // the client connections. One thread watches every open connection with epoll and gathers request
 // heads, so a client that sends slowly, or opens a connection and sends nothing, holds a few bytes
 // of memory rather than a request thread; a request reaches a worker thread only once its head
-// is whole, and a worker answers it and the requests already queued behind it on that connection.
+// is whole, and a worker answers it and the requests already queued behind it on that connection,
+// and waits a moment for a kept-alive client's next one before it gives the connection back.
 // Limits: the size of a head and its number of header lines (431 beyond them, read no further),
 // the time a head may take to arrive (408), a kept-alive connection's idle time, the time a body
 // may take, and the connections one address may hold open (503 beyond them).

@@ -252,9 +252,6 @@ void QmEditorView::DrawStatusLine(VeSurface& overlay) {
         overlay.BlitKeyed(*statusImages[4], x, top + 5, true);
     }
     x += 22;
-    const std::string size = host.EditorLine(
-        world.blockSize == QmCoreEnvironmentManager::kLargeBlockSize ? kLineSmall : kLineLarge);
-    VeText::DrawString(overlay, world.mapName + "  " + size, x, top + 6, style, false, 1.0f, 0x000000);
     // The latest message on the right: a check's result stays while the map is as checked.
     const bool checkShown = (editor->StatusCode() == QmEditor::StatusCheckDone && editor->RouteCurrent()) ||
                             editor->StatusCode() == QmEditor::StatusChecking;
@@ -265,15 +262,25 @@ void QmEditorView::DrawStatusLine(VeSurface& overlay) {
     } else if (editor->Model().Modified()) {
         message = host.EditorLine(kLineUnsaved);
     }
+    int messageX = overlay.width;
     if (!message.empty()) {
         VeText text(message, &style);
+        messageX = overlay.width - 6 - text.Width();
         const bool good = editor->StatusCode() != QmEditor::StatusCheckDone ||
                           editor->CheckReport() == nullptr ||
                           editor->CheckReport()->outcome == QmPlayabilityCheck::Outcome::Finishable;
         VeTextStyle coloured = style;
         coloured.Colour(good ? 0xFFFFFF : 0xFF6060);
-        VeText::DrawString(overlay, message, overlay.width - 6 - text.Width(), top + 6, coloured, false, 1.0f,
-                           0x000000);
+        VeText::DrawString(overlay, message, messageX, top + 6, coloured, false, 1.0f, 0x000000);
+    }
+    // The name and the size on the left, as much of it as the message leaves room for.
+    const std::string size = host.EditorLine(
+        world.blockSize == QmCoreEnvironmentManager::kLargeBlockSize ? kLineSmall : kLineLarge);
+    for (const std::string& left : {world.mapName + "  " + size, world.mapName}) {
+        if (x + VeText(left, &style).Width() + 12 <= messageX) {
+            VeText::DrawString(overlay, left, x, top + 6, style, false, 1.0f, 0x000000);
+            break;
+        }
     }
 }
 

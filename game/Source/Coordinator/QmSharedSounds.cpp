@@ -2,6 +2,8 @@
 
 #include "Audio/VeAudioManager.h"
 
+#include <cstring>
+
 const std::array<QmSharedSounds::Entry, QmSharedSounds::kCount>& QmSharedSounds::Table() {
     static const std::array<Entry, kCount> table{{
         {"Countdown", "Audio/Countdown.wav", 0.32f},
@@ -38,6 +40,19 @@ const std::array<QmSharedSounds::Entry, QmSharedSounds::kCount>& QmSharedSounds:
 
 void QmSharedSounds::LoadAll(VeAudioManager& audio) {
     for (const Entry& entry : Table()) {
-        audio.LoadWave(entry.name, entry.file, entry.volume);
+        Load(audio, entry);
     }
+}
+
+bool QmSharedSounds::ForPages(const Entry& entry) {
+    for (const char* name : {"Select", "Disabled", "Hover", "Click", "DoubleClick", "Swap", "LongSwap"}) {
+        if (std::strcmp(entry.name, name) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void QmSharedSounds::Load(VeAudioManager& audio, const Entry& entry) {
+    audio.LoadWave(entry.name, entry.file, entry.volume);
 }

@@ -1,6 +1,7 @@
 #pragma once
-// The game's 28 named sounds with their files and load volumes, loaded by the coordinator in
-// this order at start. Other parts of the game play them by name ("Jump", "Music", ...).
+// The game's 28 named sounds with their files and load volumes. The coordinator loads the pages'
+// sounds before the first frame and the rest (the race's sounds, the music) right after it. Other
+// parts of the game play them by name ("Jump", "Music", ...).
 #include <array>
 
 class VeAudioManager;
@@ -17,4 +18,8 @@ public:
     static const std::array<Entry, kCount>& Table();
     // Loads every sound of the table into the manager (a missing or broken file halts).
     static void LoadAll(VeAudioManager& audio);
+    // Loads one sound of the table.
+    static void Load(VeAudioManager& audio, const Entry& entry);
+    // Whether the menu pages and dialogs play the sound (the others are the race's and the music).
+    static bool ForPages(const Entry& entry);
 };

@@ -71,6 +71,7 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     controls = std::make_unique<QmControls>(app->input);
     CreateWorld();
     if (environment) {
+        startupWork.Add([this] { environment->PrepareGraphics(); });
         frontEnd = std::make_unique<QmFrontEnd>();
         frontEnd->MenuPages();
     }
@@ -175,10 +176,28 @@ void VaCoordinator::StartAudio() {
     audio->SetListenerPosition(0.5f, 0.5f, 0.0f);
     audio->SetListenerForward(0.0f, 0.0f, -1.0f);
     audio->SetListenerUp(0.0f, 1.0f, 0.0f);
-    QmSharedSounds::LoadAll(*audio);
-    if (options->IsOn(QmOptions::kMusic)) {
-        musicChannel = audio->Play("Music", true);
+    // The pages' sounds now; the music (started as soon as it is there) and the race's sounds
+    // after the first frame.
+    for (const QmSharedSounds::Entry& entry : QmSharedSounds::Table()) {
+        if (QmSharedSounds::ForPages(entry)) {
+            QmSharedSounds::Load(*audio, entry);
+        }
     }
+    startupWork.Add([this, audio] {
+        QmSharedSounds::Load(*audio, QmSharedSounds::Table().back());
+        if (options->IsOn(QmOptions::kMusic)) {
+            musicChannel = audio->Play("Music", true);
+        }
+    });
+    for (const QmSharedSounds::Entry& entry : QmSharedSounds::Table()) {
+        if (!QmSharedSounds::ForPages(entry) && &entry != &QmSharedSounds::Table().back()) {
+            startupWork.Add([audio, &entry] { QmSharedSounds::Load(*audio, entry); });
+        }
+    }
+}
+
+void VaCoordinator::FinishStartup() {
+    startupWork.RunAll();
 }
 
 VaCoordinator::~VaCoordinator() {
@@ -268,6 +287,7 @@ bool VaCoordinator::StartPlay(bool retry) {
     if (!environment) {
         return false; // no window, no race
     }
+    FinishStartup();
     app->SwitchScene(SceneRace);
     gameplay.reset();
     switch (playMode) {
@@ -300,6 +320,7 @@ bool VaCoordinator::PlayMap(int tour, int map, std::string& error) {
         error = "a race needs the game's window";
         return false;
     }
+    FinishStartup();
     const int tours = static_cast<int>(environment->tours.size());
     if (tour < 0 || tour >= tours) {
         error = "the game folder has no tour " + std::to_string(tour) + " (it has " + std::to_string(tours) +
@@ -326,6 +347,7 @@ bool VaCoordinator::OpenEditor(int tour, int map, std::string& error) {
         error = "the editor needs the game's window";
         return false;
     }
+    FinishStartup();
     const int tours = static_cast<int>(environment->tours.size());
     if (tour < 0 || tour >= tours) {
         error = "the game folder has no tour " + std::to_string(tour);
@@ -519,6 +541,15 @@ void VaCoordinator::GameFrame() {
         screen->screenColorMultiplier = 1.0f;
     }
     QmControls::RefreshPadState();
+    // What the first frame did not need: a step a frame while the intro shows, all of it at once
+    // anywhere else.
+    if (app->scene == SceneMenu && CurrentMenuPage() == 0) {
+        if (app->framesRun > 0) {
+            startupWork.RunNext();
+        }
+    } else {
+        FinishStartup();
+    }
 
     const bool is3D = OptionOn(QmOptions::k3DGraphics);
     if (screen != nullptr) {
@@ -776,6 +807,7 @@ void VaCoordinator::ToggleMusic() {
     if (audio == nullptr) {
         return; // no sound at all: nothing to switch
     }
+    FinishStartup();
     if (audio->Stop(musicChannel)) {
         SetOption(QmOptions::kMusic, "0");
     } else {

@@ -22,6 +22,7 @@
 // every notice goes); without a screen there is no front end and notices go to the console.
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
+#include "Coordinator/QmStartupWork.h"
 #include "Coordinator/VaAppCommander.h"
 #include "Editor/QmEditorHost.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
@@ -116,6 +117,9 @@ public:
     uint32_t ScaleColour(uint32_t colour) const;
     // The front end's current menu page: 0 the intro, 1 the main menu.
     int32_t CurrentMenuPage() const;
+    // Does at once what start-up left for after the first frame (the world's shaders and textures,
+    // the race's sounds, the music); races, the editor and the music switch do it themselves.
+    void FinishStartup();
     void SetMenuPage(int32_t page);
 
     QmOptions& Options() { return *options; }
@@ -227,6 +231,8 @@ private:
     void LoadOptionsAndLanguage();
     void LoadCharacterImages();
     void CreateWorld();
+    // Sets up the listener and loads the pages' sounds; the rest of the sounds and the music wait
+    // in startupWork.
     void StartAudio();
     // Replaces the race by a fresh one on the world's current map: the game's own race on the
     // player's devices, or one steered by the command line's recording, or one without sound.
@@ -248,6 +254,7 @@ private:
     // The race's own game-pad latch, when it keeps one (the game's race on the player's devices).
     QmControls* raceControls = nullptr;
     QmInRaceMenu inRaceMenu;
+    QmStartupWork startupWork;
     Finish finish;
     std::unique_ptr<QmResultsFlow> results;
     std::unique_ptr<QmFrontEnd> frontEnd;

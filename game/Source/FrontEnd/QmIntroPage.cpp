@@ -14,6 +14,7 @@
 #include "Screen/VeCursor.h"
 #include "Screen/VeScreen.h"
 
+#include <cstdlib>
 #include <utility>
 
 QmIntroPage::QmIntroPage(std::function<int64_t()> clockSource) : clock(std::move(clockSource)) {
@@ -29,10 +30,9 @@ QmIntroPage::QmIntroPage(std::function<int64_t()> clockSource) : clock(std::move
         logoY = static_cast<float>(height / 2 - logo->height / 2);
     }
     Relabel();
-    VeCursor::SetMode(VeCursorKind::Hand);
     promptX = static_cast<float>(width) * 0.5f - 1.0f;
     promptY = static_cast<float>(height) * 0.75f;
-    Restart();
+    startClock = -1; // the six seconds count from the first frame shown
 }
 
 QmIntroPage::~QmIntroPage() = default;
@@ -50,6 +50,9 @@ void QmIntroPage::Relabel() {
 }
 
 void QmIntroPage::Frame() {
+    if (startClock < 0) {
+        Restart();
+    }
     VaCoordinator* c = C();
     VeScreen* screen = c->app->screen;
     if (screen != nullptr && logo) {
@@ -65,6 +68,14 @@ void QmIntroPage::Frame() {
         input != nullptr && (input->pressed[VeKey::Space] != 0 || input->pressed[VeKey::Return] != 0 ||
                              input->pressed[VeKey::KeypadEnter] != 0);
     const bool click = input != nullptr && input->mousePressed[kMouseLeft] != 0;
+    // The arrow, as on every page; the hand over the prompt, which asks for the click.
+    const int32_t halfWidth = prompt ? prompt->surface.width / 2 : 0;
+    const int32_t height = prompt ? prompt->surface.height : 0;
+    const bool overPrompt = input != nullptr &&
+                            std::abs(input->mouseX - static_cast<int32_t>(promptX)) < halfWidth &&
+                            input->mouseY >= static_cast<int32_t>(promptY) &&
+                            input->mouseY < static_cast<int32_t>(promptY) + height;
+    VeCursor::SetMode(overPrompt ? VeCursorKind::Hand : VeCursorKind::Arrow);
     if (key || click || clock() - startClock >= kTimeoutMs) {
         VeCursor::SetMode(VeCursorKind::Arrow);
         c->FrontEnd().MenuPages().SetPage(QmMenuPages::kMainMenu);

@@ -2,6 +2,7 @@
 // tours put into a temporary game folder, with a scripted keyboard and a driven clock, without
 // sound.
 #include "App/VeRegistry.h"
+#include "Audio/VeAudioManager.h"
 #include "Controls/QmControls.h"
 #include "Coordinator/QmInRaceMenu.h"
 #include "Coordinator/QmResultsFlow.h"
@@ -35,14 +36,14 @@ protected:
     }
 
     // The game with its window and the given command line; the keyboard is the test's.
-    void StartGame(const std::vector<std::string>& arguments) {
+    void StartGame(const std::vector<std::string>& arguments, bool sound = false) {
         std::vector<std::string> line{"quillmaze"};
         line.insert(line.end(), arguments.begin(), arguments.end());
         QmCommandLine commandLine;
         ASSERT_EQ(commandLine.Parse(line), QmCommandLine::Result::Run) << commandLine.Error();
         app = std::make_unique<VaApp>();
         app->FillSettings();
-        app->registry->SetInt("VE_USE_AUDIO", 0);
+        app->registry->SetInt("VE_USE_AUDIO", sound ? 1 : 0);
         app->registry->SetInt("VE_DEBUG_INFO", 0);
         app->UseCommandLine(commandLine);
         app->Init();
@@ -125,6 +126,32 @@ TEST_F(RaceGame, PlayStartsTourPlayOnTheChosenMap) {
     EXPECT_TRUE(coordinator->Flipped());
     app->SwitchScene(SceneMenu);
     EXPECT_FALSE(coordinator->Flipped());
+}
+
+TEST_F(RaceGame, WhatTheIntroDoesNotNeedComesAfterItsFirstFrameAndBeforeAnyRace) {
+    const auto ready = [this](const char* sound) { return app->audio->IsLoaded(sound); };
+    StartGame({"--3d"}, true);
+    EXPECT_TRUE(ready("Hover"));
+    EXPECT_FALSE(ready("Jump"));
+    EXPECT_FALSE(ready("Music"));
+    EXPECT_FALSE(World().GraphicsPrepared());
+    Frame();
+    EXPECT_FALSE(ready("Music")); // the first frame waits for nothing
+    for (int frame = 0; frame < 40; ++frame) {
+        Frame();
+    }
+    EXPECT_TRUE(ready("Music"));
+    EXPECT_TRUE(ready("MusicInGame"));
+    EXPECT_TRUE(ready("Countdown"));
+    EXPECT_TRUE(World().GraphicsPrepared());
+    Stop();
+
+    // A race asked for at once has it all before its first frame.
+    StartGame({"--3d", "--play", "0", "0"}, true);
+    EXPECT_EQ(app->scene, SceneRace);
+    EXPECT_TRUE(ready("Countdown"));
+    EXPECT_TRUE(ready("MusicInGame"));
+    EXPECT_TRUE(World().GraphicsPrepared());
 }
 
 TEST_F(RaceGame, AMapTheGameFolderDoesNotHaveIsRefused) {

@@ -239,8 +239,9 @@ TEST_F(VaCoordinatorTest, CtrlMStopsAndRestartsTheMusic) {
     app->input = new VeInput(nullptr, std::make_unique<FakeInputSource>(&devices));
     app->CreateManagers();
     coordinator = app->coordinator;
-    EXPECT_TRUE(app->audio->IsLoaded("Countdown"));
-    EXPECT_TRUE(app->audio->IsLoaded("Music"));
+    EXPECT_FALSE(app->audio->IsLoaded("Music")); // loaded after the first frame, then started
+    app->Frame();
+    app->Frame();
     EXPECT_TRUE(app->audio->IsPlaying(coordinator->musicChannel));
 
     FrameWithKeys({VeKey::LeftCtrl, VeKey::M});

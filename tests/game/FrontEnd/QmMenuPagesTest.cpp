@@ -2,6 +2,7 @@
 // answers, the intro's timeout, the falling-block backdrop, and stored pictures of the intro, the
 // main menu (still and animated), the credits and a dialog.
 #include "FrontEnd/QmMenuPages.h"
+#include "Form/VeFormElement.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
 #include "FrontEnd/QmCreditsPage.h"
@@ -10,6 +11,7 @@
 #include "FrontEnd/QmMenuBackground.h"
 #include "FrontEnd/QmNoticeDialog.h"
 #include "Platform/VeRandom.h"
+#include "Screen/VeCursor.h"
 
 #include "MenuPageGame.h"
 
@@ -37,7 +39,7 @@ TEST_F(MenuPagesTest, BackOnTheMainMenuMovesToQuitAndBackAgainQuits) {
     EXPECT_TRUE(app->quitRequested);
 }
 
-TEST_F(MenuPagesTest, MainMenuOpensCreditsAndOnlineSaysItIsComing) {
+TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPage) {
     Pages().SetPage(QmMenuPages::kMainMenu);
     for (int i = 0; i < 6; ++i) {
         Keys(Pages(), {VeKey::Down});
@@ -52,11 +54,9 @@ TEST_F(MenuPagesTest, MainMenuOpensCreditsAndOnlineSaysItIsComing) {
         Keys(Pages(), {VeKey::Up});
     }
     Keys(Pages(), {VeKey::Return});
-    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
-    EXPECT_TRUE(Dialog().Visible());
-    // The dialog has the keys: Escape closes it and does not move the menu to Quit.
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kLogin) << "logged out, Online opens the login page";
     Keys(Pages(), {VeKey::Escape});
-    EXPECT_FALSE(Dialog().Visible());
+    EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
     EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(141));
 }
 
@@ -106,6 +106,11 @@ TEST_F(MenuPagesTest, IntroLeavesAfterSixSecondsOrAKey) {
     int64_t clock = 0;
     QmIntroPage intro([&clock] { return clock; });
     Pages().SetPage(QmMenuPages::kIntro);
+    // The arrow, and the hand over the prompt that asks for the click.
+    Pointer(intro, 20, 20);
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
+    Pointer(intro, 320, 490);
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand);
     clock = 5999;
     Run(intro);
     EXPECT_EQ(Pages().Page(), QmMenuPages::kIntro);

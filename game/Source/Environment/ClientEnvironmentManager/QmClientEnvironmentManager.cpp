@@ -60,7 +60,7 @@ QmClientEnvironmentManager::QmClientEnvironmentManager(VeScreen& screenToDrawOn,
     InitWorld();
     shadowBias = QmWorldSpace::ShadowBias();
     glAvailable = screen.glEnabled;
-    LoadGraphics();
+    LoadArt();
     staticLayer.Create(screen.width, screen.height);
     DrawBackgrounds();
     staticLayerStale = true;
@@ -73,23 +73,26 @@ QmClientEnvironmentManager::QmClientEnvironmentManager(VeScreen& screenToDrawOn,
 
 QmClientEnvironmentManager::~QmClientEnvironmentManager() = default;
 
-void QmClientEnvironmentManager::LoadGraphics() {
+void QmClientEnvironmentManager::LoadArt() {
     art.LoadBackgrounds();
-    if (glAvailable) {
-        shaders = std::make_unique<QmBlockShaders>();
-    }
     art.LoadBlocks();
     fireFrames.DrawAll();
-    if (glAvailable) {
-        art.MakeTextures();
-        fireFrames.MakeTextures();
-        shadowMap = std::make_unique<VeShadowMapTarget>();
-        shadowMap->Create(screen.width, screen.height);
-        mapShadows = std::make_unique<VeShadowMapTarget>();
-        mapShadows->Create(screen.width, screen.height);
-        sceneRenderer = std::make_unique<VeTextureRenderer>(screen.width, screen.height, 1.0f);
-        backdrop = std::make_unique<QmBackdrop>();
+}
+
+void QmClientEnvironmentManager::PrepareGraphics() {
+    if (GraphicsPrepared()) {
+        return;
     }
+    graphicsPrepared = true;
+    shaders = std::make_unique<QmBlockShaders>();
+    art.MakeTextures();
+    fireFrames.MakeTextures();
+    shadowMap = std::make_unique<VeShadowMapTarget>();
+    shadowMap->Create(screen.width, screen.height);
+    mapShadows = std::make_unique<VeShadowMapTarget>();
+    mapShadows->Create(screen.width, screen.height);
+    sceneRenderer = std::make_unique<VeTextureRenderer>(screen.width, screen.height, 1.0f);
+    backdrop = std::make_unique<QmBackdrop>();
 }
 
 // ---- Virtual operations ----
@@ -188,6 +191,7 @@ void QmClientEnvironmentManager::UpdateFire(int size, bool force) {
 }
 
 void QmClientEnvironmentManager::BeginPass(bool shadow) {
+    PrepareGraphics();
     shadowPass = shadow;
     threeDFrame = ThreeDActive();
     shadowsThisFrame = threeDFrame && ShadowsActive();

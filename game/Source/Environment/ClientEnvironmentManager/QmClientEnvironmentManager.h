@@ -68,10 +68,17 @@ public:
     static constexpr int kDefaultTourLine = 117;
 
     // Takes the default names from the language, runs InitWorld (the first map of the first tour),
-    // loads the art and shaders and makes the static layer and the off-screen targets.
+    // loads the art and makes the static layer. The OpenGL side (shaders, textures, the off-screen
+    // targets) waits for PrepareGraphics.
     QmClientEnvironmentManager(VeScreen& screen, QmWorldViewHost& host,
                                QmWorldFrontEndLink* frontEnd = nullptr);
     ~QmClientEnvironmentManager() override;
+
+    // Makes the block shaders, the art's textures and the off-screen targets, once. The first world
+    // pass does it when nothing did before; the game does it early, after its first frame, so
+    // that the first world frame does not wait for it.
+    void PrepareGraphics();
+    bool GraphicsPrepared() const { return graphicsPrepared || !glAvailable; }
 
     // ---- Virtual operations ----
     void SaveMap(bool asNew) override;
@@ -194,7 +201,7 @@ private:
         BlockId id;
     };
 
-    void LoadGraphics();
+    void LoadArt();
     void DrawWorld2D();
     void DrawWorld3D();
     void RebuildStaticLayer();
@@ -216,6 +223,7 @@ private:
     const VeSurface* Tinted(const VeSurface& background);
 
     bool glAvailable = false;
+    bool graphicsPrepared = false;
     bool threeDFrame = false;
     bool shadowPass = false;
     bool shadowsThisFrame = false;

@@ -168,6 +168,7 @@ TEST_F(CellCacheTest, OnlyTheFinishIsDrawnAtHalfSizeAndOnlyFireAndPickupsAndDeco
         bool halfSize, flat, spinning;
     };
     const BlockId lastDecoration = Block::FirstDecoration + world->art.DecorationCount() - 1;
+    world->PrepareGraphics(); // the textures (a world pass makes them too)
     for (const Case& c :
          {Case{1, false, false, false}, Case{17, false, false, false},
           Case{Block::RedGate, false, false, false}, Case{Block::Finish, true, false, false},

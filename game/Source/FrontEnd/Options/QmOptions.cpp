@@ -7,6 +7,8 @@
 #include "Platform/VeMessageBox.h"
 
 #include <array>
+#include <filesystem>
+#include <fstream>
 #include <utility>
 #include <vector>
 
@@ -44,6 +46,20 @@ constexpr std::array<std::pair<const char*, const char*>, 13> kDefaults = {{
     {QmOptions::kAutoUpdates, "1"},
     {QmOptions::kShadowsEnabled, "0"},
 }};
+
+// The file about to be written (beside the target, then renamed over it) made the owner's alone
+// before anything is in it, and so the file that replaces the old one.
+void PrepareOwnerOnly(const std::string& path) {
+    namespace fs = std::filesystem;
+    const std::string temporary = path + ".tmp";
+    std::ofstream(temporary, std::ios::binary | std::ios::trunc).close();
+    std::error_code error;
+    fs::permissions(temporary, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::replace,
+                    error);
+    if (error) {
+        Log("Could not make %s private: %s\n", temporary.c_str(), error.message().c_str());
+    }
+}
 } // namespace
 
 QmOptions::QmOptions() {
@@ -84,6 +100,9 @@ bool QmOptions::SaveOptions() {
         lines.push_back(stored.enciphered ? EncodeText(QmTextCipher::kFileLevel, value) : value);
     }
     CreateFolder(GetGameFolder());
+    if (!Get(kPassword).empty()) {
+        PrepareOwnerOnly(FilePath());
+    }
     if (!WriteTextLinesAtomic(FilePath(), lines)) {
         VeMessageBox("Warning: Options not saved", "Could not save options file.", VeMessageBox::Warning);
         Log("Could not save options.\n");

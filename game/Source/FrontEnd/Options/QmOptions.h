@@ -5,7 +5,8 @@
 // enciphered with the line cipher, the others plain. The other keys keep their defaults at every
 // start. A missing or short file leaves the defaults for what it lacks; a language that is not
 // one of the game's four leaves "English". A file that cannot be written gives a warning box and
-// leaves the old file as it was.
+// leaves the old file as it was. A file that holds a password is readable by its owner alone
+// (the cipher only hides it from a glance).
 #include <map>
 #include <string>
 

@@ -10,14 +10,20 @@
 #include "FrontEnd/QmCreditsPage.h"
 #include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmIntroPage.h"
+#include "FrontEnd/QmLoginPage.h"
 #include "FrontEnd/QmManagementPage.h"
 #include "FrontEnd/QmNoticeDialog.h"
 #include "FrontEnd/QmOptionsPage.h"
 #include "FrontEnd/QmPlayPage.h"
 #include "FrontEnd/QmSharedMapsPage.h"
+#include "FrontEnd/QmRegistrationPage.h"
+#include "FrontEnd/QmRulesPage.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
+#include "Network/QmNetworkManager.h"
+#include "Network/QmUpdateDownload.h"
 #include "Screen/Surface/VeImage.h"
+#include "Screen/Text/VeText.h"
 #include "Screen/VeScreen.h"
 
 #include <algorithm>
@@ -25,10 +31,14 @@
 
 namespace {
 constexpr int kComingSoonLine = 208;
-// The online button's notice: sharing maps comes with a later update.
-constexpr int kOnlineComingLine = 207;
 constexpr float kLogoY = 30.0f;
 constexpr float kRowTop = 135.0f;
+constexpr const char* kUpdateAction = "UPDATE_AVAILABLE";
+constexpr int kUpdateWaitingLine = 210;
+constexpr int kUpdateDownloadedLine = 211;
+constexpr int kUpdateInstallLine = 212;
+constexpr int kUpdateNoticeWidth = 560;
+constexpr int kWaitingY = 606;
 
 GamePad::State PadState() {
     return QmControls::PadState();
@@ -90,6 +100,8 @@ QmMenuPages::QmMenuPages() {
     playPage = std::make_unique<QmPlayPage>();
     managementPage = std::make_unique<QmManagementPage>();
     sharedMapsPage = std::make_unique<QmSharedMapsPage>();
+    updateDownload = std::make_unique<QmUpdateDownload>();
+    waitingStyle = std::make_unique<VeTextStyle>(2, 0xE8E0A0, 2, 1, 1);
 }
 
 QmMenuPages::~QmMenuPages() = default;
@@ -123,6 +135,13 @@ void QmMenuPages::Relabel() {
     }
     if (creditsPage) {
         creditsPage->Relabel();
+    }
+    if (loginPage) {
+        loginPage->Relabel();
+        registrationPage->Relabel();
+    }
+    if (rulesPage) {
+        rulesPage->Relabel();
     }
     VaCoordinator* c = C();
     c->FrontEnd().Intro().Relabel();
@@ -170,14 +189,47 @@ void QmMenuPages::MenuFrame() {
     if (dialogOpen) {
         dialog.Update();
     }
+    UpdateFrame(dialogOpen && dialog.AnsweredLine(QmNoticeDialog::kYesLine) &&
+                dialog.Action() == kUpdateAction);
+}
+
+bool QmMenuPages::UpdateDownloading() const {
+    return updateDownload->Running();
+}
+
+void QmMenuPages::UpdateFrame(bool confirmed) {
+    VaCoordinator* c = C();
+    const QmNetworkManager* network = c->app->network;
+    if (confirmed && network != nullptr) {
+        updateDownload->Start(network->GetServiceUrl());
+    }
+    std::string path;
+    int32_t failureLine = 0;
+    if (updateDownload->TakeResult(path, failureLine)) {
+        QmLanguage& language = c->Language();
+        const std::string body = path.empty() ? language.GetLine(failureLine)
+                                              : language.GetLine(kUpdateDownloadedLine) + ": " + path + " " +
+                                                    language.GetLine(kUpdateInstallLine);
+        c->FrontEnd().Dialog().Show(QmNoticeDialog::kOneButton, false, kUpdateNoticeWidth, "", body,
+                                    language.GetLine(kUpdateTitleLine));
+    }
+    VeScreen* screen = c->app->screen;
+    if (updateDownload->Running() && screen != nullptr) {
+        const VeText waiting(c->Language().GetLine(kUpdateWaitingLine), waitingStyle.get());
+        screen->overlay.MultiplyRect(0, kWaitingY - 8, screen->overlay.width, waiting.Height() + 16, 0.3f);
+        screen->overlay.BlitKeyed(waiting.surface, (screen->overlay.width - waiting.Width()) / 2, kWaitingY);
+    }
 }
 
 void QmMenuPages::MainMenuFrame() {
     VaCoordinator* c = C();
     VeScreen* screen = c->app->screen;
     QmNoticeDialog& dialog = c->FrontEnd().Dialog();
-    if (updateAvailableNotice) {
-        dialog.Show(QmNoticeDialog::kTwoButtons, true, 0, "UPDATE_AVAILABLE",
+    if (c->app->network != nullptr && c->app->network->TakeUpdateAvailable()) {
+        updateAvailableNotice = true;
+    }
+    if (updateAvailableNotice && !updateDownload->Running()) {
+        dialog.Show(QmNoticeDialog::kTwoButtons, true, 0, kUpdateAction,
                     c->Language().GetLine(kUpdateAvailableLine), c->Language().GetLine(kUpdateTitleLine));
         updateAvailableNotice = false;
     }
@@ -208,7 +260,7 @@ void QmMenuPages::UpdateMainMenu() {
         playPage->ResetMouseAndSelection();
         c->Results().OpenParty();
     } else if (row.Activated(language.GetLine(141))) {
-        ComingSoon(141, kOnlineComingLine); // the account pages
+        OpenAccount();
     } else if (row.Activated(language.GetLine(65))) {
         c->Results().OpenCharacter();
     } else if (row.Activated(language.GetLine(79))) {
@@ -284,6 +336,11 @@ void QmMenuPages::OtherPageFrame() {
         }
         optionsPage->Frame();
         break;
+    case kLogin:
+    case kRegistration:
+    case kRules:
+        AccountPageFrame();
+        break;
     case kCredits:
         if (!creditsPage) {
             creditsPage = std::make_unique<QmCreditsPage>();
@@ -291,9 +348,49 @@ void QmMenuPages::OtherPageFrame() {
         creditsPage->Frame();
         break;
     default:
-        // The account, registration, rules and shared-maps pages come with the online service.
+        // A page this game does not have yet.
         ComingSoon(141, kComingSoonLine);
         break;
+    }
+}
+
+void QmMenuPages::OpenAccount() {
+    VaCoordinator* c = C();
+    if (c->app->network != nullptr && c->app->network->IsLoggedIn()) {
+        page = kSharedMaps;
+        return;
+    }
+    if (!loginPage) {
+        loginPage = std::make_unique<QmLoginPage>();
+        registrationPage = std::make_unique<QmRegistrationPage>();
+    }
+    loginPage->Open();
+    page = kLogin;
+}
+
+void QmMenuPages::AccountPageFrame() {
+    VaCoordinator* c = C();
+    if (!loginPage) {
+        loginPage = std::make_unique<QmLoginPage>();
+        registrationPage = std::make_unique<QmRegistrationPage>();
+    }
+    if (page == kRules) {
+        if (!rulesPage) {
+            rulesPage = std::make_unique<QmRulesPage>();
+        }
+        rulesPage->Frame();
+    } else if (page == kRegistration) {
+        registrationPage->Frame();
+    } else if (c->app->network != nullptr && c->app->network->IsLoggedIn()) {
+        page = kSharedMaps;
+    } else {
+        loginPage->Frame();
+    }
+    QmNoticeDialog& dialog = c->FrontEnd().Dialog();
+    if (page == kLogin && updateRequiredNotice && !dialog.Visible()) {
+        dialog.Show(QmNoticeDialog::kTwoButtons, true, 0, kUpdateAction,
+                    c->Language().GetLine(kUpdateRequiredLine), c->Language().GetLine(kUpdateTitleLine));
+        updateRequiredNotice = false;
     }
 }
 

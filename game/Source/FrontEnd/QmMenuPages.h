@@ -2,10 +2,15 @@
 // The menu pages and their frame. MenuFrame runs once per frame in the menu scene: it shows a
 // pending notice, draws the tiled background and (with the option "AnimatedMenuBackground") the
 // falling blocks that stack up and clear away (F12 clears them at once), then runs the current
-// page: 0 the intro, 1 the main menu, 2 play, 3 management, 8 to 11 the party, results,
-// highscores and character pages, 12 options, 13 credits; pages not built yet answer with a
-// notice saying what is coming. The notice dialog is drawn over every page and, while it is
-// open, has the keys, the pad and the mouse to itself.
+// page: 0 the intro, 1 the main menu, 2 play, 3 management, 4 to 6 the login, registration and
+// rules pages, 8 to 11 the party, results, highscores and character pages, 12 options, 13
+// credits; pages not built yet answer with a notice saying what is coming. The notice dialog is
+// drawn over every page and, while it is open, has the keys, the pad and the mouse to itself.
+//
+// Updates: when the service announces a newer game, the main menu asks whether to fetch it (and
+// the login page does when the service refuses this game as too old). Yes downloads the package
+// while a waiting line shows at the bottom of every page; a notice then says where the package
+// is and how to install it, or why it could not be had.
 //
 // The main menu is a column of eight buttons: Up and Down (keys or pad) walk it, the mouse selects
 // what it points at, Back moves to Quit and Back again quits.
@@ -18,6 +23,10 @@
 
 class QmCreditsPage;
 class QmSharedMapsPage;
+class QmLoginPage;
+class QmRegistrationPage;
+class QmRulesPage;
+class QmUpdateDownload;
 class QmManagementPage;
 class QmOptionsPage;
 class QmPlayPage;
@@ -82,6 +91,11 @@ public:
     // Made when the main menu first opens it (null before).
     QmCreditsPage* CreditsPage() { return creditsPage.get(); }
     QmOptionsPage* OptionsPage() { return optionsPage.get(); }
+    QmLoginPage* LoginPage() { return loginPage.get(); }
+    QmRegistrationPage* RegistrationPage() { return registrationPage.get(); }
+    QmRulesPage* RulesPage() { return rulesPage.get(); }
+    // The update package is being downloaded.
+    bool UpdateDownloading() const;
     const VeButtonRow& MainRow() const { return *buttons; }
     QmMenuBackground& Background() { return background; }
 
@@ -91,6 +105,11 @@ private:
     void OtherPageFrame();
     // A page whose building is still to come: a one-button notice and the main menu.
     void ComingSoon(int titleLine, int textLine);
+    // The Online button: the shared maps when logged in, else the login page.
+    void OpenAccount();
+    void AccountPageFrame();
+    // The update download: started by Yes on the update notice, its waiting line and its outcome.
+    void UpdateFrame(bool confirmed);
     void BuildMainRow();
 
     std::unique_ptr<VeImage> logo;
@@ -103,6 +122,11 @@ private:
     std::unique_ptr<QmPlayPage> playPage;
     std::unique_ptr<QmManagementPage> managementPage;
     std::unique_ptr<QmSharedMapsPage> sharedMapsPage;
+    std::unique_ptr<QmLoginPage> loginPage;
+    std::unique_ptr<QmRegistrationPage> registrationPage;
+    std::unique_ptr<QmRulesPage> rulesPage;
+    std::unique_ptr<QmUpdateDownload> updateDownload;
+    std::unique_ptr<VeTextStyle> waitingStyle;
     bool mouseActive = false;
     float lastMouseX = -1.0f;
     float lastMouseY = -1.0f;

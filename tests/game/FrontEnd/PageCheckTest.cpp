@@ -1,9 +1,12 @@
 // Every menu page in each of the four languages: the picture against a stored one, and every
 // text laid out inside its box or button (no text runs over, none is cut).
 #include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/QmLoginPage.h"
 #include "FrontEnd/QmManagementPage.h"
 #include "FrontEnd/QmOptionsPage.h"
 #include "FrontEnd/QmPlayPage.h"
+#include "FrontEnd/QmRegistrationPage.h"
+#include "FrontEnd/QmRulesPage.h"
 #include "FrontEnd/QmTourMapList.h"
 #include "Input/VeKey.h"
 #include "MenuPageGame.h"
@@ -57,6 +60,34 @@ TEST_P(PageCheck, OptionsPage) {
     Keys(page, {VeKey::Down});
     Run(page);
     Check(page, "options");
+}
+
+TEST_P(PageCheck, LoginPage) {
+    coordinator->SetMenuPage(4);
+    QmLoginPage page;
+    for (int key : {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return}) {
+        Keys(page, {key}); // Log in with nothing typed: the page says what is missing, in red
+    }
+    Run(page);
+    EXPECT_GT(Drawn(80, 122, 480, 32), 0) << "the user name input";
+    Check(page, "login");
+}
+
+TEST_P(PageCheck, RegistrationPage) {
+    coordinator->SetMenuPage(5);
+    QmRegistrationPage page;
+    for (int key : {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space}) {
+        Keys(page, {key}); // the agreement box checked: Register enabled
+    }
+    Run(page);
+    Check(page, "registration");
+}
+
+TEST_P(PageCheck, RulesPage) {
+    coordinator->SetMenuPage(6);
+    QmRulesPage page;
+    Run(page);
+    Check(page, "rules");
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, PageCheck, ::testing::Values("English", "Dutch", "French", "Norwegian"),

@@ -1,0 +1,213 @@
+// The login, registration and update flows against the real service on loopback, driven by keys
+// as a player drives them.
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/Options/QmOptions.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmLoginPage.h"
+#include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/QmNoticeDialog.h"
+#include "FrontEnd/QmRegistrationPage.h"
+#include "Input/VeKey.h"
+#include "MenuPageGame.h"
+#include "Network/QmNetworkManager.h"
+#include "Platform/VeFiles.h"
+#include "Support/LoopbackService.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sys/stat.h>
+#include <thread>
+
+namespace {
+
+class AccountPagesTest : public MenuPageGame {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(service.Reachable());
+        setenv("QUILLMAZE_SERVICE", service.Url().c_str(), 1);
+        MenuPageGame::SetUp();
+        unsetenv("QUILLMAZE_SERVICE");
+        ASSERT_NE(app->network, nullptr);
+        app->network->SetAutoUpdates(false);
+    }
+
+    // Typed into the field with the focus: lower-case letters, digits, '@' and '.'.
+    template <typename Page> void Type(Page& page, const std::string& text) {
+        for (const char c : text) {
+            if (c == '@') {
+                devices.keys[VeKey::LeftShift] = 1;
+                Keys(page, {VeKey::Num1 + 1});
+                devices.keys[VeKey::LeftShift] = 0;
+            } else if (c == '.') {
+                Keys(page, {VeKey::Period});
+            } else if (c >= '1' && c <= '9') {
+                Keys(page, {VeKey::Num1 + (c - '1')});
+            } else {
+                Keys(page, {VeKey::A + (c - 'a')});
+            }
+        }
+    }
+
+    // Frames of the page with the client polled after each, as the game runs them, until no
+    // request is out; then one more for the page to read the answer. The driven clock stands
+    // still meanwhile: the threads of the connection layer run in real time, however slowly.
+    template <typename Page> void Settle(Page& page) {
+        for (int i = 0; i < 600 && (i < 2 || app->network->IsWaiting()); ++i) {
+            Run(page);
+            now -= 17;
+            app->network->Update();
+            std::this_thread::sleep_for(std::chrono::milliseconds(17));
+        }
+        Run(page);
+    }
+
+    // The page shows the language line.
+    template <typename Page> bool Shows(const Page& page, int line) {
+        const std::string text = coordinator->Language().GetLine(line);
+        for (const QmTextBox& box : page.TextBoxes()) {
+            if (box.text == text) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // Name, password and e-mail typed on a fresh registration page, then Return in the e-mail
+    // field: it registers when the agreement box is checked, else moves on to the box.
+    void Fill(QmRegistrationPage& page, const std::string& name) {
+        Type(page, name);
+        Keys(page, {VeKey::Down});
+        Type(page, "secret1");
+        Keys(page, {VeKey::Tab});
+        Type(page, name + "@example.org");
+        Keys(page, {VeKey::Return});
+    }
+
+    // The login page with the name and password typed over what it holds, "remember me" as asked.
+    void LogIn(QmLoginPage& page, const std::string& name, const std::string& password, bool remember) {
+        page.Open();
+        for (int i = 0; i < 12; ++i) {
+            Keys(page, {VeKey::Backspace});
+        }
+        Type(page, name);
+        Keys(page, {VeKey::Down});
+        for (int i = 0; i < 12; ++i) {
+            Keys(page, {VeKey::Backspace});
+        }
+        Type(page, password);
+        Keys(page, {VeKey::Down});
+        if (coordinator->Option(QmOptions::kPassword).empty() == remember) {
+            Keys(page, {VeKey::Space});
+        }
+        Keys(page, {VeKey::Up});
+        Keys(page, {VeKey::Return}); // in the password field: log in
+        Settle(page);
+    }
+
+    LoopbackService service;
+};
+
+TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
+    coordinator->SetMenuPage(QmMenuPages::kRegistration);
+    {
+        QmRegistrationPage page;
+        Fill(page, "ann");
+        EXPECT_FALSE(app->network->IsWaiting()) << "Register is disabled without the box";
+        Keys(page, {VeKey::Space});
+        Keys(page, {VeKey::Down});
+        Keys(page, {VeKey::Return}); // Register
+        EXPECT_TRUE(Shows(page, 155)) << "the waiting line";
+        Settle(page);
+        EXPECT_TRUE(app->network->IsLoggedIn());
+        EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kSharedMaps);
+    }
+    app->network->Logout();
+    coordinator->SetMenuPage(QmMenuPages::kRegistration);
+    QmRegistrationPage again;
+    Keys(again, {VeKey::Down});
+    Keys(again, {VeKey::Down});
+    Keys(again, {VeKey::Down});
+    Keys(again, {VeKey::Space});
+    Keys(again, {VeKey::Up});
+    Keys(again, {VeKey::Up});
+    Keys(again, {VeKey::Up});
+    Fill(again, "ann"); // Return in the e-mail field registers now
+    Settle(again);
+    EXPECT_TRUE(Shows(again, 147)) << "the name is taken";
+    EXPECT_FALSE(app->network->IsLoggedIn());
+}
+
+TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {
+    app->network->Register("bea", "secret1", "bea@example.org");
+    for (int i = 0; i < 600 && app->network->IsWaiting(); ++i) {
+        app->network->Update();
+        std::this_thread::sleep_for(std::chrono::milliseconds(17));
+    }
+    app->network->Logout();
+    coordinator->SetMenuPage(QmMenuPages::kLogin);
+    QmLoginPage page;
+
+    LogIn(page, "bea", "wrong", true);
+    EXPECT_TRUE(Shows(page, 152)) << "wrong name or password, in red";
+    EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kLogin);
+
+    LogIn(page, "bea", "secret1", true);
+    EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kSharedMaps);
+    QmOptions stored;
+    stored.LoadOptions();
+    EXPECT_EQ(stored.Get(QmOptions::kUsername), "bea");
+    EXPECT_EQ(stored.Get(QmOptions::kPassword), "secret1");
+    struct stat info {};
+    ASSERT_EQ(stat(QmOptions::FilePath().c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0600u) << "a file with a password is the owner's alone";
+
+    app->network->Logout();
+    coordinator->SetMenuPage(QmMenuPages::kLogin);
+    LogIn(page, "bea", "secret1", false);
+    EXPECT_TRUE(app->network->IsLoggedIn());
+    stored.LoadOptions();
+    EXPECT_EQ(stored.Get(QmOptions::kPassword), "") << "unchecked: the earlier password is removed";
+
+    app->network->Logout();
+    coordinator->SetMenuPage(QmMenuPages::kLogin);
+    app->network->SetService("http://127.0.0.1:" + std::to_string(LoopbackService::FreePort()));
+    LogIn(page, "bea", "secret1", false);
+    EXPECT_TRUE(Shows(page, 165)) << "nobody answers";
+    app->network->SetService("http://203.0.113.7:8080");
+    LogIn(page, "bea", "secret1", false);
+    EXPECT_TRUE(Shows(page, 209)) << "no password in clear text to a public address";
+    EXPECT_FALSE(app->network->IsLoggedIn());
+}
+
+TEST_F(AccountPagesTest, YesOnTheUpdateNoticeFetchesThePackageAndSaysWhereItIs) {
+    const std::string package = GetGameFolder() + "/published.tar.gz";
+    CreateFolder(GetGameFolder());
+    ASSERT_TRUE(WriteFileAtomic(package, std::string("\x1f\x8b", 2) + "our package"));
+    ASSERT_TRUE(service.Admin({"publish", package}));
+    ASSERT_TRUE(service.Admin({"set-version", "107"}));
+    app->network->SetAutoUpdates(true); // before the client's first frame
+    QmMenuPages& menu = coordinator->FrontEnd().MenuPages();
+    menu.SetPage(QmMenuPages::kMainMenu);
+    QmNoticeDialog& dialog = coordinator->FrontEnd().Dialog();
+    for (int i = 0; i < 600 && !dialog.Visible(); ++i) {
+        Run(menu);
+        now -= 17;
+        app->network->Update();
+        std::this_thread::sleep_for(std::chrono::milliseconds(17));
+    }
+    ASSERT_TRUE(dialog.Visible()) << "the version check announces the update";
+    Keys(menu, {VeKey::Return}); // Yes
+    for (int i = 0; i < 600 && menu.UpdateDownloading(); ++i) {
+        Run(menu);
+        std::this_thread::sleep_for(std::chrono::milliseconds(17));
+    }
+    Run(menu);
+    ASSERT_TRUE(dialog.Visible());
+    EXPECT_NE(dialog.Body().text.find(GetGameFolder() + "/quillmaze-update.tar.gz"), std::string::npos);
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(GetGameFolder() + "/quillmaze-update.tar.gz", bytes));
+    EXPECT_EQ(bytes, std::string("\x1f\x8b", 2) + "our package");
+}
+
+} // namespace

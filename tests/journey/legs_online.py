@@ -1,3 +1,149 @@
-"""Online: starts and ends on the main menu."""
+"""Online: a player registers, shares the map selected on the play page (the editor's, when that
+leg ran) into a slot after its playability check, and logs out; a second player registers, finds
+the first in the list of players who share maps, downloads the map into the tour "Downloads" and
+plays it. Starts and ends on the main menu."""
+import os
+import subprocess
+import time
 
-LEGS = []
+from journeylib import BUTTON, PAGES, Failed
+
+# The shared-maps page: the first row of its buttons, higher than the play page's, where only
+# the main menu's column also has buttons.
+PAGES["shared maps"] = lambda p: p.count(BUTTON, 120, 494, 400, 20) > 1500 and not PAGES["main menu"](p)
+# The login page: its two rows of two buttons under the form (Log in, Register; Rules, Back).
+PAGES["login"] = lambda p: p.count(BUTTON, 130, 360, 170, 14) > 1500 and p.count(BUTTON, 340, 398, 170, 14) > 1500
+
+ONLINE_Y = 351  # the main menu's fourth button
+FIRST, SECOND = ("ann", "annpw", "ann@example.org"), ("bob", "bobpw", "bob@example.org")
+
+
+def tap(j, *names):
+    """Presses in one xdotool run, each held long enough for a frame to see it."""
+    j.require_alive()
+    command = ["xdotool"]
+    for name in names:
+        command += ["keydown", name, "sleep", "0.15", "keyup", name, "sleep", "0.25"]
+    subprocess.run(command, check=True)
+    time.sleep(0.3)
+
+
+def type_text(j, text):
+    j.require_alive()
+    subprocess.run(["xdotool", "type", "--delay", "120", text], check=True)
+    time.sleep(0.3)
+
+
+def park_pointer(j):
+    x, y, w, h = j.geometry()
+    scale = min(w / 640.0, h / 640.0)
+    j.mouse(int(x + (w - 640 * scale) / 2 + 630 * scale), int(y + (h - 640 * scale) / 2 + 630 * scale))
+    time.sleep(0.3)
+
+
+def box_checked(p):
+    """The registration page's box "I accept the rules" shows its green fill."""
+    return sum(1 for y in range(314, 330) for x in range(84, 100) if (p.at(x, y) >> 8) & 0xFF > 160
+               and p.at(x, y) >> 16 < 120) > 60
+
+
+def register(j, who, shot):
+    """From the main menu through the login page to the registration page, and an account made:
+    the game goes on to the shared maps."""
+    j.wait_page("main menu")
+    j.click_page(320, ONLINE_Y)
+    park_pointer(j)  # off the buttons: a pointer over them takes the login page's focus
+    j.wait_page("login")
+    time.sleep(0.5)
+    j.click_page(424, 367)  # Register (the buttons keep their selection between visits)
+    park_pointer(j)
+    time.sleep(1.5)
+    name, password, email = who
+    # The page keeps what was typed on an earlier visit: to the first field, and each emptied.
+    tap(j, *["Up"] * 6)
+    for text in (name, password, email):
+        tap(j, *["BackSpace"] * 24)
+        type_text(j, text)
+        tap(j, "Down")
+    if not box_checked(j.pixels()):
+        tap(j, "space")  # the box "I accept the rules"
+    j.shot(shot)
+    tap(j, "Down", "Return")  # Register
+    j.wait_page("shared maps", 20)
+
+
+def leg_share_a_map(j):
+    register(j, FIRST, "online-01-registration")
+    j.shot("online-02-players")
+    tap(j, "Down", "Return")  # below the empty list: My shared maps
+    time.sleep(1.0)
+    j.shot("online-03-own-maps")
+    tap(j, "Up", "Return")  # the empty list: choose a slot
+    time.sleep(0.5)
+    j.shot("online-04-slots")
+    tap(j, "Return")  # slot 1, and the question
+    j.wait_page("notice")
+    tap(j, "Return")  # Yes: the check runs, then the upload
+    deadline = time.time() + 90
+    while time.time() < deadline and not PAGES["notice"](j.pixels()):
+        time.sleep(0.5)
+    j.shot("online-05-shared")
+    tap(j, "Return")
+    j.wait_page("shared maps")
+    time.sleep(1.0)
+    j.shot("online-06-own-maps")
+    tap(j, "Escape")  # the players
+    time.sleep(1.0)
+    tap(j, "Down", "Right", "Right", "Return")  # below the list: Log out
+    j.wait_page("main menu")
+
+
+def leg_download_and_play(j):
+    register(j, SECOND, "online-07-registration")
+    time.sleep(1.0)
+    j.shot("online-08-players")
+    tap(j, "Return")  # the first player who shares maps
+    time.sleep(2.0)
+    j.shot("online-09-maps")
+    tap(j, "Return")  # saved into Downloads
+    time.sleep(0.5)
+    j.shot("online-10-downloaded")
+    maps = j.tour_maps("Downloads")
+    if len(maps) != 1:
+        raise Failed("the tour Downloads holds %r" % maps)
+    info = j.map_info("Maps/Downloads/" + maps[0])
+    if info.get("locked") == "1":
+        raise Failed("the downloaded map is locked")
+    shared = [folder for folder in os.listdir(j.game_file("Maps")) if folder != "Downloads"
+              and os.path.isdir(j.game_file("Maps/" + folder)) for name in j.tour_maps(folder)
+              if name and j.map_info("Maps/%s/%s" % (folder, name)).get("uid") == info.get("uid")]
+    if not shared:
+        raise Failed("the downloaded map (uid %s) is none of the player's maps" % info.get("uid"))
+    tap(j, "Escape", "Return", "Return")  # back, the player again and the map again: still one copy
+    time.sleep(2.0)
+    tap(j, "Return")
+    if j.tour_maps("Downloads") != maps:
+        raise Failed("a second download did not replace the first: %r" % j.tour_maps("Downloads"))
+    tap(j, "Return")  # play it
+    time.sleep(2.0)
+    j.shot("online-11-race")
+    if PAGES["shared maps"](j.pixels()):
+        raise Failed("the downloaded map did not start")
+    for _ in range(6):  # out of the race through its menu (Leave race), then back to the main menu
+        picture = j.pixels()
+        if PAGES["main menu"](picture):
+            break
+        if PAGES["play"](picture) or PAGES["shared maps"](picture):
+            tap(j, "Escape")
+            time.sleep(0.8)
+            continue
+        tap(j, "Escape")  # the in-race menu
+        time.sleep(0.4)
+        tap(j, "Down", "Return")  # Leave race
+        time.sleep(1.5)
+    j.wait_page("main menu")
+    if not os.path.exists(j.game_file("Maps/Downloads/" + maps[0])):
+        raise Failed("the downloaded map is gone")
+
+
+LEGS = [leg_share_a_map, leg_download_and_play]

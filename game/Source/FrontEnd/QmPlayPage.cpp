@@ -70,7 +70,14 @@ public:
         default:
             break;
         }
-        title = VeText(c->GetLine(number), &titleStyle);
+        // A long title (the copy mode's question) steps down in size until it fits the page.
+        for (const int size : {6, 4, 3}) {
+            titleStyle.Size(size);
+            title = VeText(c->GetLine(number), &titleStyle);
+            if (title.Width() <= 640 - 2 * kMargin) {
+                break;
+            }
+        }
     }
 
     void Relabel() {

@@ -11,7 +11,7 @@ public:
             if (cancel.load()) {
                 break;
             }
-            item.arrived = QmNetworkManager::Download(item.url, item.path, item.maxBytes);
+            item.arrived = QmNetworkManager::Download(item.url, item.path, item.maxBytes, &cancel);
         }
     }
 

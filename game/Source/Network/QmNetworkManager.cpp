@@ -11,6 +11,7 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -37,6 +38,7 @@ bool StartsWith(const std::string& text, const std::string& prefix) {
 }
 
 struct Sink {
+    const std::atomic<bool>* cancel = nullptr;
     std::string* memory = nullptr;
     std::ofstream* file = nullptr;
     int64_t written = 0;
@@ -58,6 +60,11 @@ size_t Write(char* data, size_t size, size_t count, void* target) {
     return bytes;
 }
 
+int Progress(void* target, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+    const Sink& sink = *static_cast<const Sink*>(target);
+    return sink.cancel != nullptr && sink.cancel->load() ? 1 : 0; // non-zero ends the transfer
+}
+
 bool Transfer(const std::string& url, Sink& sink) {
     static const bool initialised = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
     CURL* curl = initialised ? curl_easy_init() : nullptr;
@@ -72,6 +79,9 @@ bool Transfer(const std::string& url, Sink& sink) {
     curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, 5L);
     curl_easy_setopt(curl, CURLOPT_TIMEOUT, 30L);
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, Progress);
+    curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &sink);
+    curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
     const CURLcode code = curl_easy_perform(curl);
     curl_easy_cleanup(curl);
@@ -326,6 +336,9 @@ void QmNetworkManager::Login(const std::string& userName, const std::string& pas
 
 void QmNetworkManager::Register(const std::string& userName, const std::string& password,
                                 const std::string& email) {
+    if (RefusePassword()) {
+        return;
+    }
     loginPending = true;
     pendingName = userName;
     PostForm("qcode=register&username=" + userName + "&password=" + password + "&email=" + email +
@@ -587,7 +600,8 @@ void QmNetworkManager::CollectDownloads() {
     }
 }
 
-bool QmNetworkManager::Download(const std::string& url, const std::string& path, int64_t maxBytes) {
+bool QmNetworkManager::Download(const std::string& url, const std::string& path, int64_t maxBytes,
+                                const std::atomic<bool>* cancel) {
     const std::string partial = path + ".part";
     bool ok = false;
     {
@@ -599,6 +613,7 @@ bool QmNetworkManager::Download(const std::string& url, const std::string& path,
         Sink sink;
         sink.file = &out;
         sink.limit = maxBytes;
+        sink.cancel = cancel;
         ok = Transfer(url, sink) && out.good();
     }
     std::error_code error;

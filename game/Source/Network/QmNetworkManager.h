@@ -12,6 +12,7 @@
 #include "Network/QmMapDownloads.h"
 #include "Network/QmServiceAnswer.h"
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -69,8 +70,10 @@ public:
     void SetRegisterData(const std::string& userName, const std::string& password, const std::string& email);
     void Logout();
 
-    // Fetches a URL into a file (written beside it and renamed), at most maxBytes; false on failure.
-    static bool Download(const std::string& url, const std::string& path, int64_t maxBytes = 1 << 20);
+    // Fetches a URL into a file (written beside it and renamed), at most maxBytes; false on failure
+    // or when cancel was raised meanwhile.
+    static bool Download(const std::string& url, const std::string& path, int64_t maxBytes = 1 << 20,
+                         const std::atomic<bool>* cancel = nullptr);
     // Fetches a URL into memory, at most maxBytes.
     static bool Fetch(const std::string& url, std::string& body, int64_t maxBytes = 1 << 16);
     // The update package into the game folder, checked against its published SHA-256. Returns the

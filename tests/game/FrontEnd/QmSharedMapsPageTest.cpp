@@ -1,0 +1,151 @@
+#include "FrontEnd/QmSharedMapsPage.h"
+#include "Environment/ArEnvironmentManager.h"
+#include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/QmNoticeDialog.h"
+#include "FrontEnd/QmSharedMapsList.h"
+#include "Input/VeKey.h"
+#include "MenuPageGame.h"
+#include "Network/QmDownloadsTour.h"
+#include "Network/QmNetworkManager.h"
+#include "Platform/VeFiles.h"
+#include "Support/LoopbackService.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+
+namespace {
+
+class SharedMapsPageTest : public MenuPageGame {
+protected:
+    void SetUp() override {
+        MenuPageGame::SetUp();
+        ASSERT_TRUE(service.Reachable());
+        net().SetService(service.Url());
+        net().SetAnswerTimeout(0);
+    }
+    QmNetworkManager& net() { return *app->network; }
+    QmMenuPages& menu() { return coordinator->FrontEnd().MenuPages(); }
+    QmSharedMapsPage& page() { return menu().SharedMapsPage(); }
+    QmNoticeDialog& dialog() { return coordinator->FrontEnd().Dialog(); }
+
+    // Menu frames (with the service's answers) until done() or about twenty seconds.
+    bool Until(const std::function<bool()>& done) {
+        for (int frame = 0; frame < 4000; ++frame) {
+            Run(menu());
+            net().Update();
+            if (done()) {
+                return true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return false;
+    }
+    bool Settled() {
+        return Until([this] { return !net().IsWaiting(); });
+    }
+    void Press(int key) {
+        Keys(menu(), {key});
+        net().Update();
+    }
+    bool Shows(int line) {
+        for (const QmTextBox& box : page().TextBoxes()) {
+            if (box.text == coordinator->GetLine(line)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    int DownloadedMaps() {
+        const int tour = QmDownloadsTour::Find(*coordinator->environment);
+        return tour < 0
+                   ? 0
+                   : static_cast<int>(coordinator->environment->tourLevels[static_cast<size_t>(tour)].size());
+    }
+
+    LoopbackService service;
+};
+
+TEST_F(SharedMapsPageTest, UploadThenAnotherPlayerDownloadsAndPlaysTheMap) {
+    net().Register("ann", "pw", "ann@example.org");
+    ASSERT_TRUE(Settled());
+    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
+    page().Open();
+    ASSERT_TRUE(Settled());
+    EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
+    EXPECT_TRUE(Shows(162)) << "the title of the players' list";
+
+    // Own maps, through the buttons below the (empty) list; then the play page's map into slot 2.
+    Press(VeKey::Down);
+    Press(VeKey::Return);
+    ASSERT_TRUE(Settled());
+    EXPECT_EQ(page().GetState(), QmSharedMapsPage::OwnMaps);
+    Press(VeKey::Up);
+    Press(VeKey::Return);
+    EXPECT_EQ(page().GetState(), QmSharedMapsPage::UploadSlot);
+    EXPECT_TRUE(Shows(175));
+    Press(VeKey::Down);
+    Press(VeKey::Return);
+    ASSERT_TRUE(dialog().Visible()) << "the page asks before uploading";
+    Press(VeKey::Return);
+    ASSERT_TRUE(Until([this] { return dialog().Visible(); })) << "the check, the upload and its answer";
+    EXPECT_EQ(dialog().Body().text, coordinator->GetLine(178));
+    Press(VeKey::Return);
+    ASSERT_TRUE(Settled());
+    EXPECT_EQ(page().GetState(), QmSharedMapsPage::OwnMaps);
+    ASSERT_EQ(net().GetMaps().size(), 1u);
+    EXPECT_EQ(net().GetMaps()[0].slot, 2);
+
+    // Another player: ann in the list, her map downloaded twice into one copy, then played.
+    net().Register("bob", "pw", "bob@example.org");
+    ASSERT_TRUE(Settled());
+    page().Open();
+    ASSERT_TRUE(Settled());
+    ASSERT_FALSE(net().GetUsers().empty());
+    EXPECT_EQ(net().GetUsers()[0].name, "ann");
+    for (int round = 0; round < 2; ++round) {
+        Press(VeKey::Return);
+        ASSERT_TRUE(Settled());
+        ASSERT_EQ(page().GetState(), QmSharedMapsPage::PlayerMaps);
+        Press(VeKey::Return);
+        EXPECT_TRUE(Shows(164)) << "downloaded: Enter plays it";
+        EXPECT_EQ(DownloadedMaps(), 1) << "a repeated download replaces the earlier copy";
+        if (round == 0) {
+            Run(page()); // the page alone over the plain background
+            EXPECT_TRUE(MatchesStoredImage("frontend/shared-maps-English.png", Picture(), 4, 0));
+            EXPECT_GT(Drawn(QmSharedMapsList::kX, QmSharedMapsList::kRowsY, QmSharedMapsList::kWidth, 30),
+                      2000)
+                << "the selected map's row";
+            Press(VeKey::Escape);
+        }
+    }
+    Press(VeKey::Return);
+    EXPECT_EQ(app->scene, SceneRace);
+    EXPECT_EQ(coordinator->environment->tourIndex, QmDownloadsTour::Find(*coordinator->environment));
+}
+
+TEST_F(SharedMapsPageTest, TextsFitInEveryLanguageAndBackLeadsOut) {
+    net().Register("cy", "pw", "cy@example.org");
+    ASSERT_TRUE(Settled());
+    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
+    page().Open();
+    ASSERT_TRUE(Settled());
+    Press(VeKey::Down);
+    Press(VeKey::Return);
+    ASSERT_TRUE(Settled());
+    for (const char* language : {"English", "Dutch", "French", "Norwegian"}) {
+        coordinator->Language().Load(language);
+        page().Relabel();
+        Run(menu());
+        EXPECT_TRUE(AllFit(page().TextBoxes())) << language;
+    }
+    Press(VeKey::Escape);
+    EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
+    Press(VeKey::Escape);
+    EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kMainMenu);
+}
+
+} // namespace

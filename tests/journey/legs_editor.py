@@ -124,7 +124,7 @@ def on_page(j, name):
 
 
 def leg_editor_new_map(j):
-    retry("Play did not open the play page", 3, lambda: keys(j, "Return") or time.sleep(1.0), on_page(j, "play"))
+    retry("Play did not open the play page", 3, lambda: click(j, 320, 165) or time.sleep(1.0), on_page(j, "play"))
     before = tour_folders(j)
     retry("Manage did not open", 3, lambda: click(j, 320, 593), lambda: not PAGES["play"](j.pixels()))
     retry("Add tour made no tour", 3, lambda: click(j, 188, 419), lambda: len(tour_folders(j)) > len(before))

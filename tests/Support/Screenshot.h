@@ -8,6 +8,7 @@
 // image is (re)written instead; look at it before committing it.
 #include "Platform/VeFiles.h"
 #include "Screen/Surface/VePNGFile.h"
+#include "Screen/Surface/VeSurface.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,17 @@ struct ScreenshotDifference {
     int32_t firstX = -1;
     int32_t firstY = -1;
 };
+
+// A surface's pixels as a picture, fully opaque.
+inline ScreenshotImage ScreenshotOf(const VeSurface& surface) {
+    ScreenshotImage image;
+    image.width = surface.width;
+    image.height = surface.height;
+    for (int32_t i = 0; i < surface.pixelCount; ++i) {
+        image.pixels.push_back(surface.GetPixel(i) | 0xFF000000u);
+    }
+    return image;
+}
 
 // Loads a PNG without halting when it is missing; false when the file does not exist.
 inline bool LoadScreenshot(const std::string& path, ScreenshotImage& image) {

@@ -1,15 +1,12 @@
-#include "Screen/Surface/VePNGFile.h"
 #include "Screen/Text/VeText.h"
 
-#include "Platform/VeFiles.h"
+#include "Support/Screenshot.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
 
-// The whole character set at every size the menus use, rendered and compared with the stored
-// sheet in tests/data/text. Run with QM_UPDATE_STORED_IMAGES=1 to write the sheet again after a
-// deliberate change of the glyphs, then look at it.
+// The whole character set at every size the menus use, rendered and compared pixel for pixel with
+// the stored sheet in tests/data/text (QUILLMAZE_UPDATE_IMAGES=1 writes it again after a deliberate
+// change of the glyphs; look at it before committing it).
 namespace {
 constexpr int32_t kSheetWidth = 720;
 constexpr uint32_t kBackground = 0x1C2433;
@@ -55,25 +52,5 @@ VeSurface RenderSheet() {
 } // namespace
 
 TEST(VeGlyphSheetTest, CharacterSheetMatchesTheStoredImage) {
-    const VeSurface sheet = RenderSheet();
-    const std::string stored = std::string(QM_SOURCE_DIR) + "/tests/data/text/CharacterSheet.png";
-    const char* update = std::getenv("QM_UPDATE_STORED_IMAGES");
-    if (update != nullptr && std::string(update) == "1") {
-        ASSERT_TRUE(VePNGFile::Save(stored, sheet.width, sheet.height, sheet.Pixels(), sheet.RowLength()));
-    }
-    const std::string rendered =
-        (std::filesystem::temp_directory_path() / "quillmaze-character-sheet.png").string();
-    ASSERT_TRUE(VePNGFile::Save(rendered, sheet.width, sheet.height, sheet.Pixels(), sheet.RowLength()));
-
-    ASSERT_TRUE(FileExists(stored)) << "no stored sheet; rendered one is at " << rendered;
-    VePNGFile expected;
-    expected.Load(stored);
-    ASSERT_EQ(expected.width, sheet.width);
-    ASSERT_EQ(expected.height, sheet.height);
-    int differing = 0;
-    for (int32_t i = 0; i < sheet.pixelCount; ++i) {
-        differing +=
-            (expected.pixels[static_cast<size_t>(i)] & 0xFFFFFF) != (sheet.GetPixel(i) & 0xFFFFFF) ? 1 : 0;
-    }
-    EXPECT_EQ(differing, 0) << "the glyphs changed; the new sheet is at " << rendered;
+    EXPECT_TRUE(MatchesStoredImage("text/CharacterSheet.png", ScreenshotOf(RenderSheet()), 0, 0));
 }

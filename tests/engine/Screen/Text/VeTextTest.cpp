@@ -2,9 +2,9 @@
 
 #include "Screen/Text/VeGlyphs.h"
 
-#include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 
 #include <filesystem>
 
@@ -248,20 +248,6 @@ TEST(VeTextTest, EveryGlyphStaysInsideItsCell) {
     }
 }
 
-TEST(VeTextTest, AccentedCapitalsShareOrOwnTheirGlyphs) {
-    VeTextStyle style(3, 0xFFFFFF, 2, 0, 0, 0, 0, false);
-    VeText e("E", &style);
-    for (unsigned char c : {0xC8, 0xC9, 0xCA}) {
-        VeText accented(std::string(1, static_cast<char>(c)), &style);
-        EXPECT_TRUE(SamePixels(e.surface, accented.surface)) << int{c};
-    }
-    VeText a("A", &style);
-    for (unsigned char c : {0xC0, 0xC1, 0xC5}) {
-        VeText accented(std::string(1, static_cast<char>(c)), &style);
-        EXPECT_FALSE(SamePixels(a.surface, accented.surface)) << int{c};
-    }
-}
-
 TEST(VeTextTest, StyleSettersHaltOutOfRange) {
     EXPECT_HALT(VeTextStyle().Size(0), "Halt: Text size too small",
                 "App halted when loading text. Size is too small. (VeTextStyle::Size)");
@@ -324,7 +310,7 @@ TEST(VeTextTest, DrawsOntoSurfacesCentredAndOutlined) {
 TEST(VeTextTest, FrameRateDisplayIsDrawnByTheScreen) {
     const std::filesystem::path previousFolder = std::filesystem::current_path();
     std::filesystem::current_path(QM_SOURCE_DIR);
-    const VeLogSink previousSink = SetLogSink([](const std::string&) {});
+    LogCapture quiet;
     VeScreen::ForceSoftwarePath(true);
     {
         VeScreen screen(640, 640, false, false, true, "", "");
@@ -364,6 +350,5 @@ TEST(VeTextTest, FrameRateDisplayIsDrawnByTheScreen) {
         EXPECT_EQ(outside, 0);
     }
     VeScreen::ForceSoftwarePath(false);
-    SetLogSink(previousSink);
     std::filesystem::current_path(previousFolder);
 }

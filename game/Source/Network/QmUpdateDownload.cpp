@@ -18,6 +18,7 @@ std::string BaseOf(const std::string& url) {
 
 QmUpdateDownload::~QmUpdateDownload() {
     if (job.valid()) {
+        cancel = true;
         job.wait();
     }
 }
@@ -31,7 +32,8 @@ bool QmUpdateDownload::Start(const std::string& serviceUrl) {
         return false;
     }
     CreateFolder(GetGameFolder());
-    job = std::async(std::launch::async, &QmUpdateDownload::Fetch, BaseOf(serviceUrl), PackagePath());
+    job =
+        std::async(std::launch::async, &QmUpdateDownload::Fetch, BaseOf(serviceUrl), PackagePath(), &cancel);
     return true;
 }
 
@@ -49,10 +51,11 @@ bool QmUpdateDownload::TakeResult(std::string& path, int32_t& failureLine) {
     return true;
 }
 
-QmUpdateDownload::Outcome QmUpdateDownload::Fetch(const std::string& baseUrl, const std::string& path) {
+QmUpdateDownload::Outcome QmUpdateDownload::Fetch(const std::string& baseUrl, const std::string& path,
+                                                  const std::atomic<bool>* cancel) {
     std::string digest;
     if (!QmNetworkManager::Fetch(baseUrl + "/files/quillmaze-update.sha256", digest, 4096) ||
-        !QmNetworkManager::Download(baseUrl + "/files/quillmaze-update.tar.gz", path, 512LL << 20)) {
+        !QmNetworkManager::Download(baseUrl + "/files/quillmaze-update.tar.gz", path, 512LL << 20, cancel)) {
         return {"", kUnreachableLine};
     }
     digest = digest.substr(0, digest.find_first_of(" \t\r\n"));

@@ -4,6 +4,7 @@
 // the SHA-256 published beside it ("/files/quillmaze-update.sha256"). A package that does not
 // match is removed. The running game's own files are never touched: the player unpacks the
 // package and starts the new game from there.
+#include <atomic>
 #include <cstdint>
 #include <future>
 #include <string>
@@ -15,7 +16,7 @@ public:
     static constexpr int32_t kDamagedLine = 214;
 
     QmUpdateDownload() = default;
-    // Waits for a download still running.
+    // Stops a download still running and waits for it.
     ~QmUpdateDownload();
     QmUpdateDownload(const QmUpdateDownload&) = delete;
     QmUpdateDownload& operator=(const QmUpdateDownload&) = delete;
@@ -35,7 +36,9 @@ private:
         std::string path;
         int32_t failureLine = 0;
     };
-    static Outcome Fetch(const std::string& baseUrl, const std::string& path);
+    static Outcome Fetch(const std::string& baseUrl, const std::string& path,
+                         const std::atomic<bool>* cancel);
 
+    std::atomic<bool> cancel{false};
     std::future<Outcome> job;
 };

@@ -26,17 +26,15 @@ QmPlayabilityCheck::~QmPlayabilityCheck() {
 void QmPlayabilityCheck::Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
                                int32_t blockSize, const std::vector<std::string>& knownRuns) {
     Stop();
-    VtWorkerPool* pool = VtWorkerPool::Current();
-    if (pool == nullptr) {
+    if (!ownPool) {
         ownPool = std::make_unique<VtWorkerPool>(1);
-        pool = ownPool.get();
     }
     job->blocks = blocks;
     job->blockSize = blockSize;
     job->knownRuns = knownRuns;
     job->cancel.store(false);
     queued = true;
-    pool->AddJob(job.get());
+    ownPool->AddJob(job.get());
 }
 
 bool QmPlayabilityCheck::Running() const {

@@ -7,7 +7,9 @@
 // - Start copies the map and queues the search; a check still running is stopped first. Poll
 //   hands over each finished report once. Destroying the check stops and waits for its job.
 // - The search runs on a clock of its worker's own; it seeds only the race's random stream.
-// - Without a worker pool one of a single thread is made and kept while the check lives.
+// - The search runs on a worker of the check's own, made at the first Start and kept while the
+//   check lives: another module's pool (the network's is remade with its connections) could
+//   drop or delay the job, and Stop would wait for it.
 // - Runs already known to finish the map (its best run) are raced first: one that still finishes
 //   answers at once; the search runs only when none does.
 // - Find runs the same check on the calling thread (the shared-maps upload uses it too).

@@ -1,5 +1,6 @@
 // The race flow around a run: countdown and start, pause, finish, death and retry, the in-race
 // menu, the hurrying music, the badge, the ghost's drawing and the racer's face.
+#include "game/Gameplay/Entities/FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include "Gameplay/QmHighscores.h"
@@ -13,18 +14,9 @@ using namespace gameplay_test;
 namespace {
 constexpr float kFrame = 1.0f / 60.0f;
 
-const std::vector<std::string> kOpen = {
-    "..........", "..........", "..........", "..........", "..........",
-    "..........", "..........", "..........", "S.........", "##########",
-};
-const std::vector<std::string> kFinishAhead = {
-    "..........", "..........", "..........", "..........", "..........",
-    "..........", "..........", "..........", "S..F......", "##########",
-};
-const std::vector<std::string> kWall = {
-    "..........", "..........", "..........", "..........", "..........",
-    "..........", "..........", "..........", "S.#.......", "##########",
-};
+const std::vector<std::string> kOpen = OnFloor({"S........."});
+const std::vector<std::string> kFinishAhead = OnFloor({"S..F......"});
+const std::vector<std::string> kWall = OnFloor({"S.#......."});
 
 // Points the world at tour folder Forest, map Level_1.map, so that the race has a score file.
 void UseScoreFile(QmCoreEnvironmentManager& world) {
@@ -179,18 +171,7 @@ TEST(QmClientGameplayManagerTest, TheFinishStopsTheClockAndHandsOverTimeAndRank)
 }
 
 TEST(QmClientGameplayManagerTest, DeathRumblesTurnsGreyAndWaitsForARetry) {
-    RaceRig rig({
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "..........",
-        "S.f.......",
-        "##########",
-    });
+    RaceRig rig(OnFloor({"S.f......."}));
     rig.host.music = true;
     rig.race->StartRace(false, true);
     rig.controls.right = true;

@@ -25,7 +25,7 @@ TEST(QmHighscoreListTest, TimeTextsHaveSixDecimalsAndReadBackTheirLeadingInteger
     EXPECT_EQ(QmHighscoreList::TimeValue("99999999999999999999999"), 2147483647) << "saturates, no overflow";
 }
 
-TEST(QmHighscoreListTest, RankAndInsertionAtTheTenEntryBoundary) {
+TEST(QmHighscoreListTest, RankAndInsertionAtTheTenEntryBoundaryAndIntoAnEmptyList) {
     const std::vector<QmHighscoreEntry> full = Entries(10); // 1000 .. 10000
     EXPECT_EQ(QmHighscoreList::HighscoreRank(full, 10000), -1) << "equal to the tenth: not entered";
     EXPECT_EQ(QmHighscoreList::HighscoreRank(full, 10001), -1);
@@ -49,9 +49,7 @@ TEST(QmHighscoreListTest, RankAndInsertionAtTheTenEntryBoundary) {
     EXPECT_EQ(QmHighscoreList::HighscoreRank(nine, 50000), 10) << "room left: appended";
     EXPECT_EQ(QmHighscoreList::InsertHighscore(nine, 50000, "Slow").back().name, "Slow");
     EXPECT_EQ(QmHighscoreList::InsertHighscore(nine, 50000, "Slow").size(), 10u);
-}
 
-TEST(QmHighscoreListTest, AnEmptyListTakesAnyTimeFirst) {
     const std::vector<QmHighscoreEntry> empty;
     EXPECT_EQ(QmHighscoreList::HighscoreRank(empty, 123456), 1);
     const auto one = QmHighscoreList::InsertHighscore(empty, 123456, "Ann");

@@ -2,6 +2,7 @@
 #include "Gameplay/QmOverlayRaceDrawer.h"
 
 #include "Screen/Surface/VeSurface.h"
+#include "game/Gameplay/Entities/FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -11,18 +12,9 @@ using namespace gameplay_test;
 TEST(QmOverlayRaceDrawerTest, ARaceFrameShowsTheMapTheRacerAndTheCow) {
     DrivenClock clock;
     QmCoreEnvironmentManager world;
-    BuildMap(world, {
-                        "..........",
-                        "..........",
-                        "..........",
-                        "..........",
-                        "..........",
-                        "..........",
-                        "..........",
-                        "..........",
-                        "S....C..F.",
-                        "1#########",
-                    });
+    std::vector<std::string> rows = OnFloor({"S....C..F."});
+    rows.back()[0] = '1';
+    BuildMap(world, rows);
     VeSurface overlay(640, 640);
     QmOverlayRaceDrawer drawer(overlay, world);
     FakeAudio audio;

@@ -3,7 +3,7 @@
 // set, and names written one way.
 #include "LevelMeasures.h"
 #include "LevelSource.h"
-#include "Platform/VeLog.h"
+#include "Support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -16,14 +16,12 @@ namespace {
 class MapDesign : public ::testing::Test {
 protected:
     void SetUp() override {
-        SetLogSink([](const std::string&) {});
         std::string error;
         ASSERT_TRUE(LevelSource::ReadTours(std::string(QM_SOURCE_DIR) + "/tools/levels/tours", tours, error))
             << error;
         ASSERT_EQ(tours.size(), 4u);
     }
-    void TearDown() override { SetLogSink(nullptr); }
-
+    LogCapture quiet;
     std::vector<LevelTour> tours;
 };
 

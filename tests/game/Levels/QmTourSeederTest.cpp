@@ -4,7 +4,7 @@
 #include "Environment/CoreEnvironmentManager/QmCipherFile.h"
 #include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "Platform/VeFiles.h"
-#include "Platform/VeLog.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -65,13 +65,11 @@ std::string Seed(const std::string& shipped, const std::string& game, QmSeedRepo
 class Seeding : public ::testing::Test {
 protected:
     void SetUp() override {
-        SetLogSink([](const std::string&) {});
         game = data.GameFolder();
         shippedList = ReadList(kShipped + "/tours.dat");
         ASSERT_GE(shippedList.size(), 3u);
     }
-    void TearDown() override { SetLogSink(nullptr); }
-
+    LogCapture quiet;
     TempUserData data;
     std::string game;
     std::vector<std::string> shippedList;
@@ -182,17 +180,14 @@ TEST_F(Seeding, LeavesAFolderOfTheSameNameHoldingAnotherTour) {
     EXPECT_EQ(report.copiedTours.size(), shippedList.size() - 1);
 }
 
-TEST_F(Seeding, RefusesShippedToursItCannotRead) {
+TEST_F(Seeding, RefusesShippedToursItCannotReadAndAGameFolderItCannotCreate) {
     TempUserData empty;
     QmSeedReport report;
     EXPECT_NE(Seed(empty.path + "/Maps", game, report), "");
     EXPECT_FALSE(FileExists(game + "/Maps/tours.dat"));
-}
 
-TEST_F(Seeding, ReportsAGameFolderItCannotCreate) {
     // A file where the game folder should be.
     ASSERT_TRUE(WriteFileAtomic(data.path + "/Blocked", "not a folder"));
-    QmSeedReport report;
     EXPECT_NE(Seed(kShipped, data.path + "/Blocked", report), "");
     EXPECT_TRUE(report.copiedTours.empty());
     std::string bytes;

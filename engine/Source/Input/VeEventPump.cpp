@@ -9,14 +9,20 @@ void VeEventPump::Pump(uint8_t (&down)[kKeyCount]) {
     source->ReadKeyboard(down);
 
     // A coordinate of exactly 0 is what the system reports before the pointer was ever seen in
-    // the window; the last position stays.
+    // the window; the last position stays. The pointer counts as moved only when its place
+    // changes: one resting in the window must not take the selection from the keys.
     int rawX = 0;
     int rawY = 0;
     const uint32_t buttons = source->ReadMouse(rawX, rawY);
     if (rawX != 0 && rawY != 0) {
-        input->mouseX = VeInput::MapToLogical(rawX, input->scaleX, input->offsetX);
-        input->mouseY = VeInput::MapToLogical(rawY, input->scaleY, input->offsetY);
-        input->mouseMovePending = true;
+        const int x = VeInput::MapToLogical(rawX, input->scaleX, input->offsetX);
+        const int y = VeInput::MapToLogical(rawY, input->scaleY, input->offsetY);
+        if (x != input->mouseX || y != input->mouseY || !pointerSeen) {
+            input->mouseMovePending = true;
+        }
+        input->mouseX = x;
+        input->mouseY = y;
+        pointerSeen = true;
     }
 
     for (int button = kMouseLeft; button <= kMouseRight; ++button) {

@@ -26,4 +26,5 @@ public:
 private:
     std::unique_ptr<VeInputSource> source;
     std::vector<VeInputEvent> events;
+    bool pointerSeen = false;
 };

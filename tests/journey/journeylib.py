@@ -210,12 +210,10 @@ class Journey:
         subprocess.run(["xdotool", "windowfocus", "--sync", self.window], capture_output=True)
 
     def mouse(self, x, y, click=False):
-        subprocess.run(["xdotool", "mousemove", str(x), str(y)], check=True)
-        if click:
-            time.sleep(0.05)
-            subprocess.run(["xdotool", "mousedown", "1"], check=True)
-            time.sleep(0.05)
-            subprocess.run(["xdotool", "mouseup", "1"], check=True)
+        """The pointer moved and, when asked, the left button held there within the same xdotool
+        run, long enough for a slow frame on a busy machine to see it."""
+        press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.18", "mouseup", "1"] if click else []
+        subprocess.run(["xdotool", "mousemove", str(x), str(y), *press], check=True)
 
     def click_page(self, px, py):
         """A click at a point of the 640 x 640 page, wherever the window shows it."""
@@ -223,12 +221,12 @@ class Journey:
         scale = min(w / 640.0, h / 640.0)
         self.mouse(int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale), True)
 
-    def key(self, name, times=1, hold=0.12, pause=0.4):
+    def key(self, name, times=1, hold=0.18, pause=0.4):
+        """Presses held within one xdotool run: a press whose down and up come from separate runs
+        can be lost by a slow frame or stretched into a key repeat on a busy machine."""
         for _ in range(times):
             self.require_alive()
-            subprocess.run(["xdotool", "keydown", name], check=True)
-            time.sleep(hold)
-            subprocess.run(["xdotool", "keyup", name], check=True)
+            subprocess.run(["xdotool", "keydown", name, "sleep", str(hold), "keyup", name], check=True)
             time.sleep(pause)
 
     def keydown(self, name):

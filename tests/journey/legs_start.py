@@ -30,17 +30,14 @@ def leg_play_page(j):
 
 
 def race_tutorial(j, finished):
-    """Right held, jump tapped every 100 ms (the tutorial's route whatever the taps' phase) until
-    finished() says so or 12 seconds passed."""
+    """Right held, jump tapped about every 100 ms (the tutorial's route whatever the taps'
+    phase) until finished() says so or 12 seconds passed."""
     j.keydown("Right")
     try:
         deadline = time.time() + 12.0
         checked = time.time()
         while time.time() < deadline and j.alive():
-            j.keydown("Up")
-            time.sleep(0.05)
-            j.keyup("Up")
-            time.sleep(0.05)
+            j.key("Up", hold=0.06, pause=0.05)
             if time.time() - checked > 0.5:
                 checked = time.time()
                 if finished():

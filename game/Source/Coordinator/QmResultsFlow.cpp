@@ -86,6 +86,9 @@ int QmResultsFlow::PageAfterLeavingParty() const {
 
 void QmResultsFlow::ToMenu(int page) {
     c.ReturnToMenu();
+    if (c.app->scene == SceneEditor) {
+        return; // a test run from the editor goes back to the editor
+    }
     c.app->SwitchScene(SceneMenu);
     c.SetMenuPage(page);
 }

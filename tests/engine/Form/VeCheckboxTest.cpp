@@ -29,11 +29,16 @@ protected:
 
 } // namespace
 
-TEST_F(VeCheckboxTest, SpaceFlipsTheFocusedBoxOnEveryPressAndRepeat) {
+TEST_F(VeCheckboxTest, SpaceAndActivateFlipOnlyTheFocusedBoxSpaceOnEveryPressAndRepeat) {
     rig.Tap(box, {VeKey::Space});
-    EXPECT_FALSE(box.checked) << "a box without the focus ignores Space";
-
+    box.Activate();
+    EXPECT_FALSE(box.checked) << "a box without the focus ignores Space and Activate";
     box.selected = true;
+    box.Activate();
+    EXPECT_TRUE(box.checked);
+    box.Activate();
+    EXPECT_FALSE(box.checked);
+
     rig.Tap(box, {VeKey::Space});
     EXPECT_TRUE(box.checked);
     rig.Tap(box, {VeKey::Return, VeKey::X});
@@ -49,16 +54,6 @@ TEST_F(VeCheckboxTest, SpaceFlipsTheFocusedBoxOnEveryPressAndRepeat) {
         last = box.checked;
     }
     EXPECT_EQ(flips, 10);
-}
-
-TEST_F(VeCheckboxTest, ActivateFlipsOnlyTheFocusedBox) {
-    box.Activate();
-    EXPECT_FALSE(box.checked);
-    box.selected = true;
-    box.Activate();
-    EXPECT_TRUE(box.checked);
-    box.Activate();
-    EXPECT_FALSE(box.checked);
 }
 
 TEST_F(VeCheckboxTest, StoreValueWritesOneOrZeroAndRemembersTheState) {

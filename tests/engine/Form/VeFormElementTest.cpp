@@ -62,16 +62,6 @@ public:
     std::map<std::string, std::unique_ptr<VeFormElement>> elements;
 };
 
-ScreenshotImage Picture(const VeSurface& surface) {
-    ScreenshotImage image;
-    image.width = surface.width;
-    image.height = surface.height;
-    for (int32_t i = 0; i < surface.pixelCount; ++i) {
-        image.pixels.push_back(surface.GetPixel(i) | 0xFF000000u);
-    }
-    return image;
-}
-
 } // namespace
 
 TEST(VeFormElementTest, ASignInFormLooksAsStored) {
@@ -85,7 +75,7 @@ TEST(VeFormElementTest, ASignInFormLooksAsStored) {
     VeSurface page(256, 140);
     page.Fill(0x1C2A44);
     form.Draw(page);
-    EXPECT_TRUE(MatchesStoredImage("form/SignInForm.png", Picture(page), 0, 0));
+    EXPECT_TRUE(MatchesStoredImage("form/SignInForm.png", ScreenshotOf(page), 0, 0));
 }
 
 TEST(VeFormElementTest, AFormReadsItsValuesThroughStoreValue) {

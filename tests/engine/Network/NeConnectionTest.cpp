@@ -95,7 +95,7 @@ TEST(NeConnectionTest, SilentPeersTimeOutUnlessKeptAlive) {
 
     StartClient(chatty, NeSocket::Udp, server.Port(), 0, 50);
     ASSERT_TRUE(Eventually([&] { return chatty.IsConnected(); }));
-    usleep(800 * 1000); // twice the server's time-out
+    usleep(600 * 1000); // half as long again as the server's time-out
     EXPECT_EQ(server.manager.GetPacketManager()->GetClientCount(), 1);
     // A client that leaves says so.
     chatty.Shutdown();

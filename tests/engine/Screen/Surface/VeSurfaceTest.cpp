@@ -25,16 +25,9 @@ std::vector<std::string> Picture(const VeSurface& s, uint32_t colour) {
 
 } // namespace
 
-TEST(VeSurfaceTest, CreateMakesZeroedSurfaceInDefaultFormat) {
+TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutside) {
     VeSurface s(7, 3);
-    EXPECT_EQ(s.width, 7);
-    EXPECT_EQ(s.height, 3);
-    EXPECT_EQ(s.pixelCount, 21);
-    EXPECT_EQ(s.RowLength(), 7);
-    ASSERT_NE(s.format, nullptr);
-    for (int i = 0; i < s.pixelCount; ++i) {
-        EXPECT_EQ(s.GetPixel(i), 0u);
-    }
+    EXPECT_EQ(Picture(s, 0), std::vector<std::string>(3, "#######"));
     s.Fill(0x123456);
     EXPECT_EQ(s.GetXY(6, 2), 0x123456u);
     EXPECT_EQ(s.GetXY(7, 2), 0u) << "outside reads as 0";

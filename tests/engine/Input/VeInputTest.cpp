@@ -127,7 +127,7 @@ TEST_F(VeInputTest, InjectedPressesAppearAtTheNextUpdateOnly) {
     EXPECT_FALSE(input->held[VeKey::F8]);
 }
 
-TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndIgnoresZeroCoordinates) {
+TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndMovesOnlyWhenItsPlaceChanges) {
     EXPECT_EQ(input->mouseX, -1);
     EXPECT_EQ(input->mouseY, -1);
     input->Update();
@@ -144,6 +144,8 @@ TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndIgnoresZeroCoordinates) {
     EXPECT_EQ(input->mouseY, 320);
     EXPECT_TRUE(input->mouseMoved);
     input->ClearPressed();
+    EXPECT_FALSE(input->mouseMoved);
+    input->Update(); // resting where it was: not a move, the keys keep the selection
     EXPECT_FALSE(input->mouseMoved);
 
     // Truncation, and the bars giving coordinates outside the screen.

@@ -91,6 +91,23 @@ void QmCreditsPage::Relabel() {
     row->Arrange(VeButtonRow::Direction::Vertical, static_cast<float>(width / 2), 540.0f + buttonStyle->y);
 }
 
+QmTextBoxes QmCreditsPage::TextBoxes() const {
+    QmTextBoxes boxes = RowTextBoxes(*row);
+    int32_t y = kListY;
+    for (const auto& line : list) {
+        boxes.emplace_back(*line, 640 - kListX - 8, line->LineStep());
+        y += line->LineStep();
+    }
+    // The list must end above the footer, which must end above the Back button.
+    boxes.emplace_back(*footer, 640 - 2 * kListX, 540 - kFooterY - 8);
+    QmTextBox list;
+    list.text = "the credits list";
+    list.textHeight = y - kListY;
+    list.boxHeight = kFooterY - kListY;
+    boxes.push_back(list);
+    return boxes;
+}
+
 void QmCreditsPage::Frame() {
     VaCoordinator* c = C();
     VeScreen* screen = c->app->screen;

@@ -2,6 +2,7 @@
 // Page 13: who made the game, the version, a thank-you line and a Back button; Back, Escape or the
 // pad's B return to the main menu.
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmTextBox.h"
 
 #include <memory>
 #include <string>
@@ -28,6 +29,8 @@ public:
     // The credits list, line by line, in the current language.
     std::vector<std::string> Lines() const;
     const VeButtonRow& Row() const { return *row; }
+    // Every line within the page's right edge and its own line step, the footer, the Back label.
+    QmTextBoxes TextBoxes() const;
 
 private:
     std::unique_ptr<VeTextStyle> listStyle;

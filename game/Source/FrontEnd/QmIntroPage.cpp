@@ -14,6 +14,7 @@
 #include "Screen/VeCursor.h"
 #include "Screen/VeScreen.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -47,6 +48,15 @@ void QmIntroPage::Relabel() {
     const VeTextStyle promptStyle(3, 0xFFFFFF, 3, 3, 1);
     promptShadow = std::make_unique<VeText>(text, &shadowStyle);
     prompt = std::make_unique<VeText>(text, &promptStyle);
+}
+
+QmTextBoxes QmIntroPage::TextBoxes() const {
+    QmTextBoxes boxes;
+    if (prompt) {
+        const int32_t room = 2 * std::min(static_cast<int32_t>(promptX), 640 - static_cast<int32_t>(promptX));
+        boxes.emplace_back(*prompt, room - 16, 640 - static_cast<int32_t>(promptY));
+    }
+    return boxes;
 }
 
 void QmIntroPage::Frame() {

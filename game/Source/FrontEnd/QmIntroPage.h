@@ -3,6 +3,7 @@
 // Enter), a left click or six seconds lead to the main menu; Escape there quits the game (the
 // coordinator's rule). The clock is injectable so the timeout can be tested.
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmTextBox.h"
 
 #include <cstdint>
 #include <functional>
@@ -26,6 +27,8 @@ public:
     void Relabel() override;
     // The timeout counts from now.
     void Restart();
+    // The prompt with the width of the page.
+    QmTextBoxes TextBoxes() const;
 
 private:
     std::function<int64_t()> clock;

@@ -116,6 +116,15 @@ void QmNoticeDialog::PanelBox(int32_t& left, int32_t& top, int32_t& w, int32_t& 
     top = screenHeight / 2 - 55 - bodyHeight / 2;
 }
 
+QmTextBoxes QmNoticeDialog::TextBoxes() const {
+    // The texts start at the left margin and must end inside the panel (a wrapped line's width
+    // counts the space it was broken at, so the right margin is not theirs to keep).
+    QmTextBoxes boxes = row ? RowTextBoxes(*row) : QmTextBoxes();
+    boxes.emplace_back(*title, width - kMargin, 35); // the title stands 35 pixels above the body
+    boxes.emplace_back(*body, width - kMargin, body->Height());
+    return boxes;
+}
+
 void QmNoticeDialog::Draw() {
     if (!visible || target == nullptr || !row) {
         return;

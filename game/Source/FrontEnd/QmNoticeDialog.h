@@ -6,6 +6,7 @@
 // Left and right (keys or pad) move between the buttons; Escape, the pad's B or A close it.
 #include "Form/VeButtonRow.h"
 #include "Form/VeButtonStyle.h"
+#include "FrontEnd/QmTextBox.h"
 #include "Screen/Text/VeText.h"
 #include "Screen/Text/VeTextStyle.h"
 
@@ -54,6 +55,8 @@ public:
     const VeText& Title() const { return *title; }
     const VeText& Body() const { return *body; }
     const VeButtonRow& Row() const { return *row; }
+    // The title and the body within the panel's margins, and the button labels in their buttons.
+    QmTextBoxes TextBoxes() const;
     // The panel's box on the screen (left, top, width, height).
     void PanelBox(int32_t& left, int32_t& top, int32_t& w, int32_t& h) const;
 

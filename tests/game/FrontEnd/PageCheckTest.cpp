@@ -1,8 +1,15 @@
-// Every menu page in each of the four languages: the picture against a stored one, and every
-// text laid out inside its box or button (no text runs over, none is cut).
+// Every menu page in each of the four languages (the intro, the main menu, the credits and a notice
+// too): the picture against a stored one, and every text laid out inside its box or button (no
+// text runs over, none is cut).
 #include "FrontEnd/Options/QmLanguage.h"
+#include "FrontEnd/Options/QmOptions.h"
+#include "FrontEnd/QmCreditsPage.h"
+#include "FrontEnd/QmFrontEnd.h"
+#include "FrontEnd/QmIntroPage.h"
 #include "FrontEnd/QmLoginPage.h"
 #include "FrontEnd/QmManagementPage.h"
+#include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/QmNoticeDialog.h"
 #include "FrontEnd/QmOptionsPage.h"
 #include "FrontEnd/QmPlayPage.h"
 #include "FrontEnd/QmRegistrationPage.h"
@@ -88,6 +95,38 @@ TEST_P(PageCheck, RulesPage) {
     QmRulesPage page;
     Run(page);
     Check(page, "rules");
+}
+
+TEST_P(PageCheck, IntroMainMenuCreditsAndADialog) {
+    coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
+    coordinator->blink = 1.0f;
+    QmMenuPages& pages = coordinator->FrontEnd().MenuPages();
+    pages.Relabel();
+    pages.SetPage(QmMenuPages::kIntro);
+    Run(pages);
+    EXPECT_TRUE(AllFit(coordinator->FrontEnd().Intro().TextBoxes()));
+    EXPECT_TRUE(MatchesStoredImage("frontend/intro-" + GetParam() + ".png", Picture(), 4, 0));
+
+    pages.SetPage(QmMenuPages::kMainMenu);
+    Run(pages);
+    EXPECT_TRUE(AllFit(RowTextBoxes(pages.MainRow())));
+    EXPECT_TRUE(MatchesStoredImage("frontend/main-menu-" + GetParam() + ".png", Picture(), 4, 0));
+
+    // The longest notice the menu shows: an update is available.
+    QmNoticeDialog& dialog = coordinator->FrontEnd().Dialog();
+    dialog.Show(QmNoticeDialog::kTwoButtons, true, 0, "",
+                coordinator->Language().GetLine(QmMenuPages::kUpdateAvailableLine),
+                coordinator->Language().GetLine(QmMenuPages::kUpdateTitleLine));
+    Run(pages);
+    EXPECT_TRUE(AllFit(dialog.TextBoxes()));
+    EXPECT_TRUE(MatchesStoredImage("frontend/dialog-" + GetParam() + ".png", Picture(), 4, 0));
+    dialog.Hide();
+
+    pages.SetPage(QmMenuPages::kCredits);
+    Run(pages);
+    ASSERT_NE(pages.CreditsPage(), nullptr);
+    EXPECT_TRUE(AllFit(pages.CreditsPage()->TextBoxes()));
+    EXPECT_TRUE(MatchesStoredImage("frontend/credits-" + GetParam() + ".png", Picture(), 4, 0));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, PageCheck, ::testing::Values("English", "Dutch", "French", "Norwegian"),

@@ -100,11 +100,11 @@ QmTextBoxes QmCreditsPage::TextBoxes() const {
     }
     // The list must end above the footer, which must end above the Back button.
     boxes.emplace_back(*footer, 640 - 2 * kListX, 540 - kFooterY - 8);
-    QmTextBox list;
-    list.text = "the credits list";
-    list.textHeight = y - kListY;
-    list.boxHeight = kFooterY - kListY;
-    boxes.push_back(list);
+    QmTextBox whole;
+    whole.text = "the credits list";
+    whole.textHeight = y - kListY;
+    whole.boxHeight = kFooterY - kListY;
+    boxes.push_back(whole);
     return boxes;
 }
 

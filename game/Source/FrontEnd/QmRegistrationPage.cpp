@@ -85,6 +85,11 @@ public:
         network->TakePageRequest();
         VaCoordinator* c = QmMenuPage::C();
         if (result == 2 && network->IsLoggedIn()) {
+            // The account exists: the next visit starts with an empty form, the password gone.
+            user->Clear();
+            password->Clear();
+            email->Clear();
+            agree->checked = false;
             form.SetStatus(0, QmAccountForm::kErrorColour);
             QmPageLinks::SetPage(QmMenuPages::kSharedMaps);
             return false;

@@ -55,7 +55,8 @@ public:
     const VeText& Title() const { return *title; }
     const VeText& Body() const { return *body; }
     const VeButtonRow& Row() const { return *row; }
-    // The title and the body within the panel's margins, and the button labels in their buttons.
+    // The title and the body from the left margin to the panel's edge, and the button labels in
+    // their buttons.
     QmTextBoxes TextBoxes() const;
     // The panel's box on the screen (left, top, width, height).
     void PanelBox(int32_t& left, int32_t& top, int32_t& w, int32_t& h) const;

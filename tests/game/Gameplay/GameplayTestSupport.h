@@ -23,36 +23,20 @@
 namespace gameplay_test {
 
 inline BlockId CellId(char c) {
-    switch (c) {
-    case '#':
-        return 2;
-    case '1':
-        return 1;
-    case 'S':
-        return Block::Start;
-    case 'F':
-        return Block::Finish;
-    case 'C':
-        return Block::Enemy;
-    case 'f':
-        return Block::Fire;
-    case 'U':
-        return Block::SpeedUp;
-    case 'J':
-        return Block::JumpImpulse;
-    case 'K':
-        return Block::RedGateKey;
-    case 'G':
-        return Block::RedGate;
-    case 'V':
-        return Block::FlipVision;
-    case 'D':
-        return Block::DiscoConfusion;
-    case 'd':
-        return Block::FirstDecoration;
-    default:
-        return Block::Blank;
+    // The specials' ids run on from Disco Confusion (246) to Start (255).
+    const size_t special = std::string("DGKVUJCfFS").find(c);
+    if (special != std::string::npos) {
+        return Block::DiscoConfusion + static_cast<BlockId>(special);
     }
+    return c == '#' ? 2 : c == '1' ? 1 : c == 'd' ? Block::FirstDecoration : Block::Blank;
+}
+
+// A 10 x 10 map with a solid bottom row: `above` are the rows just over the floor, the rest is air.
+inline std::vector<std::string> OnFloor(const std::vector<std::string>& above) {
+    std::vector<std::string> rows(9 - above.size(), std::string(10, '.'));
+    rows.insert(rows.end(), above.begin(), above.end());
+    rows.emplace_back(10, '#');
+    return rows;
 }
 
 // Fills the world from rows (row 0 on top) and notes the Start cell, as loading a map does.
@@ -179,6 +163,12 @@ public:
     }
     void GreyFrame() override { ++greyFrames; }
     void ReversePixelOrder() override { ++reversals; }
+    int BodyFrameCount() const override { return 4; }
+    void SetRacerFace(int dx, int dy, int frame) override {
+        eyeDX = dx;
+        eyeDY = dy;
+        bodyFrames.push_back(frame);
+    }
     const uint32_t* FireImage(int, int blockSize) override {
         return fire.empty() || static_cast<int>(std::sqrt(static_cast<double>(fire.size()))) != blockSize
                    ? nullptr
@@ -195,6 +185,9 @@ public:
     int badge = -2;
     int greyFrames = 0;
     int reversals = 0;
+    int eyeDX = 0;
+    int eyeDY = 0;
+    std::vector<int> bodyFrames;
     std::vector<uint32_t> fire;
 };
 
@@ -220,6 +213,13 @@ public:
         }
     }
     ArPlayer& Racer() { return *race->Racer(); }
+    // Steps the race's core `frames` times with one of the racer's keys held, as the input holds it.
+    void Hold(uint8_t ArPlayer::*key, int frames, float dt = 1.0f / 60.0f) {
+        for (int i = 0; i < frames; ++i) {
+            Racer().*key = 1;
+            race->CoreUpdate(dt);
+        }
+    }
 
     DrivenClock clock;
     QmCoreEnvironmentManager world;

@@ -2,7 +2,6 @@
 #include "Gameplay/QmOverlayRaceDrawer.h"
 
 #include "Screen/Surface/VeSurface.h"
-#include "game/Gameplay/Entities/FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // Cows: walking and turning at walls and at each other, mooing, freezing with a dead racer, and
 // killing the racer on contact, countdown or not.
-#include "FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,5 @@
 // The racer's movement against the grid: gravity and jumps on both grid sizes, walls, floors and
 // ceilings, and the block effects a racer (or the ghost) takes on its way.
-#include "FloorMap.h"
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -31,41 +30,33 @@ std::vector<std::string> Large(const std::vector<std::string>& rows) {
 } // namespace
 
 TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnes) {
+    struct Grid {
+        bool small;
+        float impulse;
+        float gravity;
+    };
     for (const float dt : {1.0f / 1000.0f, 1.0f / 60.0f}) {
-        RaceRig large(kFlat);
-        large.race->CoreUpdate(dt); // settle on the floor
-        large.race->running = 1;
-        const float start = large.Racer().y;
-        float top = start;
-        large.Racer().jumpHeld = 1;
-        large.race->CoreUpdate(dt);
-        EXPECT_EQ(large.Racer().inAir, 1);
-        for (int i = 0; i < static_cast<int>(1.5f / dt); ++i) {
-            large.race->CoreUpdate(dt);
-            top = std::min(top, large.Racer().y);
+        for (const Grid grid : {Grid{false, 534.0f, 1500.0f}, Grid{true, 267.0f, 750.0f}}) {
+            RaceRig rig(grid.small ? Large(kFlat) : kFlat);
+            rig.race->CoreUpdate(dt); // settle on the floor
+            rig.race->running = 1;
+            const float start = rig.Racer().y;
+            rig.Hold(&ArPlayer::jumpHeld, 1, dt);
+            EXPECT_EQ(rig.Racer().inAir, 1);
+            EXPECT_FLOAT_EQ(rig.Racer().verticalSpeed, -grid.impulse + grid.gravity * dt);
+            float top = start;
+            for (int i = 0; i < static_cast<int>(1.5f / dt); ++i) {
+                rig.race->CoreUpdate(dt);
+                top = std::min(top, rig.Racer().y);
+            }
+            // The exact rise (534^2 / (2 x 1500) = 95.05 on large cells) less about half a frame's travel.
+            const float rise = grid.impulse * grid.impulse / (2.0f * grid.gravity);
+            EXPECT_NEAR(start - top, rise - grid.impulse * dt / 2.0f, 0.5f) << "dt " << dt;
+            EXPECT_EQ(rig.audio.Count("Jump"), 1);
+            EXPECT_FLOAT_EQ(rig.Racer().y, start) << "lands back on the floor";
+            EXPECT_EQ(rig.Racer().inAir, 0);
+            EXPECT_EQ(rig.Racer().gravity, grid.gravity);
         }
-        // The exact rise of 534^2 / (2 x 1500) = 95.05 less about half a frame's travel.
-        EXPECT_NEAR(start - top, 95.05f - 534.0f * dt / 2.0f, 0.5f) << "dt " << dt;
-        EXPECT_EQ(large.audio.Count("Jump"), 1);
-        EXPECT_FLOAT_EQ(large.Racer().y, start) << "lands back on the floor";
-        EXPECT_EQ(large.Racer().inAir, 0);
-        EXPECT_EQ(large.Racer().gravity, 1500.0f);
-
-        RaceRig small(Large(kFlat));
-        ASSERT_EQ(small.world.blockSize, 32);
-        small.race->CoreUpdate(dt);
-        small.race->running = 1;
-        const float smallStart = small.Racer().y;
-        float smallTop = smallStart;
-        small.Racer().jumpHeld = 1;
-        small.race->CoreUpdate(dt);
-        EXPECT_FLOAT_EQ(small.Racer().verticalSpeed, -267.0f + 750.0f * dt);
-        for (int i = 0; i < static_cast<int>(1.5f / dt); ++i) {
-            small.race->CoreUpdate(dt);
-            smallTop = std::min(smallTop, small.Racer().y);
-        }
-        EXPECT_NEAR(smallStart - smallTop, 47.53f - 267.0f * dt / 2.0f, 0.5f) << "dt " << dt;
-        EXPECT_EQ(small.Racer().gravity, 750.0f);
     }
 }
 
@@ -73,20 +64,15 @@ TEST(ArEntityTest, JumpNeedsTheGroundAndAStillVerticalSpeed) {
     RaceRig rig(kFlat);
     rig.race->running = 1;
     rig.race->CoreUpdate(1.0f / 60.0f);
-    rig.Racer().jumpHeld = 1;
-    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Hold(&ArPlayer::jumpHeld, 1);
     ASSERT_EQ(rig.audio.Count("Jump"), 1);
-    // Holding jump in the air does nothing until the racer has landed.
-    for (int i = 0; i < 20; ++i) {
-        rig.Racer().jumpHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
-    EXPECT_EQ(rig.audio.Count("Jump"), 1);
+    rig.Hold(&ArPlayer::jumpHeld, 20);
+    EXPECT_EQ(rig.audio.Count("Jump"), 1)
+        << "holding jump in the air does nothing until the racer has landed";
     // Before the race runs a racer neither jumps nor walks.
     RaceRig waiting(kFlat);
     waiting.Racer().jumpHeld = 1;
-    waiting.Racer().rightHeld = 1;
-    waiting.race->CoreUpdate(1.0f / 60.0f);
+    waiting.Hold(&ArPlayer::rightHeld, 1);
     EXPECT_EQ(waiting.audio.Count("Jump"), 0);
     EXPECT_FLOAT_EQ(waiting.Racer().x, 0.0f);
 }
@@ -116,36 +102,21 @@ TEST(ArEntityTest, AFallingRacerNeverPassesAOneCellFloorEvenAtOneFramePerSecond)
 TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
     RaceRig rig(OnFloor({"S..#......"}));
     rig.race->running = 1;
-    for (int i = 0; i < 90; ++i) {
-        rig.Racer().rightHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
+    rig.Hold(&ArPlayer::rightHeld, 90);
     EXPECT_FLOAT_EQ(rig.Racer().x, 128.0f);
     EXPECT_EQ(rig.Racer().horizontalContact, 1);
     EXPECT_FLOAT_EQ(rig.Racer().movedX, 0.0f);
     EXPECT_EQ(rig.audio.Count("Hit"), 1);
     // Walking away clears the contact; coming back plays it again.
-    for (int i = 0; i < 10; ++i) {
-        rig.Racer().leftHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
+    rig.Hold(&ArPlayer::leftHeld, 10);
     EXPECT_EQ(rig.Racer().horizontalContact, 0);
-    for (int i = 0; i < 30; ++i) {
-        rig.Racer().rightHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
+    rig.Hold(&ArPlayer::rightHeld, 30);
     EXPECT_EQ(rig.audio.Count("Hit"), 2);
     // The play-field border is a wall too.
     RaceRig border(kFlat);
     border.race->running = 1;
-    for (int i = 0; i < 5; ++i) {
-        border.Racer().rightHeld = 1;
-        border.race->CoreUpdate(1.0f / 60.0f);
-    }
-    for (int i = 0; i < 10; ++i) {
-        border.Racer().leftHeld = 1;
-        border.race->CoreUpdate(1.0f / 60.0f);
-    }
+    border.Hold(&ArPlayer::rightHeld, 5);
+    border.Hold(&ArPlayer::leftHeld, 10);
     EXPECT_FLOAT_EQ(border.Racer().x, 0.0f);
     EXPECT_EQ(border.audio.Count("Hit"), 1);
 }
@@ -154,11 +125,9 @@ TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
     RaceRig rig(OnFloor({"##########", "..........", "S........."}));
     rig.race->running = 1;
     rig.race->CoreUpdate(1.0f / 60.0f);
-    rig.Racer().jumpHeld = 1;
-    int frame = 0;
-    while (rig.audio.Count("RoofHit") == 0 && frame < 60) {
+    rig.Hold(&ArPlayer::jumpHeld, 1);
+    for (int frame = 0; rig.audio.Count("RoofHit") == 0 && frame < 60; ++frame) {
         rig.race->CoreUpdate(1.0f / 60.0f);
-        ++frame;
     }
     ASSERT_EQ(rig.audio.Count("RoofHit"), 1);
     EXPECT_LT(rig.Racer().verticalSpeed, 0.0f) << "the upward speed stays";
@@ -179,16 +148,14 @@ TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
     rig.race->CoreUpdate(1.0f / 60.0f);
     rig.race->running = 1;
     rig.Racer().x = 150.0f; // one step away from straddling both pickups
-    rig.Racer().rightHeld = 1;
-    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Hold(&ArPlayer::rightHeld, 1);
     EXPECT_EQ(rig.world.GetBlock(2, 8), Block::Blank);
     EXPECT_EQ(rig.world.GetBlock(3, 8), Block::Blank);
     EXPECT_EQ(rig.audio.Count("SpeedUp"), 2);
     EXPECT_FLOAT_EQ(rig.Racer().speed, 600.0f);
     // A speed-up is set, not multiplied: the racer now covers 10 pixels per 60th of a second.
     const float before = rig.Racer().x;
-    rig.Racer().rightHeld = 1;
-    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Hold(&ArPlayer::rightHeld, 1);
     EXPECT_NEAR(rig.Racer().x - before, 10.0f, 0.001f);
 }
 
@@ -245,10 +212,7 @@ TEST(ArEntityTest, TheGhostOpensGatesOnlyForItselfAndLeavesTheMapAlone) {
     EXPECT_EQ(rig.audio.sounds.size(), 0u) << "the ghost is silent";
     // The steered racer meets the gate as a wall although the ghost opened it.
     racer.x = 128.0f;
-    for (int i = 0; i < 60; ++i) {
-        racer.rightHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
+    rig.Hold(&ArPlayer::rightHeld, 60);
     EXPECT_FLOAT_EQ(racer.x, 192.0f);
     EXPECT_EQ(rig.world.GetBlock(4, 8), Block::RedGate);
 }
@@ -313,10 +277,7 @@ TEST(ArEntityTest, FireKillsOnlyWhereItsImageIsNotTheColourKey) {
         RaceRig rig(rows);
         rig.drawer.fire.assign(64 * 64, 0xFFFF00FFu);
         rig.race->running = 1;
-        for (int i = 0; i < 80; ++i) {
-            rig.Racer().rightHeld = 1;
-            rig.race->CoreUpdate(1.0f / 60.0f);
-        }
+        rig.Hold(&ArPlayer::rightHeld, 80);
         EXPECT_GT(rig.Racer().x, 300.0f);
         EXPECT_EQ(rig.Racer().active, 1);
     }

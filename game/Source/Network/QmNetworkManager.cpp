@@ -3,12 +3,10 @@
 #include "Network/NePacket.h"
 #include "Network/NePacketManager.h"
 #include "Network/NeSocket.h"
-#include "Network/QmSha256.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
-
-#include <curl/curl.h>
+#include "Platform/VeUrlTransfer.h"
 
 #include <algorithm>
 #include <atomic>
@@ -29,6 +27,7 @@ constexpr int32_t kCannotReach = 165;
 constexpr int32_t kShared = 178;
 constexpr int32_t kListChanged = 179;
 constexpr int32_t kUnprotected = 209;
+constexpr int32_t kCertificateRefused = 218;
 // Frames with nothing left to pack after the service closed the connection before its answer is
 // called incomplete.
 constexpr int32_t kQuietFrames = 20;
@@ -37,74 +36,22 @@ bool StartsWith(const std::string& text, const std::string& prefix) {
     return text.compare(0, prefix.size(), prefix) == 0;
 }
 
-struct Sink {
-    const std::atomic<bool>* cancel = nullptr;
-    std::string* memory = nullptr;
-    std::ofstream* file = nullptr;
-    int64_t written = 0;
-    int64_t limit = 0;
-};
-
-size_t Write(char* data, size_t size, size_t count, void* target) {
-    Sink& sink = *static_cast<Sink*>(target);
-    const size_t bytes = size * count;
-    sink.written += static_cast<int64_t>(bytes);
-    if (sink.written > sink.limit) {
-        return 0; // too long: the transfer stops
-    }
-    if (sink.memory != nullptr) {
-        sink.memory->append(data, bytes);
-    } else {
-        sink.file->write(data, static_cast<std::streamsize>(bytes));
-    }
-    return bytes;
+// The engine's transfer settings for the service and its files: the extra authorities named by
+// QUILLMAZE_CA_FILE, if any.
+VeUrlTransfer::Options TransferOptions(int64_t maxBytes, const std::atomic<bool>* cancel) {
+    VeUrlTransfer::Options options;
+    options.maxBytes = maxBytes;
+    options.cancel = cancel;
+    options.caFile = QmNetworkManager::ChooseCaFile();
+    return options;
 }
 
-int Progress(void* target, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-    const Sink& sink = *static_cast<const Sink*>(target);
-    return sink.cancel != nullptr && sink.cancel->load() ? 1 : 0; // non-zero ends the transfer
-}
-
-bool Transfer(const std::string& url, Sink& sink) {
-    static const bool initialised = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    CURL* curl = initialised ? curl_easy_init() : nullptr;
-    if (curl == nullptr) {
-        Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
-        return false;
+void LogTransfer(const std::string& url, VeUrlTransfer::Result result) {
+    if (result == VeUrlTransfer::Result::Ok) {
+        return;
     }
-    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, Write);
-    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &sink);
-    curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
-    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, 5L);
-    curl_easy_setopt(curl, CURLOPT_TIMEOUT, 30L);
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(curl, CURLOPT_XFERINFOFUNCTION, Progress);
-    curl_easy_setopt(curl, CURLOPT_XFERINFODATA, &sink);
-    curl_easy_setopt(curl, CURLOPT_NOPROGRESS, 0L);
-    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
-    const CURLcode code = curl_easy_perform(curl);
-    curl_easy_cleanup(curl);
-    switch (code) {
-    case CURLE_OK:
-        Log("Update Download Status: %s\n", "Download OK");
-        return true;
-    case CURLE_OUT_OF_MEMORY:
-        Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
-        return false;
-    case CURLE_URL_MALFORMAT:
-    case CURLE_UNSUPPORTED_PROTOCOL:
-        Log("Update Download Status: %s\n", "URL is invalid");
-        return false;
-    case CURLE_COULDNT_CONNECT:
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_HTTP_RETURNED_ERROR:
-        Log("Update Download Status: %s\n", "Website offline");
-        return false;
-    default:
-        Log("Update Download Status: Other error: %s\n", curl_easy_strerror(code));
-        return false;
-    }
+    Log("Fetching %s failed: %s (%s).\n", url.c_str(), VeUrlTransfer::Describe(result),
+        VeUrlTransfer::LastDetail().c_str());
 }
 } // namespace
 
@@ -130,10 +77,10 @@ bool QmNetworkManager::SetService(const std::string& url) {
     if (StartsWith(url, "http://")) {
         rest = url.substr(7);
     } else if (StartsWith(url, "https://")) {
-        Log("Service address '%s': https is not supported by this build; use http.\n", url.c_str());
-        return false;
+        rest = url.substr(8);
+        isSecure = true;
     } else {
-        Log("Service address '%s' is not an http:// address.\n", url.c_str());
+        Log("Service address '%s' is neither an http:// nor an https:// address.\n", url.c_str());
         return false;
     }
     rest = rest.substr(0, rest.find('/'));
@@ -160,6 +107,11 @@ bool QmNetworkManager::SetService(const std::string& url) {
     return true;
 }
 
+std::string QmNetworkManager::ChooseCaFile() {
+    const char* environment = std::getenv("QUILLMAZE_CA_FILE");
+    return environment != nullptr ? environment : "";
+}
+
 std::string QmNetworkManager::BaseUrl() const {
     return std::string(secure ? "https://" : "http://") + host + ":" + std::to_string(port);
 }
@@ -180,6 +132,9 @@ bool QmNetworkManager::Start() {
     loginPending = false;
     firstFrame = true;
     response.clear();
+    if (secure) {
+        return true; // each request makes its own connection when it goes out
+    }
     Configure(NeSocket::Tcp, host, port);
     SetTimeout(0);
     SetKeepAliveInterval(0);
@@ -188,6 +143,9 @@ bool QmNetworkManager::Start() {
 
 bool QmNetworkManager::Restart() {
     // A restart opens the next request's connection; the account stays logged in.
+    if (secure) {
+        return true;
+    }
     const bool wasLoggedIn = loggedIn;
     NeClientNetworkManager::Shutdown();
     firstFrame = false;
@@ -199,21 +157,32 @@ bool QmNetworkManager::Restart() {
 }
 
 void QmNetworkManager::Shutdown() {
+    secureRequest.Stop();
     NeClientNetworkManager::Shutdown();
 }
 
-void QmNetworkManager::QueueRequest(const std::string& text) {
-    queue.push_back(text);
-    if (!outstanding) {
+void QmNetworkManager::QueueRequest(Request request) {
+    queue.push_back(std::move(request));
+    if (!outstanding && !secure) {
         Restart();
     }
+}
+
+std::string QmNetworkManager::RawRequest(const Request& request) const {
+    std::string text = std::string(request.contentType.empty() ? "GET " : "POST ") + request.path +
+                       " HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) + "\r\n";
+    if (!request.contentType.empty()) {
+        text += "Content-Type: " + request.contentType +
+                "\r\nContent-Length: " + std::to_string(request.body.size()) + "\r\n";
+    }
+    return text + "Connection: close\r\n\r\n" + request.body;
 }
 
 void QmNetworkManager::FlushQueue() {
     if (outstanding || queue.empty()) {
         return;
     }
-    const std::string request = queue.front();
+    const std::string request = RawRequest(queue.front());
     queue.pop_front();
     outstanding = true;
     quietFrames = 0;
@@ -227,7 +196,7 @@ void QmNetworkManager::FlushQueue() {
 void QmNetworkManager::EndRequest() {
     outstanding = false;
     response.clear();
-    if (!queue.empty()) {
+    if (!queue.empty() && !secure) {
         Restart();
     }
 }
@@ -247,6 +216,10 @@ void QmNetworkManager::Fail(int32_t textLine) {
 
 void QmNetworkManager::Update() {
     CollectDownloads();
+    if (secure) {
+        UpdateSecure();
+        return;
+    }
     if (TakeConnectFailed()) {
         if (outstanding || !queue.empty()) {
             Fail(kCannotReach);
@@ -259,8 +232,7 @@ void QmNetworkManager::Update() {
     }
     SetIdle(false);
     if (firstFrame && autoUpdates && queue.empty() && !outstanding) {
-        queue.push_back("GET /quillmaze HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
-                        "\r\nConnection: close\r\n\r\n");
+        queue.push_back({"/quillmaze", "", ""});
     }
     firstFrame = false;
     FlushQueue();
@@ -306,10 +278,69 @@ void QmNetworkManager::Update() {
     }
 }
 
+void QmNetworkManager::UpdateSecure() {
+    if (firstFrame && autoUpdates && queue.empty() && !outstanding) {
+        queue.push_back({"/quillmaze", "", ""});
+    }
+    firstFrame = false;
+    VeUrlTransfer::Result result = VeUrlTransfer::Result::Failed;
+    std::string answer;
+    if (outstanding && secureRequest.Poll(result, answer)) {
+        TakeSecureAnswer(result, answer);
+    }
+    if (outstanding || queue.empty()) {
+        return;
+    }
+    const Request request = std::move(queue.front());
+    queue.pop_front();
+    VeUrlTransfer::Options options;
+    options.maxBytes = static_cast<int64_t>(NeSocket::kBufferLimit);
+    options.caFile = ChooseCaFile();
+    options.totalTimeoutMs = std::max<int64_t>(answerTimeout, 0);
+    if (answerTimeout > 0) {
+        options.connectTimeoutMs = std::min(options.connectTimeoutMs, answerTimeout);
+    }
+    outstanding = secureRequest.Start(BaseUrl() + request.path, request.contentType, request.body, options);
+    sentAt = GetTimeMs();
+}
+
+void QmNetworkManager::TakeSecureAnswer(VeUrlTransfer::Result result, const std::string& answer) {
+    using Result = VeUrlTransfer::Result;
+    if (result != Result::Ok) {
+        Log("The service at %s: %s (%s).\n", BaseUrl().c_str(), VeUrlTransfer::Describe(result),
+            VeUrlTransfer::LastDetail().c_str());
+    }
+    std::string buffer = answer;
+    std::string message;
+    switch (result) {
+    case Result::Ok:
+        if (!QmServiceAnswer::Extract(buffer, message)) {
+            Log("The service's answer carries no message.\n");
+            Fail(kSomethingWrong);
+            return;
+        }
+        Log("\nMessage from server:\n%s\n", message.c_str());
+        HandleAnswer(message);
+        EndRequest();
+        return;
+    case Result::Unreachable:
+    case Result::TimedOut:
+        Fail(kCannotReach);
+        return;
+    case Result::Certificate:
+        Fail(kCertificateRefused);
+        return;
+    case Result::Cancelled:
+        EndRequest();
+        return;
+    default:
+        Fail(kSomethingWrong);
+        return;
+    }
+}
+
 void QmNetworkManager::PostForm(const std::string& body) {
-    QueueRequest("POST / HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
-                 "\r\nContent-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
-                 std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body);
+    QueueRequest({"/", "application/x-www-form-urlencoded", body});
 }
 
 bool QmNetworkManager::RefusePassword() {
@@ -439,10 +470,7 @@ void QmNetworkManager::PostMap(const QmMapUpload& map) {
     if (!readable) {
         Log("The map file '%s' or its score file cannot be read.\n", mapFile.c_str());
     }
-    QueueRequest("POST / HTTP/1.1\r\nHost: " + host + ":" + std::to_string(port) +
-                 "\r\nContent-Length: " + std::to_string(body.size()) +
-                 "\r\nConnection: close\r\nContent-Type: multipart/form-data; boundary=" +
-                 std::string(kBoundary).substr(2) + "\r\n\r\n" + body);
+    QueueRequest({"/", "multipart/form-data; boundary=" + std::string(kBoundary).substr(2), body});
 }
 
 void QmNetworkManager::HandleLogin(const QmServiceAnswer& answer, const std::string& name) {
@@ -602,61 +630,15 @@ void QmNetworkManager::CollectDownloads() {
 
 bool QmNetworkManager::Download(const std::string& url, const std::string& path, int64_t maxBytes,
                                 const std::atomic<bool>* cancel) {
-    const std::string partial = path + ".part";
-    bool ok = false;
-    {
-        std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            Log("Update Download Status: %s\n", "Buffer length invalid, or insufficient memory");
-            return false;
-        }
-        Sink sink;
-        sink.file = &out;
-        sink.limit = maxBytes;
-        sink.cancel = cancel;
-        ok = Transfer(url, sink) && out.good();
-    }
-    std::error_code error;
-    if (ok) {
-        std::filesystem::rename(partial, path, error);
-        ok = !error;
-    }
-    if (!ok) {
-        std::filesystem::remove(partial, error);
-    }
-    return ok;
+    const VeUrlTransfer::Result result = VeUrlTransfer::GetFile(url, path, TransferOptions(maxBytes, cancel));
+    LogTransfer(url, result);
+    return result == VeUrlTransfer::Result::Ok;
 }
 
 bool QmNetworkManager::Fetch(const std::string& url, std::string& body, int64_t maxBytes) {
-    body.clear();
-    Sink sink;
-    sink.memory = &body;
-    sink.limit = maxBytes;
-    return Transfer(url, sink);
-}
-
-std::string QmNetworkManager::DownloadUpdate() {
-    const std::string path = GetGameFolder() + "/quillmaze-update.tar.gz";
-    std::string digest;
-    if (!Fetch(BaseUrl() + "/files/quillmaze-update.sha256", digest, 4096) ||
-        !Download(BaseUrl() + "/files/quillmaze-update.tar.gz", path, 512LL << 20)) {
-        notices.push_back({kInformation, kCannotReach, ""});
-        return "";
-    }
-    digest = digest.substr(0, digest.find_first_of(" \t\r\n"));
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream bytes;
-    bytes << in.rdbuf();
-    if (QmSha256::Hex(bytes.str()) != digest) {
-        Log("The update package does not match its published SHA-256: removed.\n");
-        std::error_code error;
-        std::filesystem::remove(path, error);
-        notices.push_back({kInformation, kSomethingWrong, ""});
-        return "";
-    }
-    Log("The update package is at %s. Unpack it into a new folder and start the game from there.\n",
-        path.c_str());
-    return path;
+    const VeUrlTransfer::Result result = VeUrlTransfer::Get(url, body, TransferOptions(maxBytes, nullptr));
+    LogTransfer(url, result);
+    return result == VeUrlTransfer::Result::Ok;
 }
 
 bool QmNetworkManager::TakeUpdateAvailable() {

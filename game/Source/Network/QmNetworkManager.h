@@ -1,16 +1,19 @@
 #pragma once
 // The game's client of its web service: the version check, login and registration, the players
 // who share maps, one player's maps (downloaded into the cache), upload, delete and reorder of the
-// player's own shared maps. Every request is one HTTP/1.1 request on a fresh connection of the
-// connection layer; the answer ends at "[HP&]" and carries "[HP]", a command word and its result.
-// Requests go out one at a time: the next waits for the answer to the one before.
-// Everything runs on the main thread in Update except the connection layer's jobs and the
-// downloads of a player's shared maps into the cache (a job of their own; Update collects them). What the
-// pages show comes from the getters and from TakeNotices (language line numbers and an action text). A
-// password never goes in clear text to a host outside loopback and private networks.
+// player's own shared maps. Every request is one HTTP/1.1 request on a fresh connection: of the
+// connection layer for an http:// service, of the engine's URL transfers (TLS with certificate
+// checks) on a worker job for an https:// one. The answer ends at "[HP&]" and carries "[HP]", a
+// command word and its result, at most 64 KB. Requests go out one at a time: the next waits for
+// the answer to the one before. Everything runs on the main thread in Update except those jobs and
+// the downloads of a player's shared maps into the cache (a job of their own; Update collects
+// them). What the pages show comes from the getters and from TakeNotices (language line numbers
+// and an action text). A password never goes in clear text to a host outside loopback and
+// private networks.
 #include "Network/NeClientNetworkManager.h"
 #include "Network/QmMapDownloads.h"
 #include "Network/QmServiceAnswer.h"
+#include "Network/QmServiceRequest.h"
 
 #include <atomic>
 #include <cstdint>
@@ -76,9 +79,9 @@ public:
                          const std::atomic<bool>* cancel = nullptr);
     // Fetches a URL into memory, at most maxBytes.
     static bool Fetch(const std::string& url, std::string& body, int64_t maxBytes = 1 << 16);
-    // The update package into the game folder, checked against its published SHA-256. Returns the
-    // package's path, or an empty text (with a notice) when it could not be fetched or did not match.
-    std::string DownloadUpdate();
+    // The extra bundle of trusted certificate authorities for https: QUILLMAZE_CA_FILE, else none
+    // (the system's authorities are always trusted).
+    static std::string ChooseCaFile();
 
     bool IsLoggedIn() const { return loggedIn; }
     int32_t GetUserId() const { return userId; }
@@ -87,6 +90,8 @@ public:
     // True while a request is out and unanswered or maps are being downloaded (the pages show a
     // waiting line).
     bool IsWaiting() const { return outstanding || !queue.empty() || downloads.Running(); }
+    // True when the service is reached over https.
+    bool IsSecure() const { return secure; }
     bool IsDownloading() const { return downloads.Running(); }
     // The name of the account logged in (as typed at the login or registration).
     const std::string& GetUserName() const { return userName; }
@@ -105,7 +110,16 @@ public:
     int64_t GetPreviousTime() const { return previousTime; }
 
 private:
-    void QueueRequest(const std::string& text);
+    struct Request {
+        std::string path = "/";
+        std::string contentType; // empty: a GET
+        std::string body;
+    };
+
+    void QueueRequest(Request request);
+    std::string RawRequest(const Request& request) const;
+    void UpdateSecure();
+    void TakeSecureAnswer(VeUrlTransfer::Result result, const std::string& answer);
     void FlushQueue();
     void PostForm(const std::string& body);
     std::string Multipart(const std::map<std::string, std::string>& fields,
@@ -138,7 +152,8 @@ private:
     int32_t movedSlot = 0;   // the slot of the last move asked for
     std::string loginName, loginPassword;
     std::string registerName, registerPassword, registerEmail;
-    std::deque<std::string> queue;
+    std::deque<Request> queue;
+    QmServiceRequest secureRequest;
     bool outstanding = false;
     int64_t sentAt = 0;
     int32_t quietFrames = 0;

@@ -77,29 +77,23 @@ TEST_F(VeInputTest, RepeatThresholdsAreStrictAndAdjustable) {
     EXPECT_EQ(PressTimes(VeKey::A, 2000, 2600, 50), std::vector<int64_t>({2000, 2550, 2600}));
 }
 
-TEST_F(VeInputTest, KeyHeldAcrossResetIsPressedAgainAndRepeatsNormally) {
+TEST_F(VeInputTest, KeyHeldAcrossResetOrWindowActivationIsPressedAgainAndRepeatsNormally) {
     devices.keys[VeKey::Left] = 1;
     EXPECT_TRUE(FramePressed(VeKey::Left));
     input->Reset();
     EXPECT_FALSE(input->held[VeKey::Left]);
-    EXPECT_TRUE(input->repeatBlocked[VeKey::Left]);
     now = 1100;
     EXPECT_TRUE(FramePressed(VeKey::Left));
-    EXPECT_FALSE(input->repeatBlocked[VeKey::Left]);
     now = 1400;
     EXPECT_FALSE(FramePressed(VeKey::Left));
     now = 1401;
     EXPECT_TRUE(FramePressed(VeKey::Left));
-}
 
-TEST_F(VeInputTest, WindowActivationResetsLikeReset) {
-    devices.keys[VeKey::Return] = 1;
-    EXPECT_TRUE(FramePressed(VeKey::Return));
-    now = 1050;
-    EXPECT_FALSE(FramePressed(VeKey::Return));
     devices.queue.push_back({VeInputEvent::WindowActivated, now, 0});
-    now = 1100;
-    EXPECT_TRUE(FramePressed(VeKey::Return));
+    now = 1450;
+    EXPECT_TRUE(FramePressed(VeKey::Left)) << "an activation resets like Reset";
+    now = 1750;
+    EXPECT_FALSE(FramePressed(VeKey::Left)) << "and the long delay starts again";
 }
 
 TEST_F(VeInputTest, BlockRepeatsSilencesHeldKeysUntilPressedAgain) {

@@ -1,35 +1,25 @@
 #include "Input/VeInput.h"
 
 #include "Input/GamePad.h"
-#include "Platform/VeLog.h"
-#include "Screen/VeScreen.h"
+#include "engine/Screen/ScreenTestSupport.h"
 
 #include <SDL.h>
 #include <algorithm>
-#include <filesystem>
-#include <gtest/gtest.h>
 
 // The input state on a real window: the system's event queue, the mouse mapped through the
 // screen's letterboxing, and the process's game pad reader.
 namespace {
-class VeSdlInputTest : public ::testing::Test {
+class VeSdlInputTest : public ScreenTestBase {
 protected:
     void SetUp() override {
-        previousFolder = std::filesystem::current_path();
-        std::filesystem::current_path(QM_SOURCE_DIR);
-        previousSink = SetLogSink([](const std::string&) {});
-        VeScreen::ForceSoftwarePath(true);
-        screen = std::make_unique<VeScreen>(640, 640, false, false, true, "", "");
-        screen->SetFramePacing(false);
+        ScreenTestBase::SetUp();
+        OpenScreen(true);
         input = std::make_unique<VeInput>(screen.get());
         screen->input = input.get();
     }
     void TearDown() override {
         input.reset();
-        screen.reset();
-        VeScreen::ForceSoftwarePath(false);
-        SetLogSink(previousSink);
-        std::filesystem::current_path(previousFolder);
+        ScreenTestBase::TearDown();
     }
 
     void Push(Uint32 type, Uint8 windowEvent = 0, Sint32 wheelY = 0) {
@@ -47,12 +37,7 @@ protected:
         ASSERT_EQ(SDL_PushEvent(&event), 1);
     }
 
-    std::unique_ptr<VeScreen> screen;
     std::unique_ptr<VeInput> input;
-
-private:
-    std::filesystem::path previousFolder;
-    VeLogSink previousSink;
 };
 } // namespace
 

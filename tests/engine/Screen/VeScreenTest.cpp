@@ -57,33 +57,25 @@ TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
     s.greyScale = true;
     ScreenshotImage grey = PresentAndRead();
     EXPECT_TRUE(MatchesStoredImage("screen/grey.png", grey, 3));
+
+    // Display sizes outside 0 to 1 show all or nothing.
+    DrawKnownOverlay(s.overlay);
+    s.greyScale = false;
+    s.screenDisplaySize = 2.0f;
+    ScreenshotImage all = PresentAndRead();
+    EXPECT_EQ(all.At(320, 20), 0x1678D6u);
+    EXPECT_EQ(all.At(320, 630), 0xE6D514u) << "the bottom rows stay in place";
+    DrawKnownOverlay(s.overlay);
+    s.screenDisplaySize = 0.0f;
+    ScreenshotImage none = PresentAndRead();
+    EXPECT_EQ(none.At(320, 20), 0x000000u);
+    EXPECT_EQ(none.At(320, 630), 0x000000u);
 }
 
 INSTANTIATE_TEST_SUITE_P(BothPaths, VeScreenPathTest, ::testing::Values(false, true),
                          [](const ::testing::TestParamInfo<bool>& info) {
                              return info.param ? std::string("Software") : std::string("OpenGL");
                          });
-
-TEST_F(ScreenTestBase, FrameRateTextIsHandedToTheDrawerInTheColoursOfTheVsyncState) {
-    VeScreen& s = OpenScreen(false);
-    std::vector<VeFpsText> asked;
-    s.SetFpsTextDrawer([&](VeSurface& overlay, const VeFpsText& text) {
-        EXPECT_EQ(&overlay, &s.overlay);
-        asked.push_back(text);
-    });
-    s.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x111111}, 1.0f / 60.0f);
-    s.SetFpsDisplay(false, {1, 2, 3, 4}, 1.0f / 50.0f);
-    EXPECT_EQ(s.frameRate.fps, 50) << "switching off restarts the measure from this frame";
-    PresentAndRead();
-    EXPECT_TRUE(asked.empty());
-
-    s.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x111111}, 1.0f / 60.0f);
-    PresentAndRead();
-    ASSERT_EQ(asked.size(), 1u);
-    EXPECT_EQ(asked[0].text, std::string(s.vsync ? "VSYNC + " : "") + "FPS: 50");
-    EXPECT_EQ(asked[0].colour, s.vsync ? 0x00FF00u : 0xFF0000u);
-    EXPECT_EQ(asked[0].secondColour, s.vsync ? 0x111111u : 0x000000u);
-}
 
 TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchronised) {
     VeScreen& gl = OpenScreen(false);
@@ -252,19 +244,4 @@ TEST_P(VeScreenPathTest, AWiderWindowLetterboxesTheLogicalScreen) {
     EXPECT_EQ(shot.At(897, 797), 0xFFFFFFu);
     EXPECT_EQ(shot.At(97, 400), 0x000000u);
     EXPECT_EQ(shot.At(903, 400), 0x000000u);
-}
-
-TEST_P(VeScreenPathTest, DisplaySizesOutsideZeroToOneShowAllOrNothing) {
-    VeScreen& s = OpenScreen(GetParam());
-    s.overlay.Fill(0x00FF00);
-    s.overlay.Rect(0, 600, 640, 40, 0xFF0000);
-    s.screenDisplaySize = 2.0f;
-    ScreenshotImage all = PresentAndRead();
-    EXPECT_EQ(all.At(320, 300), 0x00FF00u);
-    EXPECT_EQ(all.At(320, 620), 0xFF0000u) << "the bottom rows stay in place";
-
-    s.screenDisplaySize = 0.0f;
-    ScreenshotImage none = PresentAndRead();
-    EXPECT_EQ(none.At(320, 0), 0x000000u);
-    EXPECT_EQ(none.At(320, 620), 0x000000u);
 }

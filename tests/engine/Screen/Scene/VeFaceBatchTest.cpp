@@ -65,7 +65,10 @@ protected:
 
 TEST_F(VeFaceBatchTest, BatchedFacesAndSquaresLookLikeTheSharedGeometry) {
     const VeSurface face = Draw([&] { VeVertexBatches::DrawBlockFace(0, texture.get()); });
+    // Face 0 shows its texture upright: red, green / blue, white.
     EXPECT_EQ(face.GetXY(8, 8), 0xFFFF0000u);
+    EXPECT_EQ(face.GetXY(56, 8), 0xFF00FF00u);
+    EXPECT_EQ(face.GetXY(8, 56), 0xFF0000FFu);
     EXPECT_EQ(face.GetXY(56, 56), 0xFFFFFFFFu);
     VeFaceBatch batch;
     const VeSurface batchedFace = Draw([&] {

@@ -18,9 +18,9 @@ struct PngContent {
     int height = 1;
     int colourType = PNG_COLOR_TYPE_RGB;
     int bitDepth = 8;
-    std::vector<std::vector<uint8_t>> rows;
-    std::vector<png_color> palette;
-    std::vector<uint8_t> paletteAlpha;
+    std::vector<std::vector<uint8_t>> rows{};
+    std::vector<png_color> palette{};
+    std::vector<uint8_t> paletteAlpha{};
 };
 
 // Writes a PNG of any colour type with libpng, rows already packed as the type and depth need.
@@ -66,49 +66,39 @@ protected:
 
 } // namespace
 
-TEST_F(VePNGFileTest, RgbKeepsMagentaAsTheKeyTopRowFirst) {
-    PngContent content;
-    content.height = 2;
-    content.rows = {{255, 0, 255, 1, 2, 3}, {10, 20, 30, 255, 0, 254}};
-    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00FF00FF, 0x00010203, 0x000A141E, 0x00FF00FE}));
-}
-
-TEST_F(VePNGFileTest, RgbaDropsTheAlphaByte) {
-    PngContent content;
-    content.colourType = PNG_COLOR_TYPE_RGB_ALPHA;
-    content.rows = {{1, 2, 3, 0, 4, 5, 6, 200}};
-    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00010203, 0x00040506}));
-}
-
-TEST_F(VePNGFileTest, PaletteExpandsAndTransparentEntriesBecomeTheKey) {
-    PngContent content;
-    content.width = 3;
-    content.colourType = PNG_COLOR_TYPE_PALETTE;
-    content.palette = {{0, 0, 0}, {200, 100, 50}, {9, 8, 7}};
-    content.paletteAlpha = {0, 255, 255};
-    content.rows = {{2, 0, 1}};
-    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0x00090807, 0x00FF00FF, 0x00C86432}));
-}
-
-TEST_F(VePNGFileTest, GreyScalesOfEveryDepthBecomeRgb) {
-    PngContent low;
-    low.width = 4;
-    low.colourType = PNG_COLOR_TYPE_GRAY;
-    low.bitDepth = 2;
-    low.rows = {{0b00011011}};
-    EXPECT_EQ(LoadPixels(low), (std::vector<uint32_t>{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF}));
-
-    PngContent alpha;
-    alpha.colourType = PNG_COLOR_TYPE_GRAY_ALPHA;
-    alpha.rows = {{0x40, 255, 0x80, 10}};
-    EXPECT_EQ(LoadPixels(alpha), (std::vector<uint32_t>{0x404040, 0xFF00FF}));
-}
-
-TEST_F(VePNGFileTest, SixteenBitSamplesAreReducedToEight) {
-    PngContent content;
-    content.bitDepth = 16;
-    content.rows = {{0xFF, 0xFF, 0x00, 0x00, 0xFF, 0xFF, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}};
-    EXPECT_EQ(LoadPixels(content), (std::vector<uint32_t>{0xFF00FF, 0x12569A}));
+TEST_F(VePNGFileTest, EveryColourTypeAndDepthLoadsAsRgbTopRowFirst) {
+    struct Case {
+        const char* what;
+        PngContent content;
+        std::vector<uint32_t> expected;
+    };
+    const Case cases[] = {
+        {"RGB keeps magenta as the key",
+         {.height = 2, .rows = {{255, 0, 255, 1, 2, 3}, {10, 20, 30, 255, 0, 254}}},
+         {0xFF00FF, 0x010203, 0x0A141E, 0xFF00FE}},
+        {"RGBA drops the alpha byte",
+         {.colourType = PNG_COLOR_TYPE_RGB_ALPHA, .rows = {{1, 2, 3, 0, 4, 5, 6, 200}}},
+         {0x010203, 0x040506}},
+        {"transparent palette entries become the key",
+         {.width = 3,
+          .colourType = PNG_COLOR_TYPE_PALETTE,
+          .rows = {{2, 0, 1}},
+          .palette = {{0, 0, 0}, {200, 100, 50}, {9, 8, 7}},
+          .paletteAlpha = {0, 255, 255}},
+         {0x090807, 0xFF00FF, 0xC86432}},
+        {"two-bit grey",
+         {.width = 4, .colourType = PNG_COLOR_TYPE_GRAY, .bitDepth = 2, .rows = {{0b00011011}}},
+         {0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF}},
+        {"grey with alpha",
+         {.colourType = PNG_COLOR_TYPE_GRAY_ALPHA, .rows = {{0x40, 255, 0x80, 10}}},
+         {0x404040, 0xFF00FF}},
+        {"sixteen-bit samples are reduced to eight",
+         {.bitDepth = 16, .rows = {{0xFF, 0xFF, 0, 0, 0xFF, 0xFF, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC}}},
+         {0xFF00FF, 0x12569A}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(LoadPixels(c.content), c.expected) << c.what;
+    }
 }
 
 TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {

@@ -2,13 +2,10 @@
 
 #include "Screen/Text/VeGlyphs.h"
 
-#include "Screen/VeScreen.h"
 #include "Support/HaltCapture.h"
-#include "Support/LogCapture.h"
+#include "engine/Screen/ScreenTestSupport.h"
 
-#include <filesystem>
-
-#include <gtest/gtest.h>
+#include <array>
 
 namespace {
 // Size 1, weight 1: cells of 5 x 5 pixels.
@@ -307,48 +304,41 @@ TEST(VeTextTest, DrawsOntoSurfacesCentredAndOutlined) {
     EXPECT_EQ(outlined.GetXY(39, 0), 0x101010u);
 }
 
-TEST(VeTextTest, FrameRateDisplayIsDrawnByTheScreen) {
-    const std::filesystem::path previousFolder = std::filesystem::current_path();
-    std::filesystem::current_path(QM_SOURCE_DIR);
-    LogCapture quiet;
-    VeScreen::ForceSoftwarePath(true);
-    {
-        VeScreen screen(640, 640, false, false, true, "", "");
-        screen.SetFramePacing(false);
-        screen.SetFrameCapture(true);
-        screen.SetFpsTextDrawer(&VeText::DrawFpsText);
-        screen.SetFpsDisplay(true, {0xFF0000, 0x000000, 0x00FF00, 0x000000}, 1.0f / 60.0f);
+// The frame-rate display through the screen, which hands the text to the drawer only while it is on.
+TEST_F(ScreenTestBase, FrameRateDisplayIsDrawnByTheScreenInTheColoursOfTheVsyncState) {
+    VeScreen& screen = OpenScreen(true);
+    screen.SetFpsTextDrawer(&VeText::DrawFpsText);
+    const std::array<uint32_t, 4> colours = {0xFF0000, 0x000080, 0x00FF00, 0x000040};
+    screen.SetFpsDisplay(true, colours, 1.0f / 60.0f);
+    screen.SetFpsDisplay(false, colours, 1.0f / 50.0f);
+    EXPECT_EQ(screen.frameRate.fps, 50) << "switching off restarts the measure from this frame";
+    for (bool shown : {false, true}) {
+        screen.SetFpsDisplay(shown, colours, 1.0f / 50.0f);
         screen.overlay.Fill(0x404040);
-        screen.PrepareFrame();
-        screen.Present(1.0f / 60.0f);
-        std::vector<uint32_t> frame;
-        int32_t width = 0;
-        int32_t height = 0;
-        ASSERT_TRUE(screen.ReadLastFrame(frame, width, height));
-        ASSERT_EQ(width, 640);
+        const ScreenshotImage frame = PresentAndRead();
+        ASSERT_EQ(frame.width, 640);
         // The text at size 4, weight 4: cells of 21 pixels less one spacing, 20 high, centred on
-        // x 320 with its top at y 10, in the colour of the synchronisation state inside a black rim.
-        const std::string shown =
+        // x 320 with its top at y 10, in the colours of the synchronisation state.
+        const std::string text =
             std::string(screen.vsync ? "VSYNC + " : "") + "FPS: " + std::to_string(screen.frameRate.fps);
-        const uint32_t colour = screen.vsync ? 0x00FF00 : 0xFF0000;
-        const int32_t textWidth = static_cast<int32_t>(shown.size()) * 21 - 1;
+        const uint32_t colour = colours[screen.vsync ? 2 : 0];
+        const uint32_t rim = colours[screen.vsync ? 3 : 1];
+        const int32_t textWidth = static_cast<int32_t>(text.size()) * 21 - 1;
         const int32_t left = 320 - textWidth / 2;
-        int red = 0;
-        int black = 0;
+        int inked = 0;
+        int rimmed = 0;
         int outside = 0;
         for (int32_t y = 0; y < 60; ++y) {
             for (int32_t x = 0; x < 640; ++x) {
-                const uint32_t pixel = frame[static_cast<size_t>(y * width + x)] & 0xFFFFFF;
+                const uint32_t pixel = frame.At(x, y);
                 const bool inBox = x >= left - 1 && x <= left + textWidth && y >= 9 && y <= 30;
-                red += pixel == colour ? 1 : 0;
-                black += pixel == 0x000000 ? 1 : 0;
+                inked += pixel == colour ? 1 : 0;
+                rimmed += pixel == rim ? 1 : 0;
                 outside += (pixel != 0x404040 && !inBox) ? 1 : 0;
             }
         }
-        EXPECT_GT(red, 300);
-        EXPECT_GT(black, 100);
+        EXPECT_EQ(inked > 300, shown) << inked;
+        EXPECT_EQ(rimmed > 100, shown) << rimmed;
         EXPECT_EQ(outside, 0);
     }
-    VeScreen::ForceSoftwarePath(false);
-    std::filesystem::current_path(previousFolder);
 }

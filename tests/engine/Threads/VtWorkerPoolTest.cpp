@@ -76,49 +76,31 @@ struct BusyWorkers {
 };
 } // namespace
 
-TEST(VtWorkerPoolTest, NLoopingJobsRunTogetherAndAFurtherJobWaitsForAFreeWorker) {
-    constexpr int kThreads = 3;
-    VtWorkerPool pool(kThreads);
-    EXPECT_EQ(VtWorkerPool::Current(), &pool);
-    BusyWorkers busy(pool, kThreads);
-    ASSERT_TRUE(Eventually([&] { return busy.active.load() == kThreads; }));
-
-    CountingJob extra;
-    pool.AddJob(&extra);
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_EQ(extra.GetState(), VtJob::Queued);
-    EXPECT_EQ(pool.GetQueuedCount(), 1);
-    EXPECT_EQ(extra.runs.load(), 0);
-
-    busy.Stop(1);
-    busy.jobs[1]->Wait();
-    extra.Wait();
-    EXPECT_EQ(extra.runs.load(), 1);
-    EXPECT_EQ(extra.GetState(), VtJob::Done);
-    EXPECT_EQ(pool.GetQueuedCount(), 0);
-    EXPECT_EQ(busy.active.load(), kThreads - 1);
-}
-
-TEST(VtWorkerPoolTest, QueuedJobsAreTakenFirstInFirstOut) {
+TEST(VtWorkerPoolTest, NLoopingJobsRunTogetherAndFurtherJobsWaitForAFreeWorkerFirstInFirstOut) {
     constexpr int kThreads = 3;
     std::vector<int> order;
     std::mutex mutex;
     std::vector<std::unique_ptr<OrderedJob>> queued;
-    {
-        VtWorkerPool pool(kThreads);
-        BusyWorkers busy(pool, kThreads);
-        ASSERT_TRUE(Eventually([&] { return busy.active.load() == kThreads; }));
-        for (int i = 0; i < kThreads; ++i) {
-            queued.push_back(std::make_unique<OrderedJob>(i, order, mutex));
-            pool.AddJob(queued.back().get());
-        }
-        EXPECT_EQ(pool.GetQueuedCount(), kThreads);
-        busy.Stop(0); // one free worker takes the queue in order
-        for (auto& job : queued) {
-            job->Wait();
-        }
+    VtWorkerPool pool(kThreads);
+    EXPECT_EQ(VtWorkerPool::Current(), &pool);
+    BusyWorkers busy(pool, kThreads);
+    ASSERT_TRUE(Eventually([&] { return busy.active.load() == kThreads; }));
+    for (int i = 0; i < kThreads; ++i) {
+        queued.push_back(std::make_unique<OrderedJob>(i, order, mutex));
+        pool.AddJob(queued.back().get());
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    EXPECT_EQ(queued[0]->GetState(), VtJob::Queued);
+    EXPECT_EQ(pool.GetQueuedCount(), kThreads);
+
+    busy.Stop(1); // one free worker takes the queue in order
+    busy.jobs[1]->Wait();
+    for (auto& job : queued) {
+        job->Wait();
     }
     EXPECT_EQ(order, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(pool.GetQueuedCount(), 0);
+    EXPECT_EQ(busy.active.load(), kThreads - 1);
 }
 
 TEST(VtWorkerPoolTest, EveryAddedJobRunsExactlyOnce) {

@@ -60,12 +60,10 @@ TEST_F(VeButtonTest, TakesItsStylesLaterWhenMadeWithout) {
     EXPECT_EQ(button->x, 10.0f) << "whole pixels";
     EXPECT_EQ(button->y, 5.0f);
     VeButton later("LATER");
-    EXPECT_FALSE(later.HasStyle());
-    EXPECT_FALSE(later.LabelStyled());
     later.SetStyle(&style);
     later.SetLabelStyle(labelStyle);
     EXPECT_EQ(later.width, 60);
-    EXPECT_EQ(later.LabelText().Width(), 5 * 6 - 1);
+    EXPECT_EQ(later.LabelText().Width(), 5 * 6 - 1) << "the label is laid out in the late style";
 }
 
 TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabel) {

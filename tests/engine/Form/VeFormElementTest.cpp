@@ -78,28 +78,6 @@ TEST(VeFormElementTest, ASignInFormLooksAsStored) {
     EXPECT_TRUE(MatchesStoredImage("form/SignInForm.png", ScreenshotOf(page), 0, 0));
 }
 
-TEST(VeFormElementTest, AFormReadsItsValuesThroughStoreValue) {
-    FormRig rig;
-    SignInForm form(rig.input.get());
-    for (auto& [key, element] : form.elements) {
-        element->StoreValue();
-    }
-    EXPECT_EQ(form.elements["ipt_username"]->value, "Quill");
-    EXPECT_EQ(form.elements["ipt_password"]->value, "maze");
-    EXPECT_EQ(form.elements["ipt_setdefault"]->value, "1");
-    EXPECT_EQ(form.elements["ipt_agree"]->value, "0");
-    EXPECT_EQ(form.elements["btn_login"]->value, "");
-
-    // A confirm on the focused checkbox flips it; on a button it does nothing.
-    form.elements["ipt_agree"]->selected = true;
-    for (auto& [key, element] : form.elements) {
-        element->Activate();
-        element->StoreValue();
-    }
-    EXPECT_EQ(form.elements["ipt_agree"]->value, "1");
-    EXPECT_EQ(form.elements["ipt_setdefault"]->value, "1");
-}
-
 TEST(VeFormElementTest, CheckedDrawingHaltsWhenAnElementLeavesTheSurface) {
     FormRig rig;
     SignInForm form(rig.input.get());

@@ -157,7 +157,10 @@ bool QmNetworkManager::Restart() {
 }
 
 void QmNetworkManager::Shutdown() {
-    secureRequest.Stop();
+    if (secureRequest.Running()) {
+        secureRequest.Stop();
+        outstanding = false;
+    }
     NeClientNetworkManager::Shutdown();
 }
 
@@ -300,15 +303,16 @@ void QmNetworkManager::UpdateSecure() {
     if (answerTimeout > 0) {
         options.connectTimeoutMs = std::min(options.connectTimeoutMs, answerTimeout);
     }
+    checkingVersion = request.contentType.empty();
     outstanding = secureRequest.Start(BaseUrl() + request.path, request.contentType, request.body, options);
     sentAt = GetTimeMs();
 }
 
 void QmNetworkManager::TakeSecureAnswer(VeUrlTransfer::Result result, const std::string& answer) {
     using Result = VeUrlTransfer::Result;
-    if (result != Result::Ok) {
-        Log("The service at %s: %s (%s).\n", BaseUrl().c_str(), VeUrlTransfer::Describe(result),
-            VeUrlTransfer::LastDetail().c_str());
+    if (result != Result::Ok && checkingVersion) {
+        EndRequest(); // the check at start-up fails quietly, as over plain http
+        return;
     }
     std::string buffer = answer;
     std::string message;
@@ -329,9 +333,6 @@ void QmNetworkManager::TakeSecureAnswer(VeUrlTransfer::Result result, const std:
         return;
     case Result::Certificate:
         Fail(kCertificateRefused);
-        return;
-    case Result::Cancelled:
-        EndRequest();
         return;
     default:
         Fail(kSomethingWrong);

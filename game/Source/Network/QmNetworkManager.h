@@ -155,6 +155,7 @@ private:
     std::deque<Request> queue;
     QmServiceRequest secureRequest;
     bool outstanding = false;
+    bool checkingVersion = false; // the request out is the version check at start-up
     int64_t sentAt = 0;
     int32_t quietFrames = 0;
     std::string response;

@@ -1,5 +1,6 @@
 #include "Network/QmServiceRequest.h"
 
+#include "Platform/VeLog.h"
 #include "Threads/VtJob.h"
 #include "Threads/VtWorkerPool.h"
 
@@ -14,8 +15,9 @@ public:
         } else {
             result = VeUrlTransfer::Post(url, body, {"Content-Type: " + contentType}, answer, options);
         }
-        if (result != VeUrlTransfer::Result::Ok) {
-            detail = VeUrlTransfer::LastDetail();
+        if (result != VeUrlTransfer::Result::Ok && result != VeUrlTransfer::Result::Cancelled) {
+            Log("The service at %s: %s (%s).\n", url.c_str(), VeUrlTransfer::Describe(result),
+                VeUrlTransfer::LastDetail().c_str());
         }
     }
 
@@ -25,7 +27,6 @@ public:
     VeUrlTransfer::Options options;
     VeUrlTransfer::Result result = VeUrlTransfer::Result::Failed;
     std::string answer;
-    std::string detail;
     std::atomic<bool> cancel{false};
 };
 
@@ -48,7 +49,6 @@ bool QmServiceRequest::Start(const std::string& url, const std::string& contentT
     job->body = body;
     job->options = options;
     job->answer.clear();
-    job->detail.clear();
     job->cancel.store(false);
     queued = true;
     pool->AddJob(job.get());

@@ -4,7 +4,8 @@
 // or the answer.
 //
 // Contract: Start is refused while a request runs. Poll hands over the finished request's result
-// and answer body once. Stop cancels a running request and waits for it; destroying stops.
+// and answer body once (a failure is logged with its reason). Stop cancels a running request and
+// waits for it; destroying stops.
 #include "Platform/VeUrlTransfer.h"
 
 #include <memory>

@@ -4,6 +4,7 @@
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
+#include "Support/LoopbackService.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -36,33 +37,61 @@ uint16_t FreePort(int* keepListening = nullptr) {
     return ntohs(local.sin_port);
 }
 
-// The real service on a free loopback port with a data folder of its own.
-class Service {
+// nginx terminating TLS in front of a service, with a self-signed certificate for 127.0.0.1 made
+// for the occasion; everything lives in a temporary folder removed with the object.
+class TlsFront {
 public:
-    Service()
+    explicit TlsFront(const std::string& serviceUrl)
         : port(FreePort()),
-          data(std::filesystem::temp_directory_path() / ("qm-net-" + std::to_string(port))) {
-        const std::string binary =
-            (std::filesystem::canonical("/proc/self/exe").parent_path().parent_path() / "quillmaze-server")
-                .string();
-        const std::string listen = "127.0.0.1:" + std::to_string(port);
-        std::filesystem::create_directories(data);
+          folder(std::filesystem::temp_directory_path() / ("qm-tls-" + std::to_string(port))) {
+        std::filesystem::create_directories(folder);
+        const std::string dir = folder.string();
+        const std::string made =
+            "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 -subj "
+            "/CN=127.0.0.1 -addext subjectAltName=IP:127.0.0.1 -keyout " +
+            dir + "/key.pem -out " + dir + "/cert.pem >/dev/null 2>&1";
+        if (std::system(made.c_str()) != 0) {
+            return;
+        }
+        std::ofstream(dir + "/nginx.conf")
+            << (geteuid() == 0 ? "user root;\n" : "") << "daemon off;\nmaster_process off;\npid " << dir
+            << "/nginx.pid;\nerror_log " << dir << "/error.log;\nevents { worker_connections 64; }\n"
+            << "http {\n access_log " << dir << "/access.log;\n"
+            << " client_body_temp_path " << dir << "/body;\n proxy_temp_path " << dir << "/proxy;\n"
+            << " fastcgi_temp_path " << dir << "/fastcgi;\n uwsgi_temp_path " << dir << "/uwsgi;\n"
+            << " scgi_temp_path " << dir << "/scgi;\n"
+            << " server {\n  listen 127.0.0.1:" << port << " ssl;\n  ssl_certificate " << dir
+            << "/cert.pem;\n  ssl_certificate_key " << dir << "/key.pem;\n"
+            << "  location / { proxy_pass " << serviceUrl << "; }\n }\n}\n";
         pid = fork();
         if (pid == 0) {
-            execl(binary.c_str(), binary.c_str(), "--listen", listen.c_str(), "--data", data.c_str(),
-                  "--quiet", "--threads", "4", static_cast<char*>(nullptr));
+            execl(kNginx, kNginx, "-p", dir.c_str(), "-c", (dir + "/nginx.conf").c_str(), "-e",
+                  (dir + "/error.log").c_str(), static_cast<char*>(nullptr));
             _exit(127);
         }
         for (int i = 0; i < 500 && !Reachable(); ++i) {
             usleep(10 * 1000);
         }
     }
-    ~Service() {
-        kill(pid, SIGTERM);
-        waitpid(pid, nullptr, 0);
-        std::filesystem::remove_all(data);
+    ~TlsFront() {
+        if (pid > 0) {
+            kill(pid, SIGTERM);
+            waitpid(pid, nullptr, 0);
+        }
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
     }
-    std::string Url() const { return "http://127.0.0.1:" + std::to_string(port); }
+    static bool Available() {
+        return access(kNginx, X_OK) == 0 && std::system("openssl version >/dev/null 2>&1") == 0;
+    }
+    std::string Url() const { return "https://127.0.0.1:" + std::to_string(port); }
+    std::string Certificate() const { return (folder / "cert.pem").string(); }
+    // The requests that reached nginx's HTTP side (a refused handshake never gets there).
+    uintmax_t Requests() const {
+        std::error_code error;
+        const uintmax_t size = std::filesystem::file_size(folder / "access.log", error);
+        return error ? 0 : size;
+    }
     bool Reachable() const {
         const int probe = socket(AF_INET, SOCK_STREAM, 0);
         sockaddr_in target{};
@@ -73,10 +102,11 @@ public:
         close(probe);
         return ok;
     }
-    uint16_t port;
 
 private:
-    std::filesystem::path data;
+    static constexpr const char* kNginx = "/usr/sbin/nginx";
+    uint16_t port;
+    std::filesystem::path folder;
     pid_t pid = -1;
 };
 
@@ -117,7 +147,7 @@ void WriteMap(const std::string& fileName) {
 
 TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     TempUserData userData;
-    Service service;
+    LoopbackService service;
     ASSERT_TRUE(service.Reachable());
     Client alice(service.Url());
 
@@ -196,6 +226,53 @@ TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     EXPECT_EQ(intruder.LastNoticeLine(), 151);
 }
 
+TEST(QmNetworkManagerTest, HttpsServiceTrustedThroughItsCaFileAndRefusedWithout) {
+    if (!TlsFront::Available()) {
+        GTEST_SKIP() << "nginx or openssl is not installed";
+    }
+    TempUserData userData;
+    LoopbackService service;
+    TlsFront front(service.Url());
+    ASSERT_TRUE(front.Reachable()) << "nginx did not start";
+    setenv("QUILLMAZE_CA_FILE", front.Certificate().c_str(), 1);
+
+    Client alice(front.Url());
+    alice.manager.Register("alice", "pw", "alice@example.org");
+    EXPECT_LT(alice.Settle(), 50) << "the handshake never holds up a frame";
+    alice.manager.Login("alice", "pw");
+    alice.Settle();
+    EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
+    WriteMap("Hot Feet.map");
+    QmMapUpload upload;
+    upload.blocks.assign(400, 0);
+    upload.name = "HOT FEET";
+    upload.fileName = "Hot Feet.map";
+    alice.manager.PostMap(upload);
+    alice.Settle();
+    EXPECT_EQ(alice.LastNoticeLine(), 178);
+    alice.manager.RequestMapUserList();
+    alice.Settle();
+    ASSERT_EQ(alice.manager.GetUsers().size(), 1u);
+    alice.manager.RequestMaps(alice.manager.GetUserId());
+    alice.Settle();
+    ASSERT_EQ(alice.manager.GetMaps().size(), 1u);
+    std::string shared, original;
+    EXPECT_TRUE(ReadFileBytes(alice.manager.GetMaps()[0].localPath, shared));
+    EXPECT_TRUE(ReadFileBytes(GetGameFolder() + "/Maps/Hot Feet.map", original));
+    EXPECT_EQ(shared, original);
+
+    // Without the extra authority the self-signed certificate is refused before anything is sent.
+    unsetenv("QUILLMAZE_CA_FILE");
+    const uintmax_t before = front.Requests();
+    Client stranger(front.Url());
+    stranger.manager.Login("alice", "pw");
+    stranger.Settle();
+    EXPECT_EQ(stranger.manager.TakeLoginResult(), 1);
+    EXPECT_EQ(stranger.LastNoticeLine(), 218);
+    EXPECT_FALSE(QmNetworkManager::Fetch(front.Url() + "/quillmaze", shared));
+    EXPECT_EQ(front.Requests(), before);
+}
+
 TEST(QmNetworkManagerTest, ServiceDownGarbageAndSilenceAreReportedWithoutStallingFrames) {
     TempUserData userData;
     // Nobody listening.
@@ -250,6 +327,10 @@ TEST(QmNetworkManagerTest, ServiceAddressesPasswordsAndDigests) {
     manager.Login("me", "secret");
     EXPECT_FALSE(manager.IsWaiting());
     EXPECT_EQ(manager.TakeNotices().at(0).textLine, 209);
+    EXPECT_TRUE(manager.SetService("https://8.8.8.8")); // over TLS it may (queued, never sent here)
+    manager.Login("me", "secret");
+    EXPECT_TRUE(manager.IsWaiting());
+    EXPECT_TRUE(manager.TakeNotices().empty());
     EXPECT_EQ(QmSha256::Hex("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
 }
 

@@ -9,10 +9,6 @@ using namespace renderer_test;
 
 namespace {
 
-// The software rasteriser draws the same pixels run after run; a little room for rounding only.
-constexpr int kTolerance = 4;
-constexpr int64_t kDifferingPixels = 0;
-
 std::string ViewName(bool threeD) {
     return threeD ? "3d" : "2d";
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <glm/gtc/matrix_transform.hpp>
-
 #include <set>
 
 TEST(QmCellCacheTest, CellsAndTheBorderRingHaveTheirOwnPlaces) {
@@ -31,22 +29,4 @@ TEST(QmCellCacheTest, CellsAndTheBorderRingHaveTheirOwnPlaces) {
         << "column 10 of the ring uses 21 on a large map";
     EXPECT_EQ(QmCellCache::Index(10, 3, 10, 10), 11 * 22 + 4);
     EXPECT_EQ(QmCellCache::Index(-2, 0, 10, 10), -1);
-}
-
-TEST(QmCellCacheTest, AStoredMatrixStaysUntilItsCellChanges) {
-    QmCellCache cache;
-    const glm::mat4 model = glm::translate(glm::mat4(1.0f), glm::vec3(1.0f, 2.0f, 3.0f));
-    const int index = QmCellCache::Index(3, 4, 10, 10);
-    glm::mat4 found(0.0f);
-    EXPECT_FALSE(cache.Lookup(index, found));
-    cache.Store(index, model);
-    ASSERT_TRUE(cache.Lookup(index, found));
-    EXPECT_EQ(found, model);
-    cache.Invalidate(4, 3);
-    EXPECT_TRUE(cache.IsCellValid(3, 4)) << "another cell";
-    cache.Invalidate(3, 4);
-    EXPECT_FALSE(cache.IsCellValid(3, 4));
-    cache.Store(index, model);
-    cache.InvalidateAll();
-    EXPECT_FALSE(cache.Lookup(index, found));
 }

@@ -9,14 +9,6 @@
 
 using namespace renderer_test;
 
-namespace {
-
-// The software rasteriser draws the same pixels run after run; a little room for rounding only.
-constexpr int kTolerance = 4;
-constexpr int64_t kDifferingPixels = 0;
-
-} // namespace
-
 class EveryBlockTest : public RendererTest, public ::testing::WithParamInterface<std::tuple<bool, bool>> {};
 
 TEST_P(EveryBlockTest, MapWithEveryBlockKindLooksAsStored) {

@@ -6,8 +6,6 @@
 
 TEST(QmFinishColourTest, WalksTheWheelPhaseByPhaseAndNeverBecomesTheKey) {
     QmFinishColour finish;
-    EXPECT_EQ(finish.colour, 0xFE0000u);
-    EXPECT_EQ(finish.phase, 1);
     std::set<uint32_t> phaseEnds;
     bool passedNearKey = false;
     int previousPhase = finish.phase;

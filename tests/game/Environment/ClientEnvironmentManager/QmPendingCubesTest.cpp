@@ -25,7 +25,7 @@ std::vector<int> Shown(const QmPendingBlock& block, const QmPendingCubes::Pass& 
 
 } // namespace
 
-TEST(QmPendingCubesTest, OnlyFacesTurnedToTheCameraAreDrawn) {
+TEST(QmPendingCubesTest, FacesTurnedToTheCameraOrInTheShadowPassAwayFromTheLightAreDrawnUnlessHidden) {
     const QmPendingBlock cube = CubeAt(glm::vec3(0.0f, 0.0f, -8.53f), 0.5f);
     QmPendingCubes::Pass pass;
     pass.viewer = glm::vec3(0.0f, 0.0f, 7.8f);
@@ -34,24 +34,17 @@ TEST(QmPendingCubesTest, OnlyFacesTurnedToTheCameraAreDrawn) {
     EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0, 3, 4})) << "from the lower right: right and bottom";
     pass.viewer = glm::vec3(-3.0f, 2.0f, 7.8f);
     EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0, 2, 5}));
-}
+    // Faces against opaque neighbours are never drawn.
+    const QmPendingBlock walledIn = CubeAt(glm::vec3(0.0f), 0.25f, 1 << 3 | 1 << 4);
+    pass.viewer = glm::vec3(3.0f, -2.0f, 7.8f);
+    EXPECT_EQ(Shown(walledIn, pass), (std::vector<int>{0}));
 
-TEST(QmPendingCubesTest, TheShadowPassKeepsTheFacesTurnedAwayFromTheLight) {
-    const QmPendingBlock cube = CubeAt(glm::vec3(1.0f, -1.0f, -8.53f), 0.5f);
-    QmPendingCubes::Pass pass;
     pass.shadow = true;
     pass.viewer = glm::vec3(-5.66f, 5.66f, 8.0f);
-    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{1, 3, 4})) << "back, right and bottom cast the shadow";
-}
-
-TEST(QmPendingCubesTest, FacesAgainstOpaqueNeighboursAreNeverDrawn) {
-    const QmPendingBlock cube = CubeAt(glm::vec3(0.0f), 0.25f, 1 << 3 | 1 << 4);
-    QmPendingCubes::Pass pass;
-    pass.viewer = glm::vec3(3.0f, -2.0f, 7.8f);
-    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{0}));
-    pass.shadow = true;
+    EXPECT_EQ(Shown(CubeAt(glm::vec3(1.0f, -1.0f, -8.53f), 0.5f), pass), (std::vector<int>{1, 3, 4}))
+        << "back, right and bottom cast the shadow";
     pass.viewer = glm::vec3(-5.0f, 5.0f, 8.0f);
-    EXPECT_EQ(Shown(cube, pass), (std::vector<int>{1}));
+    EXPECT_EQ(Shown(walledIn, pass), (std::vector<int>{1}));
 }
 
 TEST(QmPendingCubesTest, OnlyFacesTurnedToTheLightAndBehindTheFrontPlaneCanLieInAShadow) {

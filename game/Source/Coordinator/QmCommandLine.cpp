@@ -65,11 +65,13 @@ QmCommandLine::QmCommandLine() {
                  return {};
              });
     AddValue("service", "URL",
-             "the online service, http://HOST[:PORT] (default: QUILLMAZE_SERVICE, else "
-             "http://127.0.0.1:8080)",
+             "the online service, http[s]://HOST[:PORT] (default: QUILLMAZE_SERVICE, else "
+             "http://127.0.0.1:8080); QUILLMAZE_CA_FILE adds certificate authorities https trusts",
              [this](const std::string& value) -> std::string {
-                 if (value.rfind("http://", 0) != 0 || value.size() <= 7) {
-                     return "--service needs an address of the form http://HOST[:PORT]";
+                 const size_t scheme = value.find("://") + 3;
+                 const std::string kind = value.substr(0, scheme);
+                 if ((kind != "http://" && kind != "https://") || value.size() <= scheme) {
+                     return "--service needs an address of the form http[s]://HOST[:PORT]";
                  }
                  service = value;
                  return {};

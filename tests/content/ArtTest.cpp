@@ -37,6 +37,7 @@ struct Expected {
     int width;
     int height;
     Look look;
+    uint32_t colour = 0; // when set, a third of the pixels or more are of this colour
 };
 
 std::string Sized(const std::string& stem, int size) {
@@ -47,8 +48,10 @@ std::string Sized(const std::string& stem, int size) {
 std::vector<Expected> FixedImages() {
     std::vector<Expected> all;
     for (int s : kSizes) {
-        for (const char* colour : {"Orange", "Blue", "Green", "Yellow", "Red"}) {
-            all.push_back({Sized(std::string("Assets/Blocks/") + colour, s), s, s, Look::Opaque});
+        for (const auto& [name, colour] :
+             {std::pair{"Orange", 0xE99209u}, std::pair{"Blue", 0x1678D6u}, std::pair{"Green", 0x1ADE0Cu},
+              std::pair{"Yellow", 0xE6D514u}, std::pair{"Red", 0xE1120Cu}}) {
+            all.push_back({Sized(std::string("Assets/Blocks/") + name, s), s, s, Look::Opaque, colour});
         }
         all.push_back({Sized("Assets/Blocks/Blank", s), s, s, Look::Any});
         all.push_back({Sized("Assets/Blocks/Border", s), s, s, Look::Opaque});
@@ -157,6 +160,14 @@ int Luma(uint32_t c) {
     return (Red(c) * 299 + Green(c) * 587 + Blue(c) * 114) / 1000;
 }
 
+int CharacterCount() {
+    int count = 0;
+    while (FileExists("Assets/Characters/DefaultAnimation/Character" + std::to_string(count) + "_64.png")) {
+        ++count;
+    }
+    return count;
+}
+
 // Every file on disk that the game loads, fixed-size or not.
 std::vector<std::string> EveryImagePath() {
     std::vector<std::string> paths;
@@ -168,8 +179,7 @@ std::vector<std::string> EveryImagePath() {
         paths.push_back(Sized("Assets/Decorations/Forest_Decorations", s));
     }
     paths.push_back("Assets/Logo.png");
-    for (int c = 0;
-         FileExists("Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_64.png"); ++c) {
+    for (int c = 0; c < CharacterCount(); ++c) {
         for (int s : {32, 64}) {
             std::string stem =
                 "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" + std::to_string(s);
@@ -180,7 +190,7 @@ std::vector<std::string> EveryImagePath() {
     return paths;
 }
 
-TEST(ArtTest, EveryImageHasItsSizeSolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
+TEST(ArtTest, EveryImageHasItsSizeAndColourSolidThingsAreOpaqueAndShapedThingsShowWhatLiesBehind) {
     for (const Expected& e : FixedImages()) {
         SCOPED_TRACE(e.path);
         const Image& image = Load(e.path);
@@ -191,6 +201,12 @@ TEST(ArtTest, EveryImageHasItsSizeSolidThingsAreOpaqueAndShapedThingsShowWhatLie
         EXPECT_EQ(image.height, e.height);
         if (image.width != e.width || image.height != e.height) {
             continue;
+        }
+        if (e.colour != 0) {
+            EXPECT_GT(std::count_if(image.pixels.begin(), image.pixels.end(),
+                                    [&](uint32_t p) { return (p & 0xFFFFFF) == e.colour; }),
+                      e.width * e.height / 3)
+                << "a coloured block is mostly its block colour";
         }
         int keys = image.KeysIn(0, 0, image.width, image.height);
         if (e.look == Look::Opaque) {
@@ -325,25 +341,6 @@ TEST(ArtTest, RedGateIsRedBarsWithGapsBetweenThem) {
     }
 }
 
-TEST(ArtTest, ColouredBlocksAreMostlyTheirBlockColour) {
-    const std::pair<const char*, uint32_t> blocks[5] = {{"Orange", 0xE99209},
-                                                        {"Blue", 0x1678D6},
-                                                        {"Green", 0x1ADE0C},
-                                                        {"Yellow", 0xE6D514},
-                                                        {"Red", 0xE1120C}};
-    for (int s : kSizes) {
-        for (const auto& entry : blocks) {
-            const char* name = entry.first;
-            const uint32_t colour = entry.second;
-            SCOPED_TRACE(Sized(name, s));
-            const Image& block = Load(Sized(std::string("Assets/Blocks/") + name, s));
-            int count = int(std::count_if(block.pixels.begin(), block.pixels.end(),
-                                          [&](uint32_t p) { return (p & 0xFFFFFF) == colour; }));
-            EXPECT_GT(count, s * s / 3);
-        }
-    }
-}
-
 struct EyePlaces {
     int size, leftX, rightX, y, shift;
 };
@@ -351,38 +348,8 @@ struct EyePlaces {
 // Where the race draws the eye image on a racer of each size, and how far it shifts it.
 const EyePlaces kEyes[2] = {{32, 8, 22, 10, 1}, {64, 16, 42, 20, 3}};
 
-int CharacterCount() {
-    int count = 0;
-    while (FileExists("Assets/Characters/DefaultAnimation/Character" + std::to_string(count) + "_64.png")) {
-        ++count;
-    }
-    return count;
-}
-
-TEST(ArtTest, AtLeastFourCharactersAtBothRacerSizesWithTheirSides) {
-    int count = CharacterCount();
-    EXPECT_GE(count, 4);
-    for (int c = 0; c < count; ++c) {
-        for (const EyePlaces& e : kEyes) {
-            std::string stem = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
-                               std::to_string(e.size);
-            SCOPED_TRACE(stem);
-            const Image& strip = Load(stem + ".png");
-            const Image& sides = Load(stem + "_Sides.png");
-            if (!strip.ok || !sides.ok) {
-                continue;
-            }
-            EXPECT_EQ(strip.height, e.size);
-            EXPECT_EQ(strip.width % e.size, 0);
-            EXPECT_GE(strip.width / e.size, 2) << "a blink needs at least an open and a closed frame";
-            EXPECT_EQ(sides.width, e.size);
-            EXPECT_EQ(sides.height, e.size);
-            EXPECT_EQ(sides.KeysIn(0, 0, e.size, e.size), 0) << "the cube's sides are solid";
-        }
-    }
-}
-
-TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
+TEST(ArtTest, FourOrMoreCharactersBlinkOverTheirEyesKeepTheSquareAndHaveSolidSidesAtBothSizes) {
+    EXPECT_GE(CharacterCount(), 4);
     for (const EyePlaces& e : kEyes) {
         const Image& eye = Load("Assets/Characters/DefaultAnimation/Eye_" + std::to_string(e.size) + ".png");
         if (!eye.ok) {
@@ -393,11 +360,23 @@ TEST(ArtTest, BodyFramesLeaveTheEyesShowingKeepTheSquareAndTheBlinkClosesThem) {
         int zoneW = eye.width + 2 * e.shift;
         int zoneH = eye.height + 2 * e.shift;
         for (int c = 0; c < CharacterCount(); ++c) {
-            std::string path = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
-                               std::to_string(e.size) + ".png";
-            SCOPED_TRACE(path);
-            const Image& strip = Load(path);
-            if (!strip.ok || strip.height != e.size || strip.width < 2 * e.size) {
+            std::string stem = "Assets/Characters/DefaultAnimation/Character" + std::to_string(c) + "_" +
+                               std::to_string(e.size);
+            SCOPED_TRACE(stem);
+            const Image& sides = Load(stem + "_Sides.png");
+            if (sides.ok) {
+                EXPECT_EQ(sides.width, e.size);
+                EXPECT_EQ(sides.height, e.size);
+                EXPECT_EQ(sides.KeysIn(0, 0, sides.width, sides.height), 0) << "the cube's sides are solid";
+            }
+            const Image& strip = Load(stem + ".png");
+            if (!strip.ok) {
+                continue;
+            }
+            EXPECT_EQ(strip.height, e.size);
+            EXPECT_EQ(strip.width % e.size, 0);
+            EXPECT_GE(strip.width / e.size, 2) << "a blink needs at least an open and a closed frame";
+            if (strip.height != e.size || strip.width < 2 * e.size) {
                 continue;
             }
             int frames = strip.width / e.size;

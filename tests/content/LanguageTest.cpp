@@ -13,16 +13,11 @@
 
 namespace {
 
-const char* const kLanguages[] = {"Dutch", "English", "French", "Norwegian"};
-// Column of each language in tools/lang/lines.tsv (number, purpose, English, Dutch, French, Norwegian).
+// The languages in the order of their columns in tools/lang/lines.tsv, after number and purpose.
+const char* const kLanguages[] = {"English", "Dutch", "French", "Norwegian"};
 int ColumnOf(const std::string& language) {
-    if (language == "English")
-        return 2;
-    if (language == "Dutch")
-        return 3;
-    if (language == "French")
-        return 4;
-    return 5;
+    return 2 + static_cast<int>(std::find(std::begin(kLanguages), std::end(kLanguages), language) -
+                                std::begin(kLanguages));
 }
 
 std::string ReadBytes(const std::string& path) {
@@ -32,19 +27,9 @@ std::string ReadBytes(const std::string& path) {
 
 // Bytes the font draws: capitals, digits, the space, its punctuation and the accented capitals.
 bool Drawable(unsigned char c) {
-    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ') {
-        return true;
-    }
-    static const std::string punctuation = "!#&'()*+,-./:;?@[\\]_";
-    if (c < 0x80) {
-        return punctuation.find(static_cast<char>(c)) != std::string::npos;
-    }
-    for (unsigned char accented : {0xC0, 0xC1, 0xC5, 0xC6, 0xC8, 0xC9, 0xCA, 0xCE, 0xD8}) {
-        if (c == accented) {
-            return true;
-        }
-    }
-    return false;
+    static const std::string others = " !#&'()*+,-./:;?@[\\]_\xC0\xC1\xC5\xC6\xC8\xC9\xCA\xCE\xD8";
+    return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           others.find(static_cast<char>(c)) != std::string::npos;
 }
 
 // The table's rows, each split at tabs; comment lines are skipped.

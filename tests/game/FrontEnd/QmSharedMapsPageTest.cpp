@@ -1,9 +1,12 @@
 #include "FrontEnd/QmSharedMapsPage.h"
 #include "Environment/ArEnvironmentManager.h"
+#include "Environment/CoreEnvironmentManager/QmBlocks.h"
+#include "Environment/CoreEnvironmentManager/QmMapFile.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmNoticeDialog.h"
+#include "FrontEnd/QmPlayPage.h"
 #include "FrontEnd/QmSharedMapsList.h"
 #include "Input/VeKey.h"
 #include "MenuPageGame.h"
@@ -14,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <thread>
 
@@ -125,6 +129,42 @@ TEST_F(SharedMapsPageTest, UploadThenAnotherPlayerDownloadsAndPlaysTheMap) {
     Press(VeKey::Return);
     EXPECT_EQ(app->scene, SceneRace);
     EXPECT_EQ(coordinator->environment->tourIndex, QmDownloadsTour::Find(*coordinator->environment));
+}
+
+TEST_F(SharedMapsPageTest, AMapThatCannotBeFinishedIsRefusedAndNeverSent) {
+    // The play page's map loses its finish.
+    const QmPlayPage& play = menu().PlayPage();
+    const auto& world = *coordinator->environment;
+    const auto tour = static_cast<size_t>(play.SelectedTour());
+    const std::string path = GetGameFolder() + "/Maps/" + world.tourFolders[tour] + "/" +
+                             world.tourLevels[tour][static_cast<size_t>(play.SelectedMap())];
+    std::vector<std::string> lines;
+    ASSERT_TRUE(ReadTextLines(path, lines));
+    QmMapContents map = QmMapFile::Parse(lines);
+    std::replace(map.blocks.begin(), map.blocks.end(), Block::Finish, Block::Blank);
+    ASSERT_TRUE(WriteTextLinesAtomic(path, QmMapFile::Format(map)));
+
+    net().Register("dee", "pw", "dee@example.org");
+    ASSERT_TRUE(Settled());
+    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
+    page().Open();
+    ASSERT_TRUE(Settled());
+    Press(VeKey::Down);
+    Press(VeKey::Return);
+    ASSERT_TRUE(Settled());
+    Press(VeKey::Up);
+    Press(VeKey::Return);
+    Press(VeKey::Down);
+    Press(VeKey::Return);
+    ASSERT_TRUE(dialog().Visible());
+    Press(VeKey::Return);
+    ASSERT_TRUE(Until([this] { return dialog().Visible(); })) << "the check's verdict";
+    EXPECT_EQ(dialog().Body().text, coordinator->GetLine(216));
+    EXPECT_FALSE(net().IsWaiting()) << "no upload went out";
+    Press(VeKey::Return);
+    net().RequestMaps(net().GetUserId());
+    ASSERT_TRUE(Settled());
+    EXPECT_TRUE(net().GetMaps().empty()) << "the service holds no map of dee's";
 }
 
 TEST_F(SharedMapsPageTest, TextsFitInEveryLanguageAndBackLeadsOut) {

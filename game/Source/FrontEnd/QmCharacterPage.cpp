@@ -1,6 +1,7 @@
 #include "FrontEnd/QmCharacterPage.h"
 
 #include "Controls/QmControls.h"
+#include "FrontEnd/QmPanel.h"
 #include "Gameplay/QmProfile.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeSurface.h"
@@ -11,6 +12,7 @@ const VeTextStyle kTitleStyle(6, 0xFFFFFF, 4, 2, 0);
 const VeTextStyle kInstructionStyle(3, 0xFFFFFF, 3, 2, 0);
 constexpr int kTitleY = 12;
 constexpr int kInstructionY = 70;
+constexpr int kPanelRoom = 20; // the panel's room above and below the boxes
 } // namespace
 
 QmCharacterPage::QmCharacterPage(const QmPageContext& context) : buttons(context.sound) {
@@ -55,6 +57,8 @@ QmCharacterPage::Outcome QmCharacterPage::Frame(const QmPageContext& context) {
         outcome = QmProfile::SaveProfile(boxes.Chosen()) ? Outcome::Chosen : Outcome::SaveFailed;
     }
 
+    QmPanel::DrawTitleBand(target, kTitleY, kInstructionY + instruction.Height() - kTitleY);
+    QmPanel::DrawAcross(target, kBoxesTop - kPanelRoom, kBoxesTop + QmCharacterBoxes::kBox + kPanelRoom);
     title.DrawOnto(target, target.width / 2, kTitleY, true, 1.0f, 0x000000);
     instruction.DrawOnto(target, target.width / 2, kInstructionY, true, 1.0f, 0x000000);
     boxes.Draw(target, left, kBoxesTop, context.now);

@@ -1,6 +1,7 @@
 #include "FrontEnd/QmHighscoresManager.h"
 
 #include "Controls/QmControls.h"
+#include "FrontEnd/QmPanel.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
@@ -101,6 +102,10 @@ QmHighscoresManager::Outcome QmHighscoresManager::Frame(VeSurface& target, VeInp
 }
 
 void QmHighscoresManager::Draw(VeSurface& target) {
+    // The title with the run's time (or the map's name) and the column headings (or the name
+    // entry) on the band, the ten rows and the hint on the panel below it.
+    QmPanel::DrawTitleBand(target, kTitleY, kBandBottom - QmPanel::kBandPadding - kTitleY);
+    QmPanel::DrawAcross(target, kPanelTop, kPanelBottom);
     title.DrawOnto(target, target.width / 2, kTitleY, true, 1.0f, kOutline);
     if (!subtitle.text.empty()) {
         subtitle.DrawOnto(target, target.width / 2, QmResultsView::kHeaderY, true, 1.0f, kOutline);

@@ -34,6 +34,11 @@ public:
     static constexpr int kRaceAgainLine = 64;
     static constexpr int kTitleY = 12;
     static constexpr int kHintY = 530;
+    // The title band reaches down to kBandBottom, the panel of the rows (and the line under them)
+    // spans kPanelTop to kPanelBottom.
+    static constexpr int kBandBottom = QmResultsTable::kFirstRowY - 8;
+    static constexpr int kPanelTop = kBandBottom + 6;
+    static constexpr int kPanelBottom = 560;
     static constexpr int kButtonsY = 580;
     static constexpr int kSaveLine = 205;
     static constexpr int kDontSaveLine = 204;

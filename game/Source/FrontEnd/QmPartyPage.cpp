@@ -2,6 +2,7 @@
 
 #include "Controls/QmControls.h"
 #include "FrontEnd/QmNameEntry.h"
+#include "FrontEnd/QmPanel.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
@@ -29,6 +30,7 @@ constexpr int kSizesX = 150;
 constexpr int kSizeStep = 24;
 constexpr int kCheckSize = 20;
 constexpr int kWarningY = 506;
+constexpr int kPanelTop = QmPartyPage::kFirstRowY - 2;
 
 // A frame of the given thickness just outside the box.
 void FrameBox(VeSurface& target, int x, int y, int w, int h, uint32_t colour, int thickness) {
@@ -290,6 +292,9 @@ QmPartyPage::Outcome QmPartyPage::Frame(const QmPageContext& context) {
 void QmPartyPage::Draw(const QmPageContext& context) {
     VeSurface& target = *context.target;
     const int width = target.width;
+    // The title and the players' heading on the band, everything down to the buttons on the panel.
+    QmPanel::DrawTitleBand(target, kTitleY, kPanelTop - QmPanel::kBandPadding - kTitleY);
+    QmPanel::DrawAcross(target, kPanelTop, kEditButtonsY - 4);
     title.DrawOnto(target, width / 2, kTitleY, true, 1.0f, kOutline);
     playersHeading.DrawOnto(target, kNameX, kFirstRowY - 18, false, 1.0f, kOutline);
     for (size_t i = 0; i < names.size(); ++i) {

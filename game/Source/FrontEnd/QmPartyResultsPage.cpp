@@ -1,6 +1,7 @@
 #include "FrontEnd/QmPartyResultsPage.h"
 
 #include "Controls/QmControls.h"
+#include "FrontEnd/QmPanel.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
 
@@ -54,6 +55,10 @@ QmPartyResultsPage::Outcome QmPartyResultsPage::Frame(const QmPageContext& conte
     } else if (pressed == 1 || context.controls->Back()) {
         outcome = Outcome::MainMenu;
     }
+    // The title, the run's time and the column headings on the band; the ranking and who is next
+    // on the panel below it.
+    QmPanel::DrawTitleBand(target, kTitleY, kBandBottom - QmPanel::kBandPadding - kTitleY);
+    QmPanel::DrawAcross(target, kPanelTop, kPanelBottom);
     title.DrawOnto(target, target.width / 2, kTitleY, true, 1.0f, 0x000000);
     view.Draw(target, true);
     nextLine.DrawOnto(target, target.width / 2, kNextY, true, 1.0f, 0x000000);

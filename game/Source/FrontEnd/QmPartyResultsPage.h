@@ -22,6 +22,11 @@ public:
     static constexpr int kMainMenuLine = 51;
     static constexpr int kNextY = 530;
     static constexpr int kButtonsY = 580;
+    // The title band reaches down to kBandBottom, the panel of the rows (and the line under them)
+    // spans kPanelTop to kPanelBottom.
+    static constexpr int kBandBottom = QmResultsTable::kFirstRowY - 8;
+    static constexpr int kPanelTop = kBandBottom + 6;
+    static constexpr int kPanelBottom = 560;
 
     explicit QmPartyResultsPage(const QmPageContext& context);
 

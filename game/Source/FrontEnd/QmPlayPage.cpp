@@ -8,6 +8,7 @@
 #include "Environment/ArEnvironmentManager.h"
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmPageLinks.h"
+#include "FrontEnd/QmPanel.h"
 #include "FrontEnd/QmTourMapList.h"
 #include "Input/VeInput.h"
 #include "Platform/VeTime.h"
@@ -359,7 +360,7 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
-        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
+        QmPanel::DrawTitleBand(overlay, kTitleY, title.Height());
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         list.Draw(overlay, !focusOnButtons);
         if (status.Width() > 0 && GetTimeMs() < statusUntil) {

@@ -1,6 +1,7 @@
 #include "FrontEnd/QmTourMapList.h"
 
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "FrontEnd/QmPanel.h"
 #include "Gameplay/QmFormatTime.h"
 #include "Gameplay/QmHighscores.h"
 #include "Input/VeInput.h"
@@ -17,7 +18,6 @@ constexpr uint32_t kTimeColour = 0xE8D890;
 constexpr int kMarkRoom = 22;
 constexpr int kTimeX = 200;
 constexpr int kBadgeRoom = 40;
-constexpr float kPanel = 0.3f;
 
 // One line of the text; a text wider than room loses its end to "..".
 std::unique_ptr<VeText> MakeText(const std::string& text, const VeTextStyle& style, uint32_t colour,
@@ -235,8 +235,8 @@ void QmTourMapList::DrawSelection(VeSurface& target, int x, int y, int width, bo
 
 void QmTourMapList::DrawTours(VeSurface& target, bool focused) {
     // Dark panels keep the texts readable over the menu's bright, moving background.
-    target.MultiplyRect(kTourX, kHeadingY - 6, kTourWidth, kRowsY - kHeadingY + 6 + visibleRows * kRowHeight,
-                        kPanel);
+    QmPanel::Draw(target, kTourX, kHeadingY - 6, kTourWidth,
+                  kRowsY - kHeadingY + 6 + visibleRows * kRowHeight);
     target.BlitKeyed(tourHeading.surface, kTourX + 6, kHeadingY);
     for (int r = 0; r < visibleRows && tourTop + r < static_cast<int>(tourRows.size()); ++r) {
         const auto index = static_cast<size_t>(tourTop + r);
@@ -255,8 +255,7 @@ void QmTourMapList::DrawTours(VeSurface& target, bool focused) {
 }
 
 void QmTourMapList::DrawMaps(VeSurface& target, bool focused) {
-    target.MultiplyRect(kMapX, kHeadingY - 6, kMapWidth, kRowsY - kHeadingY + 6 + visibleRows * kRowHeight,
-                        kPanel);
+    QmPanel::Draw(target, kMapX, kHeadingY - 6, kMapWidth, kRowsY - kHeadingY + 6 + visibleRows * kRowHeight);
     target.BlitKeyed(mapHeading.surface, kMapX + 6, kHeadingY);
     if (showTimes) {
         target.BlitKeyed(timeHeading.surface, kMapX + kTimeX, kHeadingY);

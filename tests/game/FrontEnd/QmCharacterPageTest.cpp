@@ -3,12 +3,12 @@
 #include "FrontEnd/QmCharacterPage.h"
 
 #include "Gameplay/QmProfile.h"
-#include "PageTestSupport.h"
+#include "PanelPageTest.h"
 #include "Platform/VeFiles.h"
 #include "Support/TempUserData.h"
 
 namespace {
-class CharacterPageTest : public page_test::PageTest {
+class CharacterPageTest : public page_test::PanelPageTest {
 protected:
     QmCharacterPage::Outcome Frame(std::initializer_list<int> keys) {
         return WithKeys(keys, [this] { return characterPage.Frame(context); });
@@ -51,7 +51,9 @@ TEST_F(CharacterPageTest, ThePageInEveryLanguage) {
         characterPage.Relabel(context);
         characterPage.Reset(2);
         Frame({});
-        EXPECT_TRUE(EdgesClear()) << name;
+        EXPECT_TRUE(EdgesClearOfText()) << name;
+        EXPECT_TRUE(OnBandAndPanel(QmCharacterPage::kBoxesTop - 30, QmPanel::kLeft,
+                                   QmCharacterPage::kBoxesTop + QmCharacterBoxes::kBox));
         const int left = characterPage.BoxesLeft(640) + 2 * QmCharacterBoxes::kStep;
         EXPECT_GT(Count(left - 4, QmCharacterPage::kBoxesTop - 4, 72, 4, QmCharacterBoxes::kFrameColour), 60)
             << "the chosen box is framed";

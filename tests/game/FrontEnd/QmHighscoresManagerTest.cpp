@@ -3,10 +3,10 @@
 #include "FrontEnd/QmHighscoresManager.h"
 
 #include "FrontEnd/QmNameEntry.h"
-#include "PageTestSupport.h"
+#include "PanelPageTest.h"
 
 namespace {
-using page_test::PageTest;
+using page_test::PanelPageTest;
 
 std::vector<QmHighscoreEntry> Times(int count) {
     std::vector<QmHighscoreEntry> list;
@@ -18,7 +18,7 @@ std::vector<QmHighscoreEntry> Times(int count) {
     return list;
 }
 
-class HighscoresTest : public PageTest {
+class HighscoresTest : public PanelPageTest {
 protected:
     QmHighscoresManager::Outcome Frame(std::initializer_list<int> keys) {
         return WithKeys(keys, [this] { return manager.Frame(page, &input, controls); });
@@ -98,10 +98,12 @@ TEST_F(HighscoresTest, ThePageInEveryLanguage) {
         manager.SetDefaultName("ANN");
         Finish(Times(9), 24000);
         Frame({});
-        EXPECT_TRUE(EdgesClear()) << name << " with the name entry";
+        EXPECT_TRUE(EdgesClearOfText()) << name << " with the name entry";
         EXPECT_TRUE(MatchesStoredImage("frontend/highscores-entry-" + name + ".png", Picture(), 0)) << name;
         Frame({VeKey::Return});
-        EXPECT_TRUE(EdgesClear()) << name << " with the table";
+        EXPECT_TRUE(EdgesClearOfText()) << name << " with the table";
+        EXPECT_TRUE(OnBandAndPanel(QmHighscoresManager::kBandBottom - 1, QmPanel::kLeft,
+                                   QmHighscoresManager::kPanelBottom - 1));
         EXPECT_TRUE(MatchesStoredImage("frontend/highscores-" + name + ".png", Picture(), 0)) << name;
     }
 }

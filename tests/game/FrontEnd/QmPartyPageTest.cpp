@@ -2,10 +2,10 @@
 // party, the game type and the map sizes, and the page's picture in every language.
 #include "FrontEnd/QmPartyPage.h"
 
-#include "PageTestSupport.h"
+#include "PanelPageTest.h"
 
 namespace {
-class PartyPageTest : public page_test::PageTest {
+class PartyPageTest : public page_test::PanelPageTest {
 protected:
     QmPartyPage::Outcome Frame(std::initializer_list<int> keys) {
         return WithKeys(keys, [this] { return party.Frame(context); });
@@ -73,7 +73,9 @@ TEST_F(PartyPageTest, ThePageInEveryLanguage) {
         fresh.SetType(QmParty::Marathon);
         fresh.SelectPlayer(0);
         WithKeys({}, [&] { return fresh.Frame(context); });
-        EXPECT_TRUE(EdgesClear()) << name;
+        EXPECT_TRUE(EdgesClearOfText()) << name;
+        EXPECT_TRUE(
+            OnBandAndPanel(QmPartyPage::kFirstRowY - 3, QmPanel::kRight - 1, QmPartyPage::kEditButtonsY - 5));
         for (const QmTextBox& box : fresh.TextBoxes()) {
             EXPECT_TRUE(box.Fits()) << name << ": \"" << box.text << "\" is " << box.textWidth << " x "
                                     << box.textHeight << " in " << box.boxWidth << " x " << box.boxHeight;

@@ -2,10 +2,10 @@
 // the party, and the page's picture in every language.
 #include "FrontEnd/QmPartyResultsPage.h"
 
-#include "PageTestSupport.h"
+#include "PanelPageTest.h"
 
 namespace {
-class PartyResultsTest : public page_test::PageTest {
+class PartyResultsTest : public page_test::PanelPageTest {
 protected:
     QmPartyResultsPage::Outcome Frame(std::initializer_list<int> keys) {
         return WithKeys(keys, [this] { return results.Frame(context); });
@@ -42,7 +42,9 @@ TEST_F(PartyResultsTest, ThePageInEveryLanguage) {
         results.Relabel(context);
         results.Build(Ranking(), 2, 61234, "CID");
         Frame({});
-        EXPECT_TRUE(EdgesClear()) << name;
+        EXPECT_TRUE(EdgesClearOfText()) << name;
+        EXPECT_TRUE(OnBandAndPanel(QmPartyResultsPage::kBandBottom - 1, QmPanel::kRight - 1,
+                                   QmPartyResultsPage::kPanelTop));
         EXPECT_GT(Count(0, QmResultsTable::kFirstRowY + QmResultsTable::kRowStep, 640, 20,
                         QmResultsTable::kNewEntry),
                   50)

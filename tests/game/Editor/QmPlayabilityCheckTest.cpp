@@ -2,12 +2,9 @@
 // check as a job beside the frames.
 #include "Editor/QmPlayabilityCheck.h"
 
-#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
-#include "Environment/CoreEnvironmentManager/QmMapFile.h"
-#include "Environment/CoreEnvironmentManager/QmTourFile.h"
-#include "Gameplay/QmHighscores.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
+#include "game/Levels/ShippedTourFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -32,38 +29,6 @@ Grid Corridor() {
     return grid;
 }
 
-struct ShippedMap {
-    std::string path;
-    QmMapContents contents;
-    std::string bestRun;
-};
-
-// Every map of the shipped tours with the best run its score file keeps.
-std::vector<ShippedMap> ShippedMaps() {
-    const std::string root = std::string(QM_SOURCE_DIR) + "/Maps/";
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(root + "tours.dat", lines);
-    std::vector<ShippedMap> maps;
-    for (const std::string& folder : QmTourFile::ParseTourList(lines)) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        QmCipherFile::ReadLines(root + folder + "/tour.dat", lines);
-        QmTourFile::ParseTour(lines, record, levels);
-        for (const std::string& level : levels) {
-            ShippedMap map;
-            map.path = root + folder + "/" + level;
-            QmCipherFile::ReadLines(map.path, lines);
-            map.contents = QmMapFile::Parse(lines);
-            QmCoreEnvironmentManager world;
-            world.mapUid = map.contents.uid;
-            QmHighscores scores(world);
-            scores.LoadScores(map.path.substr(0, map.path.size() - 4) + ".dat");
-            map.bestRun = scores.StoredRecordingText();
-            maps.push_back(map);
-        }
-    }
-    return maps;
-}
 } // namespace
 
 TEST(QmPlayabilityCheckTest, SaysWhyAMapCannotBeFinished) {
@@ -93,10 +58,10 @@ TEST(QmPlayabilityCheckTest, SaysWhyAMapCannotBeFinished) {
 
 TEST(QmPlayabilityCheckTest, EveryShippedMapIsProvedByItsBestRunAtOnce) {
     const VeLogSink previous = SetLogSink([](const std::string&) {});
-    const std::vector<ShippedMap> maps = ShippedMaps();
+    const std::vector<shipped_tours::ShippedMap> maps = shipped_tours::ShippedMaps();
     SetLogSink(previous);
     ASSERT_GE(maps.size(), 10u);
-    for (const ShippedMap& map : maps) {
+    for (const shipped_tours::ShippedMap& map : maps) {
         ASSERT_FALSE(map.bestRun.empty()) << map.path;
         const auto report =
             QmPlayabilityCheck::Find(map.contents.blocks, map.contents.blockSize, {map.bestRun});

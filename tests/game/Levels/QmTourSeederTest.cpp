@@ -1,9 +1,8 @@
 // Seeding a player's game folder with the shipped tours: a first start gets them all, a folder in
 // use keeps every file and tour the player has.
 #include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
-#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
-#include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "Platform/VeFiles.h"
+#include "ShippedTourFiles.h"
 #include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
@@ -16,28 +15,9 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace shipped_tours;
+
 namespace {
-const std::string kShipped = std::string(QM_SOURCE_DIR) + "/Maps";
-
-std::vector<std::string> ReadList(const std::string& path) {
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(path, lines);
-    return QmTourFile::ParseTourList(lines);
-}
-
-struct Tour {
-    TourRecord record;
-    std::vector<std::string> levels;
-};
-
-Tour ReadTour(const std::string& folder) {
-    Tour tour;
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(folder + "/tour.dat", lines);
-    QmTourFile::ParseTour(lines, tour.record, tour.levels);
-    return tour;
-}
-
 void WriteTour(const std::string& folder, const Tour& tour) {
     CreateFolder(folder);
     QmCipherFile::WriteLines(folder + "/tour.dat", QmTourFile::FormatTour(tour.record, tour.levels), false);
@@ -66,7 +46,7 @@ class Seeding : public ::testing::Test {
 protected:
     void SetUp() override {
         game = data.GameFolder();
-        shippedList = ReadList(kShipped + "/tours.dat");
+        shippedList = ReadTourList();
         ASSERT_GE(shippedList.size(), 3u);
     }
     LogCapture quiet;
@@ -81,7 +61,7 @@ TEST_F(Seeding, AnEmptyGameFolderGetsEveryTourAndASecondRunChangesNothing) {
     ASSERT_EQ(Seed(kShipped, game, report), "");
     EXPECT_EQ(report.copiedTours, shippedList);
     EXPECT_TRUE(report.tourListWritten);
-    EXPECT_EQ(ReadList(game + "/Maps/tours.dat"), shippedList);
+    EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), shippedList);
     for (const std::string& folder : shippedList) {
         EXPECT_EQ(Snapshot(game + "/Maps/" + folder), Snapshot(kShipped + "/" + folder)) << folder;
     }
@@ -129,7 +109,7 @@ TEST_F(Seeding, AGameFolderInUseKeepsThePlayersFilesAndToursAfterTheShippedOnes)
     std::vector<std::string> expected = {shippedList[0], "MyFavourite"};
     expected.insert(expected.end(), shippedList.begin() + 2, shippedList.end());
     expected.push_back("Mine");
-    EXPECT_EQ(ReadList(game + "/Maps/tours.dat"), expected);
+    EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), expected);
 }
 
 TEST_F(Seeding, PutsBackMissingMapsAndAddsMapsANewerTourShips) {
@@ -204,6 +184,6 @@ TEST_F(Seeding, TheInstallScriptSeedsTheGameFolder) {
     const std::string command = "QUILLMAZE_USER_DATA='" + data.path + "' '" + std::string(QM_SOURCE_DIR) +
                                 "/scripts/seed-user-data' '" + build + "' > /dev/null";
     ASSERT_EQ(std::system(command.c_str()), 0);
-    EXPECT_EQ(ReadList(game + "/Maps/tours.dat"), shippedList);
+    EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), shippedList);
     EXPECT_EQ(std::system(command.c_str()), 0);
 }

@@ -1,16 +1,11 @@
 // The tours beside the program: their files as the game reads them, the unlocking they start
 // with, the blocks they use, and a reference run for every map that the race plays to the finish.
-#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
-#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
-#include "Environment/CoreEnvironmentManager/QmFileNames.h"
-#include "Environment/CoreEnvironmentManager/QmMapFile.h"
-#include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "Environment/CoreEnvironmentManager/QmTourSeeder.h"
-#include "Gameplay/QmHighscores.h"
 #include "Gameplay/QmRaceSimulator.h"
 #include "LevelBuilder.h"
 #include "LevelSource.h"
 #include "Platform/VeFiles.h"
+#include "ShippedTourFiles.h"
 #include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
@@ -20,46 +15,9 @@
 #include <string>
 #include <vector>
 
+using namespace shipped_tours;
+
 namespace {
-const std::string kShipped = std::string(QM_SOURCE_DIR) + "/Maps";
-
-struct ShippedMap {
-    std::string tour;
-    std::string path;
-    QmMapContents contents;
-};
-
-std::vector<std::string> TourList() {
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(kShipped + "/tours.dat", lines);
-    return QmTourFile::ParseTourList(lines);
-}
-
-void ReadTour(const std::string& folder, TourRecord& record, std::vector<std::string>& levels) {
-    std::vector<std::string> lines;
-    ASSERT_TRUE(QmCipherFile::ReadLines(kShipped + "/" + folder + "/tour.dat", lines)) << folder;
-    QmTourFile::ParseTour(lines, record, levels);
-}
-
-std::vector<ShippedMap> AllMaps() {
-    std::vector<ShippedMap> maps;
-    for (const std::string& folder : TourList()) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        ReadTour(folder, record, levels);
-        for (const std::string& file : levels) {
-            ShippedMap map;
-            map.tour = folder;
-            map.path = kShipped + "/" + folder + "/" + file;
-            std::vector<std::string> lines;
-            QmCipherFile::ReadLines(map.path, lines);
-            map.contents = QmMapFile::Parse(lines);
-            maps.push_back(map);
-        }
-    }
-    return maps;
-}
-
 class ShippedTours : public ::testing::Test {
 protected:
     LogCapture quiet;
@@ -67,50 +25,43 @@ protected:
 } // namespace
 
 TEST_F(ShippedTours, AreOfficialReadOnlyAndUnlockOneAfterAnother) {
-    const std::vector<std::string> folders = TourList();
+    const std::vector<std::string> folders = ReadTourList();
     ASSERT_GE(folders.size(), 4u);
     for (size_t t = 0; t < folders.size(); ++t) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        ReadTour(folders[t], record, levels);
+        const Tour tour = ReadTour(kShipped + "/" + folders[t]);
         SCOPED_TRACE(folders[t]);
-        EXPECT_TRUE(record.official);
-        EXPECT_EQ(record.locked, t > 0);
-        EXPECT_FALSE(record.editable);
-        EXPECT_FALSE(record.collectsFiles);
-        EXPECT_FALSE(record.uid.empty());
+        EXPECT_TRUE(tour.record.official);
+        EXPECT_EQ(tour.record.locked, t > 0);
+        EXPECT_FALSE(tour.record.editable);
+        EXPECT_FALSE(tour.record.collectsFiles);
+        EXPECT_FALSE(tour.record.uid.empty());
         // The scan renames a tour folder to the CamelCase form of its name and a map file to that
         // of its map's name; shipped names are already in that form.
-        EXPECT_EQ(folders[t], QmFileNames::CamelCase(record.name));
-        ASSERT_GE(levels.size(), 8u);
-        for (size_t m = 0; m < levels.size(); ++m) {
-            std::vector<std::string> lines;
-            ASSERT_TRUE(QmCipherFile::ReadLines(kShipped + "/" + folders[t] + "/" + levels[m], lines));
-            const QmMapContents map = QmMapFile::Parse(lines);
-            SCOPED_TRACE(levels[m]);
-            EXPECT_EQ(levels[m], QmFileNames::CamelCase(map.name) + ".map");
-            EXPECT_LE(map.name.size(), QmCoreEnvironmentManager::kMaxMapNameLength);
-            EXPECT_EQ(map.locked, m > 0);
-            EXPECT_FALSE(map.editable);
-            EXPECT_EQ(map.tourUid, record.uid);
-            EXPECT_EQ(map.startCells.size(), 1u);
-        }
+        EXPECT_EQ(folders[t], QmFileNames::CamelCase(tour.record.name));
+        EXPECT_GE(tour.levels.size(), 8u);
+    }
+    for (const ShippedMap& map : ShippedMaps()) {
+        SCOPED_TRACE(map.path);
+        EXPECT_EQ(map.file, QmFileNames::CamelCase(map.contents.name) + ".map");
+        EXPECT_LE(map.contents.name.size(), QmCoreEnvironmentManager::kMaxMapNameLength);
+        EXPECT_EQ(map.contents.locked, map.level > 0);
+        EXPECT_FALSE(map.contents.editable);
+        EXPECT_EQ(map.contents.tourUid, ReadTour(kShipped + "/" + folders[map.tour]).record.uid);
+        EXPECT_EQ(map.contents.startCells.size(), 1u);
     }
 }
 
 TEST_F(ShippedTours, EveryMapIsFinishedByItsReferenceRun) {
-    const std::vector<ShippedMap> maps = AllMaps();
+    const std::vector<ShippedMap> maps = ShippedMaps();
     ASSERT_GE(maps.size(), 32u);
     for (const ShippedMap& map : maps) {
         SCOPED_TRACE(map.path);
+        // The score file, read as the race reads it, belongs to this map and lists nobody.
+        EXPECT_EQ(map.scoreEntries, 0u);
+        QmRecording best;
+        best.FromText(map.bestRun);
+        ASSERT_FALSE(best.Empty());
         QmCoreEnvironmentManager world;
-        std::string error;
-        ASSERT_TRUE(QmRaceSimulator::LoadMap(world, map.path, error)) << error;
-        // The score file is read as the race reads it: it must belong to this map.
-        QmHighscores scores(world);
-        scores.LoadScores(QmFileNames::ScoreFileOf(map.path));
-        EXPECT_TRUE(scores.List().empty());
-        ASSERT_FALSE(scores.StoredRecording().Empty());
 
         // Raced as the game races it, with the stored run as the ghost beside the racer; and, on a
         // map without cows, as a player's machine races it, at other frame rates: a run that only
@@ -130,8 +81,8 @@ TEST_F(ShippedTours, EveryMapIsFinishedByItsReferenceRun) {
             ASSERT_TRUE(QmRaceSimulator::LoadMap(world, map.path, reloadError)) << reloadError;
             QmSimOptions options;
             options.dt = dt;
-            options.inputs = scores.StoredRecording();
-            options.ghost = scores.StoredRecording();
+            options.inputs = best;
+            options.ghost = best;
             const QmSimResult result = QmRaceSimulator::Run(world, options, nullptr);
             EXPECT_EQ(result.outcome, QmSimResult::Finished)
                 << QmSimResult::OutcomeName(result.outcome) << " at " << result.timeMs << " ms, frame time "
@@ -143,7 +94,7 @@ TEST_F(ShippedTours, EveryMapIsFinishedByItsReferenceRun) {
 TEST_F(ShippedTours, TogetherUseEveryBlockBothSizesAndEverySpecial) {
     std::set<BlockId> used;
     std::set<int> sizes;
-    for (const ShippedMap& map : AllMaps()) {
+    for (const ShippedMap& map : ShippedMaps()) {
         const int size = map.contents.blockSize == 32 ? 20 : 10;
         sizes.insert(size);
         for (int x = 0; x < size; ++x) {
@@ -209,7 +160,7 @@ TEST_F(ShippedTours, StartTheGameAtTheTutorialOnceSeeded) {
     QmCoreEnvironmentManager world;
     world.programMapsFolder = kShipped;
     world.InitWorld();
-    EXPECT_EQ(world.tourFolders, TourList());
+    EXPECT_EQ(world.tourFolders, ReadTourList());
     EXPECT_EQ(world.tourIndex, 0);
     EXPECT_EQ(world.mapName, "TUTORIAL");
     EXPECT_FALSE(world.locked);
@@ -218,9 +169,7 @@ TEST_F(ShippedTours, StartTheGameAtTheTutorialOnceSeeded) {
     EXPECT_TRUE(world.tours[1].locked);
     // The scan found every file where the tour lists it and renamed nothing.
     for (size_t t = 0; t < world.tourFolders.size(); ++t) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        ReadTour(world.tourFolders[t], record, levels);
+        const std::vector<std::string> levels = ReadTour(kShipped + "/" + world.tourFolders[t]).levels;
         EXPECT_EQ(world.tourLevels[t], levels);
         for (const std::string& file : levels) {
             EXPECT_TRUE(FileExists(data.GameFolder() + "/Maps/" + world.tourFolders[t] + "/" + file));

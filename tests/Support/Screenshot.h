@@ -96,6 +96,17 @@ inline ScreenshotDifference CompareScreenshots(const ScreenshotImage& a, const S
     return difference;
 }
 
+// Two surfaces of the same size with the same colours, or where they first differ.
+inline ::testing::AssertionResult SamePicture(const VeSurface& a, const VeSurface& b) {
+    const ScreenshotDifference difference = CompareScreenshots(ScreenshotOf(a), ScreenshotOf(b), 0);
+    if (difference.sameSize && difference.differingPixels == 0) {
+        return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure()
+           << (difference.sameSize ? "pixels differ, first at " : "sizes differ") << difference.firstX << ","
+           << difference.firstY;
+}
+
 // The stored image at tests/data/<relativePath> matches the picture when at most
 // maxDifferingPixels pixels differ by more than channelTolerance in some channel.
 inline ::testing::AssertionResult MatchesStoredImage(const std::string& relativePath,

@@ -1,28 +1,16 @@
 #pragma once
 // Test support: points the roaming data folder at a fresh temporary folder for the test's
 // lifetime and removes it afterwards.
-#include <cstdlib>
+#include "Support/ScopedEnv.h"
+
 #include <filesystem>
 #include <string>
 #include <unistd.h>
 
 class TempUserData {
 public:
-    TempUserData() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmaze-test-XXXXXX").string();
-        char* made = mkdtemp(pattern.data());
-        path = made != nullptr ? std::string(made) : std::string();
-        const char* old = std::getenv("QUILLMAZE_USER_DATA");
-        hadPrevious = old != nullptr;
-        previous = hadPrevious ? old : "";
-        setenv("QUILLMAZE_USER_DATA", path.c_str(), 1);
-    }
+    TempUserData() = default;
     ~TempUserData() {
-        if (hadPrevious) {
-            setenv("QUILLMAZE_USER_DATA", previous.c_str(), 1);
-        } else {
-            unsetenv("QUILLMAZE_USER_DATA");
-        }
         std::error_code ignored;
         std::filesystem::remove_all(path, ignored);
     }
@@ -31,9 +19,14 @@ public:
 
     std::string GameFolder() const { return path + "/Quillmaze"; }
 
-    std::string path;
+    std::string path = MakeFolder();
 
 private:
-    bool hadPrevious = false;
-    std::string previous;
+    static std::string MakeFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "quillmaze-test-XXXXXX").string();
+        const char* made = mkdtemp(pattern.data());
+        return made != nullptr ? std::string(made) : std::string();
+    }
+
+    ScopedEnv environment{"QUILLMAZE_USER_DATA", path.c_str()};
 };

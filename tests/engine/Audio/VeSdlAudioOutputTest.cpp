@@ -3,39 +3,13 @@
 #include "Audio/VeAudioManager.h"
 #include "Platform/VeTime.h"
 #include "Support/LogCapture.h"
+#include "Support/ScopedEnv.h"
 #include "Support/TempUserData.h"
 #include "engine/Audio/AudioTestKit.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace {
-// Sets an environment variable for the test's lifetime.
-class ScopedEnv {
-public:
-    ScopedEnv(const char* name, const std::string& value) : name(name) {
-        const char* old = std::getenv(name);
-        had = old != nullptr;
-        previous = had ? old : "";
-        setenv(name, value.c_str(), 1);
-    }
-    ~ScopedEnv() {
-        if (had) {
-            setenv(name, previous.c_str(), 1);
-        } else {
-            unsetenv(name);
-        }
-    }
-    ScopedEnv(const ScopedEnv&) = delete;
-    ScopedEnv& operator=(const ScopedEnv&) = delete;
-
-private:
-    const char* name;
-    bool had = false;
-    std::string previous;
-};
-
 // Waits (in real time) until the channel has ended; returns the milliseconds it took, or -1.
 int64_t WaitForEnd(VeAudioManager& audio, const VeAudioHandle& handle) {
     const int64_t start = GetTimeMs();
@@ -71,7 +45,7 @@ TEST(VeSdlAudioOutputTest, DiskDriverRecordsExactlyWhatWasMixed) {
     TempUserData data;
     const std::string file = data.path + "/out.raw";
     ScopedEnv driver("SDL_AUDIODRIVER", "disk");
-    ScopedEnv target("SDL_DISKAUDIOFILE", file);
+    ScopedEnv target("SDL_DISKAUDIOFILE", file.c_str());
     {
         VeAudioManager audio("", false);
         ASSERT_TRUE(audio.HasDevice());

@@ -1,5 +1,6 @@
 #include "Platform/VeFiles.h"
 
+#include "Support/ScopedEnv.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -12,20 +13,18 @@ TEST(VeFilesTest, UserDataFolderFollowsOverrideAndXdg) {
     EXPECT_EQ(GetUserDataFolder(), data.path);
     EXPECT_EQ(GetGameFolder(), data.path + "/Quillmaze");
 
-    setenv("QUILLMAZE_USER_DATA", (data.path + "//").c_str(), 1);
-    EXPECT_EQ(GetUserDataFolder(), data.path) << "trailing separators are dropped";
-
-    unsetenv("QUILLMAZE_USER_DATA");
-    const char* xdg = std::getenv("XDG_DATA_HOME");
-    const std::string savedXdg = xdg ? xdg : "";
-    setenv("XDG_DATA_HOME", "/somewhere/data", 1);
-    EXPECT_EQ(GetUserDataFolder(), "/somewhere/data");
-    unsetenv("XDG_DATA_HOME");
-    setenv("HOME", "/home/player", 1);
-    EXPECT_EQ(GetUserDataFolder(), "/home/player/.local/share");
-    if (xdg) {
-        setenv("XDG_DATA_HOME", savedXdg.c_str(), 1);
+    {
+        ScopedEnv slashes("QUILLMAZE_USER_DATA", (data.path + "//").c_str());
+        EXPECT_EQ(GetUserDataFolder(), data.path) << "trailing separators are dropped";
     }
+    ScopedEnv noOverride("QUILLMAZE_USER_DATA", nullptr);
+    ScopedEnv home("HOME", "/home/player");
+    {
+        ScopedEnv xdg("XDG_DATA_HOME", "/somewhere/data");
+        EXPECT_EQ(GetUserDataFolder(), "/somewhere/data");
+    }
+    ScopedEnv noXdg("XDG_DATA_HOME", nullptr);
+    EXPECT_EQ(GetUserDataFolder(), "/home/player/.local/share");
 }
 
 TEST(VeFilesTest, AtomicWriteReplacesWholeFileAndKeepsOldOnFailure) {

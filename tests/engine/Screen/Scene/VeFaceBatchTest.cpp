@@ -49,16 +49,6 @@ protected:
         return target.ReadSceneToSurface();
     }
 
-    static bool Same(const VeSurface& a, const VeSurface& b) {
-        for (int32_t i = 0; i < a.pixelCount; ++i) {
-            if (a.GetPixel(i) != b.GetPixel(i)) {
-                ADD_FAILURE() << "first difference at " << i % a.width << "," << i / a.width;
-                return false;
-            }
-        }
-        return true;
-    }
-
     VeSurface picture{2, 2};
     std::unique_ptr<VeTexture> texture;
 };
@@ -76,7 +66,7 @@ TEST_F(VeFaceBatchTest, BatchedFacesAndSquaresLookLikeTheSharedGeometry) {
         batch.Upload();
         EXPECT_EQ(batch.DrawAll(), 1);
     });
-    EXPECT_TRUE(Same(face, batchedFace));
+    EXPECT_TRUE(SamePicture(face, batchedFace));
 
     const VeSurface quad = Draw([&] { VeVertexBatches::DrawQuad(texture.get()); });
     for (int divisions : {1, 4}) {
@@ -87,7 +77,7 @@ TEST_F(VeFaceBatchTest, BatchedFacesAndSquaresLookLikeTheSharedGeometry) {
             batch.Upload();
             batch.DrawAll();
         });
-        EXPECT_TRUE(Same(quad, square)) << divisions << " divisions";
+        EXPECT_TRUE(SamePicture(quad, square)) << divisions << " divisions";
     }
 }
 

@@ -30,17 +30,6 @@ int CountInk(const VeSurface& surface, int32_t left = 0, int32_t top = 0, int32_
     return count;
 }
 
-bool SamePixels(const VeSurface& a, const VeSurface& b) {
-    if (a.width != b.width || a.height != b.height) {
-        return false;
-    }
-    for (int32_t i = 0; i < a.pixelCount; ++i) {
-        if (a.GetPixel(i) != b.GetPixel(i)) {
-            return false;
-        }
-    }
-    return true;
-}
 } // namespace
 
 TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
@@ -174,7 +163,7 @@ TEST(VeTextTest, MaskedTextDrawsAnXPerCharacter) {
     password.SetMasked(true);
     password.Draw();
     VeText crosses("XXXXX", &style);
-    EXPECT_TRUE(SamePixels(password.surface, crosses.surface));
+    EXPECT_TRUE(SamePicture(password.surface, crosses.surface));
     EXPECT_EQ(password.text, "hello");
 }
 

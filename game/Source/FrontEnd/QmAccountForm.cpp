@@ -5,9 +5,12 @@
 #include "Coordinator/VaCoordinator.h"
 #include "Form/VeCheckbox.h"
 #include "Form/VeTextInput.h"
+#include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPage.h"
+#include "FrontEnd/QmMenuPages.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
+#include "Network/QmNetworkManager.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/VeCursor.h"
 
@@ -25,6 +28,8 @@ constexpr int kBoxStep = 40;
 constexpr int kBoxLabelX = kLeft + kBoxSize + 12;
 constexpr int kStatusHeight = 52;
 constexpr int kButtonWidth = 200;
+constexpr int kSomethingWrongLine = 151;
+constexpr int kCannotReachLine = 165;
 } // namespace
 
 QmAccountForm::QmAccountForm() : buttons([](const std::string& name) { Play(name); }) {
@@ -101,6 +106,40 @@ void QmAccountForm::SetStatus(int line, uint32_t colour) {
     statusLine = line;
     statusStyle.Colour(colour);
     status = VeText(Line(line), &statusStyle);
+}
+
+QmAccountForm::Answer QmAccountForm::TakeAnswer(QmNetworkManager* network, int refusedLine) {
+    if (network == nullptr) {
+        SetStatus(kCannotReachLine, kErrorColour);
+        return Answer::Refused;
+    }
+    if (network->IsWaiting()) {
+        return Answer::Waiting;
+    }
+    const std::vector<QmNotice> notices = network->TakeNotices();
+    const int32_t result = network->TakeLoginResult();
+    const int32_t message = network->TakeRegisterMessage();
+    network->TakePageRequest();
+    if (result == 2 && network->IsLoggedIn()) {
+        SetStatus(0, kErrorColour);
+        return Answer::LoggedIn;
+    }
+    if (network->TakeUpdateRequired()) {
+        SetStatus(0, kErrorColour);
+        VaCoordinator* c = QmMenuPage::C();
+        if (c->HasFrontEnd()) {
+            c->FrontEnd().MenuPages().SetUpdateRequiredNotice(true);
+        }
+        return Answer::UpdateRequired;
+    }
+    int line = result == 1 ? refusedLine : kSomethingWrongLine;
+    if (message != 0) {
+        line = message;
+    } else if (!notices.empty()) {
+        line = notices.back().textLine;
+    }
+    SetStatus(line, kErrorColour);
+    return Answer::Refused;
 }
 
 void QmAccountForm::Relabel() {

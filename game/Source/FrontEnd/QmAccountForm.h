@@ -7,6 +7,8 @@
 // text input activates the first button when it is enabled. Space or Return flips a checkbox. The
 // mouse focuses an input (and places the caret), flips a checkbox with a click on it or its label,
 // and works the buttons. Escape (or the pad's B) asks the page to go back.
+// TakeAnswer reads the service's answer to the page's login or registration once nothing is out
+// any more and shows a refusal or failure on the status line.
 #include "Form/VeCheckboxStyle.h"
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmTextBox.h"
@@ -19,6 +21,7 @@
 #include <vector>
 
 class QmControls;
+class QmNetworkManager;
 class VeCheckbox;
 class VeFormElement;
 class VeInput;
@@ -50,6 +53,14 @@ public:
     void Relabel();
     // The focus on the first field again.
     void FocusFirst();
+
+    enum class Answer { Waiting, LoggedIn, UpdateRequired, Refused };
+    // Waiting while the request is out. Otherwise the answer is taken from the network manager:
+    // logged in, or too old a game (the menu's update notice raised), both with the status line
+    // cleared; or refused, said in red: the registration's own message if any, else the last
+    // notice, else refusedLine after a refused login and "something went wrong" after anything
+    // else. No network manager counts as a service out of reach.
+    Answer TakeAnswer(QmNetworkManager* network, int refusedLine);
 
     // One frame of input: the index of the button activated, kBack, or -1.
     int Update(QmControls& controls, VeInput* input);

@@ -6,7 +6,6 @@
 #include "Form/VeTextInput.h"
 #include "FrontEnd/Options/QmOptions.h"
 #include "FrontEnd/QmAccountForm.h"
-#include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmPageLinks.h"
 #include "Network/QmNetworkManager.h"
@@ -22,7 +21,6 @@ constexpr int kRegisterLine = 140;
 constexpr int kRulesLine = 137;
 constexpr int kBackLine = 22;
 constexpr int kEmptyFieldLine = 150;
-constexpr int kSomethingWrongLine = 151;
 constexpr int kWrongLoginLine = 152;
 constexpr int kLoggingInLine = 154;
 constexpr int kCannotReachLine = 165;
@@ -76,6 +74,7 @@ public:
         } else {
             network->TakeNotices();
             network->TakeLoginResult();
+            network->TakeRegisterMessage();
             sentName = name;
             sentPassword = password->Content();
             network->Login(sentName, sentPassword);
@@ -98,37 +97,17 @@ public:
 
     // The answer, once nothing is out any more; false when the page was left for another.
     bool Poll() {
-        QmNetworkManager* network = Network();
-        if (network != nullptr && network->IsWaiting()) {
+        const QmAccountForm::Answer answer = form.TakeAnswer(Network(), kWrongLoginLine);
+        if (answer == QmAccountForm::Answer::Waiting) {
             return true;
         }
         pending = false;
-        if (network == nullptr) {
-            form.SetStatus(kCannotReachLine, QmAccountForm::kErrorColour);
-            return true;
-        }
-        const std::vector<QmNotice> notices = network->TakeNotices();
-        const int32_t result = network->TakeLoginResult();
-        network->TakePageRequest();
-        if (result == 2 && network->IsLoggedIn()) {
+        if (answer == QmAccountForm::Answer::LoggedIn) {
             Remember();
-            form.SetStatus(0, QmAccountForm::kErrorColour);
             QmPageLinks::SetPage(QmMenuPages::kSharedMaps);
             return false;
         }
-        VaCoordinator* c = QmMenuPage::C();
-        if (network->TakeUpdateRequired()) {
-            // The menu asks to update the game; the page says nothing more.
-            form.SetStatus(0, QmAccountForm::kErrorColour);
-            if (c->HasFrontEnd()) {
-                c->FrontEnd().MenuPages().SetUpdateRequiredNotice(true);
-            }
-            return true;
-        }
-        const int line = !notices.empty() ? notices.back().textLine
-                                          : (result == 1 ? kWrongLoginLine : kSomethingWrongLine);
-        form.SetStatus(line, QmAccountForm::kErrorColour);
-        return true;
+        return true; // a refusal is on the status line; an update is the menu's to ask for
     }
 
     void Frame() {

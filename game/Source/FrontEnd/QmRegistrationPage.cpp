@@ -5,7 +5,6 @@
 #include "Form/VeCheckbox.h"
 #include "Form/VeTextInput.h"
 #include "FrontEnd/QmAccountForm.h"
-#include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmPageLinks.h"
 #include "Network/QmNetworkManager.h"
@@ -70,46 +69,25 @@ public:
 
     // The answer, once nothing is out any more; false when the page was left for another.
     bool Poll() {
-        QmNetworkManager* network = Network();
-        if (network != nullptr && network->IsWaiting()) {
+        const QmAccountForm::Answer answer = form.TakeAnswer(Network(), kSomethingWrongLine);
+        if (answer == QmAccountForm::Answer::Waiting) {
             return true;
         }
         pending = false;
-        if (network == nullptr) {
-            form.SetStatus(kCannotReachLine, QmAccountForm::kErrorColour);
-            return true;
-        }
-        const std::vector<QmNotice> notices = network->TakeNotices();
-        const int32_t result = network->TakeLoginResult();
-        const int32_t message = network->TakeRegisterMessage();
-        network->TakePageRequest();
-        VaCoordinator* c = QmMenuPage::C();
-        if (result == 2 && network->IsLoggedIn()) {
+        if (answer == QmAccountForm::Answer::LoggedIn) {
             // The account exists: the next visit starts with an empty form, the password gone.
             user->Clear();
             password->Clear();
             email->Clear();
             agree->checked = false;
-            form.SetStatus(0, QmAccountForm::kErrorColour);
             QmPageLinks::SetPage(QmMenuPages::kSharedMaps);
             return false;
         }
-        if (network->TakeUpdateRequired()) {
+        if (answer == QmAccountForm::Answer::UpdateRequired) {
             // Too old a game for the service: the login page asks to update it.
-            form.SetStatus(0, QmAccountForm::kErrorColour);
-            if (c->HasFrontEnd()) {
-                c->FrontEnd().MenuPages().SetUpdateRequiredNotice(true);
-            }
             QmPageLinks::SetPage(QmMenuPages::kLogin);
             return false;
         }
-        int line = kSomethingWrongLine;
-        if (message != 0) {
-            line = message;
-        } else if (!notices.empty()) {
-            line = notices.back().textLine;
-        }
-        form.SetStatus(line, QmAccountForm::kErrorColour);
         return true;
     }
 

@@ -1,57 +1,26 @@
 #include "FrontEnd/QmButtonGrid.h"
-#include "Controls/QmControls.h"
-#include "Input/VeInput.h"
 #include "Input/VeKey.h"
-#include "engine/Input/FakeInputSource.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
+#include "PageTestSupport.h"
 
 namespace {
 
-class ButtonGridTest : public ::testing::Test {
+class ButtonGridTest : public page_test::PageTest {
 protected:
-    ButtonGridTest() : grid([this](const std::string& name) { sounds.push_back(name); }) {
+    ButtonGridTest() {
         grid.Set({{"ONE", "TWO", "THREE"}, {"FOUR", "FIVE"}}, 500, 640, 150);
         grid.SetEnabled(1, false);
     }
 
     int Frame(std::initializer_list<int> keys, bool focused, QmButtonGrid::Exit* exit = nullptr) {
-        for (int key : keys) {
-            devices.keys[key] = 1;
-        }
-        input.Update();
-        const int result = grid.Update(controls, &input, focused, exit);
-        input.ClearPressed();
-        for (int key : keys) {
-            devices.keys[key] = 0;
-        }
-        input.Update();
-        input.ClearPressed();
-        return result;
+        return WithKeys(keys, [&] { return grid.Update(controls, &input, focused, exit); });
     }
 
     int Click(const VeButton& button) {
-        devices.mouseX = static_cast<int>(button.x) + 5;
-        devices.mouseY = static_cast<int>(button.y) + 5;
-        devices.buttons = 1;
-        input.Update();
-        const int result = grid.Update(controls, &input, false);
-        input.ClearPressed();
-        devices.buttons = 0;
-        input.Update();
-        input.ClearPressed();
-        return result;
+        return WithPointer(static_cast<int>(button.x) + 5, static_cast<int>(button.y) + 5, true,
+                           [&] { return grid.Update(controls, &input, false); });
     }
 
-    FakeInputSource::Devices devices;
-    VeInput input{nullptr, std::make_unique<FakeInputSource>(&devices)};
-    QmControls controls{&input};
-    std::vector<std::string> sounds;
-    QmButtonGrid grid;
+    QmButtonGrid grid{[this](const std::string& name) { sounds.push_back(name); }};
 };
 
 TEST_F(ButtonGridTest, KeysWalkRowsSkipDisabledAndLeaveAtTheEdges) {

@@ -21,27 +21,14 @@ protected:
     QmMenuPages& Pages() { return coordinator->FrontEnd().MenuPages(); }
     QmNoticeDialog& Dialog() { return coordinator->FrontEnd().Dialog(); }
     std::string Line(int number) { return coordinator->Language().GetLine(number); }
-    void Still() {
-        coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
-        coordinator->blink = 1.0f;
-    }
 };
 } // namespace
 
-TEST_F(MenuPagesTest, BackOnTheMainMenuMovesToQuitAndBackAgainQuits) {
+TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPageAndBackMovesToQuitThenQuits) {
     Pages().SetPage(QmMenuPages::kMainMenu);
     Keys(Pages(), {VeKey::Down});
     EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(167));
-    Keys(Pages(), {VeKey::Escape});
-    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(QmMenuPages::kQuitLine));
-    EXPECT_FALSE(app->quitRequested);
-    Keys(Pages(), {VeKey::Escape});
-    EXPECT_TRUE(app->quitRequested);
-}
-
-TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPage) {
-    Pages().SetPage(QmMenuPages::kMainMenu);
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 5; ++i) {
         Keys(Pages(), {VeKey::Down});
     }
     Keys(Pages(), {VeKey::Return});
@@ -58,9 +45,16 @@ TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPage) {
     Keys(Pages(), {VeKey::Escape});
     EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
     EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(141));
+
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(QmMenuPages::kQuitLine));
+    EXPECT_FALSE(app->quitRequested);
+    Keys(Pages(), {VeKey::Escape});
+    EXPECT_TRUE(app->quitRequested);
 }
 
-TEST_F(MenuPagesTest, PendingNoticeShowsOnceWithTheDefaultTitle) {
+TEST_F(MenuPagesTest, APendingNoticeShowsOnceAndTheDialogsAnswersCarryItsAction) {
+    Pages().SetPage(QmMenuPages::kMainMenu);
     Pages().SetPendingNotice("THE DOWNLOAD FAILED.");
     Run(Pages());
     ASSERT_TRUE(Dialog().Visible());
@@ -70,10 +64,7 @@ TEST_F(MenuPagesTest, PendingNoticeShowsOnceWithTheDefaultTitle) {
     EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kOkLine));
     Run(Pages());
     EXPECT_FALSE(Dialog().Visible());
-}
 
-TEST_F(MenuPagesTest, DialogAnswersCarryItsAction) {
-    Pages().SetPage(QmMenuPages::kMainMenu);
     Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "DELETE", "DELETE IT?", "");
     EXPECT_EQ(Dialog().Row().SelectedLabel(), Line(QmNoticeDialog::kYesLine));
     Keys(Pages(), {VeKey::Left});
@@ -90,16 +81,6 @@ TEST_F(MenuPagesTest, DialogAnswersCarryItsAction) {
     coordinator->ShowNotice("TITLE", "TEXT");
     EXPECT_TRUE(Dialog().Visible());
     EXPECT_EQ(Dialog().Title().text, "TITLE");
-}
-
-TEST_F(MenuPagesTest, DialogOfWidthZeroTakesHalfTheScreen) {
-    VeSurface wide(1280, 640);
-    QmNoticeDialog dialog(&wide, nullptr, nullptr, nullptr, [this](int n) { return Line(n); });
-    dialog.Show(QmNoticeDialog::kOneButton, false, 0, "", std::string(40, 'W') + " " + std::string(30, 'W'),
-                "");
-    EXPECT_EQ(dialog.Width(), 640);
-    EXPECT_LE(dialog.Body().Width(), 610);
-    EXPECT_GT(dialog.Body().Height(), dialog.Title().Height());
 }
 
 TEST_F(MenuPagesTest, IntroLeavesAfterSixSecondsOrAKey) {
@@ -160,13 +141,9 @@ TEST_F(MenuPagesTest, FallingBlocksStackClearAndStayStillWhenSwitchedOff) {
     EXPECT_FALSE(background.Clearing());
 }
 
-TEST_F(MenuPagesTest, PicturesOfTheIntroAndTheAnimatedMainMenu) {
+TEST_F(MenuPagesTest, PictureOfTheAnimatedMainMenu) {
     // (The still pages in every language are the page check's.)
-    Still();
-    Pages().SetPage(QmMenuPages::kIntro);
-    Run(Pages());
-    EXPECT_GT(Drawn(100, 470, 440, 40), 500); // the prompt under the logo
-
+    coordinator->blink = 1.0f;
     coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "1");
     Pages().SetPage(QmMenuPages::kMainMenu);
     Pages().Background().Reset();

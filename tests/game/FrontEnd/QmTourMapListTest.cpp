@@ -1,9 +1,6 @@
 #include "FrontEnd/QmTourMapList.h"
-#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmHighscores.h"
-#include "Support/TempUserData.h"
-
-#include <gtest/gtest.h>
+#include "game/Environment/CoreEnvironmentManager/WorldFixture.h"
 
 #include <filesystem>
 #include <string>
@@ -11,13 +8,7 @@
 
 namespace {
 
-// A world that stores a new map in its tour, as the game's own world does.
-class SavingWorld : public QmCoreEnvironmentManager {
-public:
-    void SaveMap(bool asNew) override { SaveMapToTour(asNew); }
-};
-
-class TourMapListTest : public ::testing::Test {
+class TourMapListTest : public WorldTest {
 protected:
     TourMapListTest() : previous(std::filesystem::current_path()) {
         std::filesystem::current_path(QM_SOURCE_DIR);
@@ -26,25 +17,17 @@ protected:
 
     static std::string Line(int number) { return number == 1 ? "SEC" : "L" + std::to_string(number); }
 
-    TempUserData data;
     std::filesystem::path previous;
 };
 
 TEST_F(TourMapListTest, ReadsNamesLocksAndBestTimesWithoutDisturbingTheCurrentMap) {
-    SavingWorld world;
-    world.programMapsFolder = data.path + "/none";
-    world.defaultMapName = "Level";
-    world.NewTour();
-    world.tours[0].name = "Hills";
-    world.SaveTour(0, false);
-    for (int m = 0; m < 3; ++m) {
-        world.LoadLevel(m, false);
-    }
+    AddTour("Hills", "Hills", {"A.map", "B.map", "C.map"});
     world.SetMapField('l', "1", 0, 2);
     world.LoadLevel(0, false);
     QmHighscores scores(world);
     scores.SaveScores(QmRecording(), false, false, "Ann", true, 12345);
     world.LoadLevel(1, false);
+    world.SaveMap(false); // an identity no other map has
     const std::string uid = world.mapUid;
 
     const auto tours = QmTourMapList::ReadTours(world);

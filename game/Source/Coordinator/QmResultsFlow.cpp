@@ -200,6 +200,16 @@ void QmResultsFlow::DrawRaceOverlay() {
         turnWaiting = false; // the player confirmed
         return;
     }
+    if (waiting.Update(c.Controls()) == QmWaitingScreen::Outcome::LeaveParty) {
+        // The race's pause menu, opened by the same key in this frame, closes with the race.
+        turnWaiting = false;
+        ToMenu(kPartyPage);
+        PartyPage().Reset();
+        if (c.app->input != nullptr) {
+            c.app->input->BlockRepeats(); // a held Escape does not leave the party page too
+        }
+        return;
+    }
     if (c.app->screen != nullptr) {
         waiting.Draw(c.app->screen->overlay);
     }

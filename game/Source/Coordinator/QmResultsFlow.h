@@ -52,7 +52,8 @@ public:
     // preparation, the Marathon's next map, the player's character and the wait for the player.
     // False when the Marathon draw found no maps.
     bool StartPartyRace(bool retry);
-    // While a party turn waits for its player the screen names them.
+    // While a party turn waits for its player the screen names them; Back leaves the party for the
+    // party page.
     void DrawRaceOverlay();
     // Every page shows the current language again.
     void Relabel();

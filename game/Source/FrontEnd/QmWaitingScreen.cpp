@@ -1,5 +1,6 @@
 #include "FrontEnd/QmWaitingScreen.h"
 
+#include "Controls/QmControls.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
 
@@ -27,4 +28,8 @@ void QmWaitingScreen::Draw(VeSurface& target) const {
     if (!mapCount.text.empty()) {
         mapCount.DrawOnto(target, target.width / 2, top + name.Height() + 24, true, 1.0f, 0x000000);
     }
+}
+
+QmWaitingScreen::Outcome QmWaitingScreen::Update(QmControls& controls) const {
+    return controls.Back() ? Outcome::LeaveParty : Outcome::None;
 }

@@ -20,3 +20,14 @@ TEST_F(WaitingScreenTest, TheWaitingScreenNamesTheNextPlayerInEveryLanguage) {
         EXPECT_TRUE(MatchesStoredImage("frontend/waiting-" + name + ".png", Picture(), 0)) << name;
     }
 }
+
+TEST_F(WaitingScreenTest, EscapeLeavesThePartyWhileOtherKeysWait) {
+    QmWaitingScreen screen;
+    screen.Set(context.line, "ANN", 0, 0);
+    for (int key : {VeKey::Space, VeKey::Return, VeKey::Left, VeKey::Backspace}) {
+        EXPECT_EQ(WithKeys({key}, [&] { return screen.Update(controls); }), QmWaitingScreen::Outcome::None)
+            << key;
+    }
+    EXPECT_EQ(WithKeys({VeKey::Escape}, [&] { return screen.Update(controls); }),
+              QmWaitingScreen::Outcome::LeaveParty);
+}

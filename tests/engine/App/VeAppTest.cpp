@@ -83,24 +83,18 @@ TEST(VeAppTest, StartsAndStopsOnlyTheSwitchedOnServicesWithTheirLines) {
                          }));
 }
 
-TEST(VeAppTest, WithoutDebugInfoOnlyTheFingerprintIsPrinted) {
+TEST(VeAppTest, RunLoopsUntilQuitClearsAnEarlierQuitRequestAndWithoutDebugInfoPrintsOnlyTheFingerprint) {
     ProgressLog log;
     {
         TestApp app;
         Settings(*app.registry, 1, 1, 0, 0, 0, 2);
-        app.Init();
+        app.quitRequested = true; // Init starts afresh
+        app.Run();
+        EXPECT_TRUE(app.managersCreated);
+        EXPECT_EQ(app.frames, 3);
+        EXPECT_TRUE(app.ShouldQuit());
     } // the destructor stops the services
     EXPECT_EQ(log.lines, (std::vector<std::string>{"App Fingerprint: [PRJ0019::VELNOS::v1.0]\n"}));
-}
-
-TEST(VeAppTest, RunLoopsUntilQuitAndClearsAnEarlierQuitRequest) {
-    TestApp app;
-    Settings(*app.registry, 0, 0, 0, 0, 0, 0);
-    app.quitRequested = true; // Init starts afresh
-    app.Run();
-    EXPECT_TRUE(app.managersCreated);
-    EXPECT_EQ(app.frames, 3);
-    EXPECT_TRUE(app.ShouldQuit());
 }
 
 // Needs a display (the tests run under Xvfb) and SDL's dummy audio driver.

@@ -134,44 +134,33 @@ TEST(WireContract, DeleteAndMoveWithStaleListsAndSkewedClocks) {
             ASSERT_EQ(server.Upload(user, slot, ServerHarness::MapFile("m" + std::to_string(slot), "1"), ""),
                       "POSTMAP1");
         }
-        std::string auth = "&user_id=" + user.id;
         auto game = [&] { return std::to_string(Now() + skew); };
-        std::string seen = game(); // the game's time when its list arrived
+        // A change as the game asks for it: the game's time when its list arrived, and now.
+        auto change = [&](const std::string& what, const std::string& fields, const std::string& listTime) {
+            return server.Form("qcode=" + what + "&user_id=" + user.id + fields + "&prevtimems=" + listTime +
+                               "&timems=" + game() + "&s=" + user.session);
+        };
+        std::string seen = game();
         server.Form("qcode=requestmaps&uid=" + user.id);
-        std::string moved = server.Form("qcode=swapmaps" + auth + "&mapno=1&map2offset=L&prevtimems=" + seen +
-                                        "&timems=" + game() + "&s=" + user.session);
+        std::string moved = change("swapmaps", "&mapno=1&map2offset=L", seen);
         ASSERT_EQ(moved.rfind("SWAPMAPSLAST1", 0), 0u) << moved << " skew " << skew;
         seen = moved.substr(13);
         EXPECT_NEAR(std::stoll(seen), Now() + skew, 5000);
         EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
                   "REQUESTMAPS1M4.map:1,M2.map:2,M3.map:3,M1.map:4");
-        moved = server.Form("qcode=swapmaps" + auth + "&mapno=2&map2offset=-1&prevtimems=" + seen +
-                            "&timems=" + game() + "&s=" + user.session);
+        moved = change("swapmaps", "&mapno=2&map2offset=-1", seen);
         ASSERT_EQ(moved.rfind("SWAPMAPSPREV1", 0), 0u) << moved;
-        seen = moved.substr(13);
-        std::string deleted = server.Form("qcode=deletemap" + auth + "&mapno=3&prevtimems=" + seen +
-                                          "&timems=" + game() + "&s=" + user.session);
+        std::string deleted = change("deletemap", "&mapno=3", moved.substr(13));
         ASSERT_EQ(deleted.rfind("DELETEMAP1", 0), 0u) << deleted;
         EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1M2.map:1,M4.map:2,M1.map:4");
 
         // Another machine of the same player changes the list: the old view is stale ...
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         std::string old = std::to_string(Now() + skew - 10000);
-        EXPECT_EQ(server.Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + old + "&timems=" + game() +
-                              "&s=" + user.session),
-                  "DELETEMAPR");
-        EXPECT_EQ(server.Form("qcode=swapmaps" + auth + "&mapno=1&map2offset=F&prevtimems=" + old +
-                              "&timems=" + game() + "&s=" + user.session),
-                  "SWAPMAPSFRSTR");
+        EXPECT_EQ(change("deletemap", "&mapno=1", old), "DELETEMAPR");
+        EXPECT_EQ(change("swapmaps", "&mapno=1&map2offset=F", old), "SWAPMAPSFRSTR");
         // ... and one refresh (the game's time at the new list) is enough to go on.
-        seen = game();
-        EXPECT_EQ(server
-                      .Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + seen + "&timems=" + game() +
-                            "&s=" + user.session)
-                      .substr(0, 10),
-                  "DELETEMAP1");
-        EXPECT_EQ(server.Form("qcode=deletemap" + auth + "&mapno=1&prevtimems=" + game() +
-                              "&timems=" + game() + "&s=" + user.session),
-                  "DELETEMAP0");
+        EXPECT_EQ(change("deletemap", "&mapno=1", game()).substr(0, 10), "DELETEMAP1");
+        EXPECT_EQ(change("deletemap", "&mapno=1", game()), "DELETEMAP0");
     }
 }

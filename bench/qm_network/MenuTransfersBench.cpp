@@ -5,26 +5,17 @@
 // and then feeds the map files and the upload's answer a few bytes at a time, so both stay in
 // flight for the whole measurement.
 // Run under Xvfb: SDL_AUDIODRIVER=dummy xvfb-run -a build/bench/qm_network_bench
-#include "App/VeRegistry.h"
-#include "Coordinator/QmCommandLine.h"
-#include "Coordinator/VaApp.h"
+#include "BenchGame.h"
 #include "Coordinator/VaCoordinator.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "FrontEnd/Options/QmOptions.h"
-#include "FrontEnd/QmFrontEnd.h"
-#include "FrontEnd/QmMenuPages.h"
 #include "Network/QmNetworkManager.h"
-#include "Platform/VeFiles.h"
-#include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
 
 #include <benchmark/benchmark.h>
 
 #include <arpa/inet.h>
 #include <atomic>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
 #include <netinet/in.h>
 #include <string>
 #include <sys/socket.h>
@@ -99,69 +90,25 @@ private:
     std::vector<std::thread> peers;
 };
 
-class MenuGame {
-public:
-    MenuGame() {
-        std::filesystem::current_path(QM_SOURCE_DIR);
-        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        folder =
-            (std::filesystem::temp_directory_path() / ("quillmaze-net-bench-" + std::to_string(getpid())))
-                .string();
-        setenv("QUILLMAZE_USER_DATA", folder.c_str(), 1);
-        SetLogSink([](const std::string&) {});
-        QmCommandLine line;
-        if (line.Parse({"quillmaze", "--2d", "--fixed-dt", "0.016667", "--service", service.Url()}) !=
-            QmCommandLine::Result::Run) {
-            return;
-        }
-        app = std::make_unique<VaApp>();
-        app->FillSettings();
-        app->registry->SetInt("VE_USE_AUDIO", 0);
-        app->registry->SetInt("VE_DEBUG_INFO", 0);
-        app->UseCommandLine(line);
-        app->Init();
-        if (app->screen == nullptr) {
-            app.reset();
-            return;
-        }
-        app->screen->SetFramePacing(false);
-        app->CreateManagers();
-        app->coordinator->SetOption(QmOptions::kVsync, "0");
-        app->coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
-        app->coordinator->FrontEnd().MenuPages().SetPage(QmMenuPages::kMainMenu);
-        app->network->SetAutoUpdates(false);
-        app->network->SetAnswerTimeout(0);
-    }
-    ~MenuGame() {
-        if (app) {
-            app->Shutdown();
-            app.reset();
-        }
-        SetLogSink(nullptr);
-        DeleteFolder(folder);
-    }
-    MenuGame(const MenuGame&) = delete;
-    MenuGame& operator=(const MenuGame&) = delete;
-
-    SlowService service;
-    std::unique_ptr<VaApp> app;
-    std::string folder;
-};
-
 void MenuFrames(benchmark::State& state, bool transfers) {
-    MenuGame game;
-    if (!game.app) {
+    SlowService service;
+    BenchGame game("net");
+    if (!game.StartOnMainMenu({"--service", service.Url()})) {
         state.SkipWithError("the game could not start (no window?)");
         return;
     }
-    QmNetworkManager& network = *game.app->network;
+    VaApp& app = *game.App();
+    app.coordinator->SetOption(QmOptions::kAnimatedMenuBackground, "0");
+    app.network->SetAutoUpdates(false);
+    app.network->SetAnswerTimeout(0);
+    QmNetworkManager& network = *app.network;
     if (transfers) {
         network.RequestMaps(1);
         for (int i = 0; i < 600 && !network.IsDownloading(); ++i) {
-            game.app->Frame();
+            app.Frame();
             usleep(1000);
         }
-        const ArEnvironmentManager& world = *game.app->coordinator->environment;
+        const ArEnvironmentManager& world = *app.coordinator->environment;
         QmMapUpload upload;
         upload.blocks.assign(400, 0);
         upload.name = "FAR";
@@ -169,14 +116,14 @@ void MenuFrames(benchmark::State& state, bool transfers) {
         network.PostMap(upload);
     }
     for (int i = 0; i < 60; ++i) {
-        game.app->Frame();
+        app.Frame();
     }
     for (auto _ : state) {
-        game.app->Frame();
+        app.Frame();
     }
     state.counters["downloading"] = network.IsDownloading() ? 1.0 : 0.0;
     state.counters["waiting"] = network.IsWaiting() ? 1.0 : 0.0;
-    state.counters["opengl"] = game.app->screen->glEnabled ? 1.0 : 0.0;
+    state.counters["opengl"] = app.screen->glEnabled ? 1.0 : 0.0;
 }
 
 void BM_MenuFrameIdle(benchmark::State& state) {

@@ -57,7 +57,6 @@ public:
     int Port() const { return service->Port(); }
     const std::string& Database() const { return database; }
     const std::filesystem::path& Folder() const { return folder; }
-    SrvService& Service() { return *service; }
 
     // A name no other test or run has used (the PostgreSQL database outlives one run).
     static std::string Unique() {

@@ -32,7 +32,7 @@ int CountInk(const VeSurface& surface, int32_t left = 0, int32_t top = 0, int32_
 
 } // namespace
 
-TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
+TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSizeAndShoutedTextIsUpperCase) {
     VeTextStyle style = Tiny(0);
     VeText text("AB", &style);
     EXPECT_EQ(text.Width(), 10);
@@ -47,10 +47,6 @@ TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
     // Size 3, weight 3 with small letters: 15 wide, 15 + 12 high, advance by the spacing too.
     VeTextStyle menu(3, 0xFFFFFF, 3, 3, 1);
     VeText title("Play", &menu);
-    EXPECT_TRUE(title.SmallLettersInEffect());
-    EXPECT_EQ(title.CellWidth(), 15);
-    EXPECT_EQ(title.CellHeight(), 27);
-    EXPECT_EQ(title.Advance(), 18);
     EXPECT_EQ(title.LineStep(), 28);
     EXPECT_EQ(title.Width(), 4 * 18 - 3);
     EXPECT_EQ(title.Height(), 27);
@@ -63,9 +59,8 @@ TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSize) {
     VeText empty("", &style);
     EXPECT_EQ(empty.Width(), 0);
     EXPECT_EQ(empty.Height(), 5);
-}
 
-TEST(VeTextTest, ShoutedTextIsUpperCaseUntilSetOtherwise) {
+    // Shouted text is upper case until set otherwise.
     VeText shouted("quillmaze 1.0", nullptr, true);
     EXPECT_EQ(shouted.text, "QUILLMAZE 1.0");
     shouted.SetText("again", false);

@@ -98,10 +98,9 @@ TEST_F(VeAudioManagerTest, PositionalSourcesArePannedAgainstTheListener) {
     EXPECT_EQ(audio.ChannelCount(), 1) << "PlayAt replaces the sound's earlier channels";
 
     // A positional stereo source plays its mono average.
-    std::vector<int16_t> split;
-    for (int k = 0; k < MixerRig::kFrames; ++k) {
-        split.push_back(8000);
-        split.push_back(0);
+    std::vector<int16_t> split(2 * MixerRig::kFrames, 0);
+    for (size_t k = 0; k < split.size(); k += 2) {
+        split[k] = 8000;
     }
     rig.Load("split", 44100, 2, split);
     audio.StopAll();

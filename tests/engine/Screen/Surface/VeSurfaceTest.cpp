@@ -25,7 +25,7 @@ std::vector<std::string> Picture(const VeSurface& s, uint32_t colour) {
 
 } // namespace
 
-TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutside) {
+TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutsideAndAViewWritesThrough) {
     VeSurface s(7, 3);
     EXPECT_EQ(Picture(s, 0), std::vector<std::string>(3, "#######"));
     s.Fill(0x123456);
@@ -33,9 +33,8 @@ TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutside) {
     EXPECT_EQ(s.GetXY(7, 2), 0u) << "outside reads as 0";
     s.Fill(0);
     EXPECT_EQ(s.GetXY(6, 2), 0u);
-}
 
-TEST(VeSurfaceTest, ViewsWriteThroughToTheirBufferWithStride) {
+    // A view writes through to its buffer, row by row with the buffer's stride.
     std::vector<uint32_t> buffer(10 * 4, 0xAAAAAA);
     VeSurface view;
     view.AttachView(buffer.data() + 10 + 2, 3, 2, 10);

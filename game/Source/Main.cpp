@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     app->arguments = arguments;
     app->FillSettings();
     app->UseCommandLine(commandLine);
+    app->SetQuickStart(true);
     app->Run();
     const int exitCode = app->ExitCode();
     delete app;

@@ -41,6 +41,10 @@ public:
     void FillSettings();
     // Takes over what the command line asks for; call before Init.
     void UseCommandLine(const QmCommandLine& line);
+    // A quick start shows the intro's first frame before the world is made (the program's own
+    // start); without it, as for a coordinator made directly, the world exists once it is made.
+    void SetQuickStart(bool on) { quickStart = on; }
+    bool QuickStart() const { return quickStart; }
 
     // Creates the coordinator, then starts the race the command line asked for.
     void CreateManagers() override;
@@ -69,5 +73,6 @@ private:
     bool screenshotWritten = true;
     bool gameShutDown = false;
     bool playRefused = false;
+    bool quickStart = false;
     QmFrameClock frameClock;
 };

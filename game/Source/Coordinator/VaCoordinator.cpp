@@ -69,9 +69,20 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     LoadCharacterImages();
 
     controls = std::make_unique<QmControls>(app->input);
-    CreateWorld();
-    if (environment) {
-        startupWork.Add([this] { environment->PrepareGraphics(); });
+    // The world (the tours, the first map, the art, the race) waits for the intro's first frame
+    // when the app asks for a quick start: the intro does not show it, the pages read it only
+    // once they are opened, and whatever needs it at once runs the start-up work first.
+    if (app->QuickStart()) {
+        startupWork.Add([this] { CreateWorld(); });
+    } else {
+        CreateWorld();
+    }
+    if (screen != nullptr) {
+        startupWork.Add([this] {
+            if (environment) {
+                environment->PrepareGraphics();
+            }
+        });
         frontEnd = std::make_unique<QmFrontEnd>();
         frontEnd->MenuPages();
     }
@@ -284,10 +295,10 @@ void VaCoordinator::MakeGameplay() {
 }
 
 bool VaCoordinator::StartPlay(bool retry) {
+    FinishStartup();
     if (!environment) {
         return false; // no window, no race
     }
-    FinishStartup();
     app->SwitchScene(SceneRace);
     gameplay.reset();
     switch (playMode) {
@@ -316,11 +327,11 @@ bool VaCoordinator::StartPlay(bool retry) {
 }
 
 bool VaCoordinator::PlayMap(int tour, int map, std::string& error) {
+    FinishStartup();
     if (!environment) {
         error = "a race needs the game's window";
         return false;
     }
-    FinishStartup();
     const int tours = static_cast<int>(environment->tours.size());
     if (tour < 0 || tour >= tours) {
         error = "the game folder has no tour " + std::to_string(tour) + " (it has " + std::to_string(tours) +
@@ -343,11 +354,11 @@ bool VaCoordinator::PlayMap(int tour, int map, std::string& error) {
 }
 
 bool VaCoordinator::OpenEditor(int tour, int map, std::string& error) {
+    FinishStartup();
     if (!environment) {
         error = "the editor needs the game's window";
         return false;
     }
-    FinishStartup();
     const int tours = static_cast<int>(environment->tours.size());
     if (tour < 0 || tour >= tours) {
         error = "the game folder has no tour " + std::to_string(tour);

@@ -117,8 +117,9 @@ public:
     uint32_t ScaleColour(uint32_t colour) const;
     // The front end's current menu page: 0 the intro, 1 the main menu.
     int32_t CurrentMenuPage() const;
-    // Does at once what start-up left for after the first frame (the world's shaders and textures,
-    // the race's sounds, the music); races, the editor and the music switch do it themselves.
+    // Does at once what start-up left for after the first frame (with a quick start the world
+    // itself, then its shaders and textures, the race's sounds, the music); races, the editor and
+    // the music switch do it themselves.
     void FinishStartup();
     void SetMenuPage(int32_t page);
 

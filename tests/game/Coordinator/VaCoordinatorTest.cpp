@@ -2,6 +2,7 @@
 
 #include "App/VeRegistry.h"
 #include "Audio/VeAudioManager.h"
+#include "Environment/ArEnvironmentManager.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/Options/QmOptions.h"
 #include "HeadlessGame.h"
@@ -256,12 +257,13 @@ TEST_F(VaCoordinatorTest, CtrlMStopsAndRestartsTheMusic) {
 // The game in a real window (the tests run under Xvfb), without sound.
 class VaCoordinatorWindowTest : public HeadlessGame {
 protected:
-    void StartWindowed(bool software) {
+    void StartWindowed(bool software, bool quickStart = false) {
         VeScreen::ForceSoftwarePath(software);
         app = std::make_unique<VaApp>();
         app->FillSettings();
         app->registry->SetInt("VE_USE_AUDIO", 0);
         app->registry->SetInt("VE_DEBUG_INFO", 0);
+        app->SetQuickStart(quickStart);
         app->Init();
         ASSERT_NE(app->screen, nullptr);
         app->CreateManagers();
@@ -312,4 +314,22 @@ TEST_F(VaCoordinatorWindowTest, WithoutOpenGLThe3DViewIsSwitchedOffAndSaved) {
     QmOptions stored;
     stored.LoadOptions();
     EXPECT_EQ(stored.Get(QmOptions::k3DGraphics), "0");
+}
+
+TEST_F(VaCoordinatorWindowTest, AQuickStartShowsTheIntroFirstAndMakesTheWorldOnTheNextFrame) {
+    StartWindowed(false, true);
+    app->Frame();
+    EXPECT_EQ(coordinator->CurrentMenuPage(), 0);
+    EXPECT_NE(app->screen->overlay.GetXY(320, 600), 0u); // the intro is drawn without the world
+    EXPECT_EQ(coordinator->environment, nullptr);
+    app->Frame();
+    ASSERT_NE(coordinator->environment, nullptr);
+    EXPECT_FALSE(coordinator->environment->tours.empty()); // the shipped tours, put into a new folder
+    Stop();
+
+    // Whatever needs the world at once makes it first.
+    StartWindowed(false, true);
+    std::string error;
+    EXPECT_TRUE(coordinator->PlayMap(0, 0, error)) << error;
+    EXPECT_EQ(app->scene, SceneRace);
 }

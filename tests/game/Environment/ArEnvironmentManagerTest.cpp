@@ -311,7 +311,7 @@ TEST_F(RaceTextTest, TextsStandOverTheDecorationsAndLongLinesBreakBetweenWordsCe
     EXPECT_EQ(hidden, 0);
 }
 
-TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitch) {
+TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitchAndFitsALongName) {
     const ScreenshotImage plain = Frame();
     const int x = ArEnvironmentManager::kHudX + 4;
     const int y = ArEnvironmentManager::kHudY + 4;
@@ -336,17 +336,12 @@ TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitch) {
     WhiteSpan(hud, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, hudLeft, hudRight);
     EXPECT_EQ(left, hudLeft);
     EXPECT_GT(right, hudRight + 60);
-}
 
-TEST_F(RaceTextTest, ALongMapNameStaysLeftOfTheBadge) {
-    const int top = ArEnvironmentManager::kHudY;
+    // A long map name stays left of the badge, written smaller rather than cut short.
     const int badgeLeft = ArEnvironmentManager::kHudX + 216;
-    const ScreenshotImage shot =
-        Frame(nullptr, [this] { world->DrawHud("Stepping Stones", QmRaceDrawer::NoBadge); });
-    int left = 0;
-    int right = 0;
-    WhiteSpan(shot, top, top + 40, left, right);
+    shot = Frame(nullptr, [this] { world->DrawHud("Stepping Stones", QmRaceDrawer::NoBadge); });
+    WhiteSpan(shot, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, left, right);
     EXPECT_EQ(left, ArEnvironmentManager::kHudX + 14);
     EXPECT_LT(right, badgeLeft);
-    EXPECT_GT(right, badgeLeft - 60); // written smaller, not cut short
+    EXPECT_GT(right, badgeLeft - 60);
 }

@@ -145,17 +145,12 @@ protected:
         screen->SetFramePacing(false);
         screen->SetFrameCapture(true);
         world = std::make_unique<ArEnvironmentManager>(*screen, host);
-        const char* racerFiles[3][2] = {
-            {"Assets/Characters/Default.png", "Assets/Characters/Default_Sides.png"},
-            {"Assets/Characters/Default_32.png", "Assets/Characters/Default_32_Sides.png"},
-            {"Assets/Characters/Default_16.png", "Assets/Characters/Default_16_Sides.png"}};
-        const int sizes[3] = {64, 32, 16};
-        for (int i = 0; i < 3; ++i) {
-            images.push_back(std::make_unique<VeImage>(racerFiles[i][0]));
-            images.push_back(std::make_unique<VeImage>(racerFiles[i][1]));
-            world->RegisterRacerImages(sizes[i], images[images.size() - 2].get(), images.back().get());
-        }
-        for (int size : sizes) {
+        for (int size : {64, 32, 16}) {
+            const std::string racer =
+                "Assets/Characters/Default" + (size == 64 ? "" : "_" + std::to_string(size));
+            images.push_back(std::make_unique<VeImage>(racer + ".png"));
+            images.push_back(std::make_unique<VeImage>(racer + "_Sides.png"));
+            world->RegisterRacerImages(size, images[images.size() - 2].get(), images.back().get());
             images.push_back(
                 std::make_unique<VeImage>("Assets/Characters/Cow/Cow_" + std::to_string(size) + ".png"));
             world->RegisterCowImage(size, images.back().get());

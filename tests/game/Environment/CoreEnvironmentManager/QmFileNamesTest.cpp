@@ -32,18 +32,15 @@ TEST(QmFileNamesTest, HostileNamesStayInsideTheirFolder) {
 TEST(QmFileNamesTest, RecognisesSafeNamesAndCacheEntries) {
     EXPECT_TRUE(QmFileNames::IsSafeName("Level_2.map"));
     EXPECT_TRUE(QmFileNames::IsSafeName("...map"));
-    EXPECT_FALSE(QmFileNames::IsSafeName(""));
-    EXPECT_FALSE(QmFileNames::IsSafeName("."));
-    EXPECT_FALSE(QmFileNames::IsSafeName(".."));
-    EXPECT_FALSE(QmFileNames::IsSafeName("../Level.map"));
-    EXPECT_FALSE(QmFileNames::IsSafeName("a\\b"));
-    EXPECT_FALSE(QmFileNames::IsSafeName(std::string("a\0b", 3)));
-    EXPECT_FALSE(QmFileNames::IsSafeName("a\rb"));
+    for (const std::string& name :
+         std::vector<std::string>{"", ".", "..", "../Level.map", "a\\b", {"a\0b", 3}, "a\rb"}) {
+        EXPECT_FALSE(QmFileNames::IsSafeName(name)) << name;
+    }
 
     EXPECT_TRUE(QmFileNames::IsSafeCacheEntry("42/Level.map"));
-    EXPECT_FALSE(QmFileNames::IsSafeCacheEntry("Level.map"));
-    EXPECT_FALSE(QmFileNames::IsSafeCacheEntry("../Level.map"));
-    EXPECT_FALSE(QmFileNames::IsSafeCacheEntry("42/../../x.map"));
+    for (const char* entry : {"Level.map", "../Level.map", "42/../../x.map"}) {
+        EXPECT_FALSE(QmFileNames::IsSafeCacheEntry(entry)) << entry;
+    }
 }
 
 TEST(QmFileNamesTest, ScoreFilesAndExtensions) {

@@ -92,18 +92,7 @@ protected:
         app->input->ClearPressed();
     }
 
-    ScreenshotImage Picture() const {
-        const VeSurface& overlay = app->screen->overlay;
-        ScreenshotImage image;
-        image.width = 640;
-        image.height = 640;
-        for (int y = 0; y < 640; ++y) {
-            for (int x = 0; x < 640; ++x) {
-                image.pixels.push_back(overlay.GetXY(x, y) & 0xFFFFFF);
-            }
-        }
-        return image;
-    }
+    ScreenshotImage Picture() const { return ScreenshotOf(app->screen->overlay); }
 
     // Pixels of the rectangle that are not the background.
     int Drawn(int x0, int y0, int w, int h) const {

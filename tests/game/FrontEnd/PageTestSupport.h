@@ -70,17 +70,7 @@ protected:
         return result;
     }
 
-    ScreenshotImage Picture() const {
-        ScreenshotImage image;
-        image.width = page.width;
-        image.height = page.height;
-        for (int y = 0; y < page.height; ++y) {
-            for (int x = 0; x < page.width; ++x) {
-                image.pixels.push_back(page.GetXY(x, y) & 0xFFFFFF);
-            }
-        }
-        return image;
-    }
+    ScreenshotImage Picture() const { return ScreenshotOf(page); }
 
     // Nothing but the background within kMargin pixels of the edges.
     ::testing::AssertionResult EdgesClear() const {

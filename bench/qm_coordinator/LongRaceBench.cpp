@@ -2,11 +2,7 @@
 // - LongRace2D / LongRace3D: one shipped map raced by its recorded run, started again at each
 //   finish, for a minute of game time (3600 frames of 1/60 s, the clock fixed, no frame pacing);
 //   the median and the 99th percentile of the frames' wall times.
-// - Soak (only when QM_SOAK_SECONDS is set, as `make bench` does in a sanitized build): every
-//   shipped map by its recorded run, in 2D and then 3D, a few seconds each, round after round for
-//   that long. The resident size is sampled after each race; its growth after the first round
-//   (the warm-up: every map and view once) is reported and must stay under QM_SOAK_GROWTH_MB
-//   (default 64). Leaks are for the sanitizer to report when the process ends.
+// (The soak of every shipped map is SoakBench.cpp.)
 // Run under Xvfb: SDL_AUDIODRIVER=dummy xvfb-run -a build/bench/qm_coordinator_bench
 //   --benchmark_filter=LongRace
 #include "App/VeRegistry.h"
@@ -28,7 +24,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -163,20 +158,6 @@ double Percentile(std::vector<double> values, double p) {
     return values[at];
 }
 
-// The resident size in megabytes.
-double ResidentMb() {
-    std::FILE* file = std::fopen("/proc/self/statm", "r");
-    long pages = 0;
-    long resident = 0;
-    if (file != nullptr) {
-        if (std::fscanf(file, "%ld %ld", &pages, &resident) != 2) {
-            resident = 0;
-        }
-        std::fclose(file);
-    }
-    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
-}
-
 void LongRace(benchmark::State& state, bool threeD) {
     RaceFolder folder;
     const std::vector<ShippedRun> runs = ShippedRuns();
@@ -216,76 +197,6 @@ void BM_LongRace2D(benchmark::State& state) {
 void BM_LongRace3D(benchmark::State& state) {
     LongRace(state, true);
 }
-
-void BM_Soak(benchmark::State& state) {
-    RaceFolder folder;
-    const std::vector<ShippedRun> runs = ShippedRuns();
-    const double seconds = std::atof(std::getenv("QM_SOAK_SECONDS"));
-    const char* growthText = std::getenv("QM_SOAK_GROWTH_MB");
-    const double allowedGrowthMb = growthText != nullptr ? std::atof(growthText) : 64.0;
-    // Each race lasts a share of the soak such that every map and view is raced about three times.
-    const double raceSeconds = seconds / 3.0 / static_cast<double>(std::max<size_t>(1, runs.size() * 2));
-    std::vector<double> times;
-    double afterWarmUpMb = 0.0;
-    double peakMb = 0.0;
-    int rounds = 0;
-    int races = 0;
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    for (auto _ : state) {
-        while (std::chrono::steady_clock::now() < end) {
-            for (const ShippedRun& run : runs) {
-                for (bool threeD : {false, true}) {
-                    std::unique_ptr<VaApp> app = StartRace(run, threeD);
-                    if (!app) {
-                        state.SkipWithError(("the game could not start a race on " + run.name).c_str());
-                        return;
-                    }
-                    const auto raceEnd =
-                        std::chrono::steady_clock::now() + std::chrono::duration<double>(raceSeconds);
-                    for (int i = 0; i < 60 || std::chrono::steady_clock::now() < raceEnd; ++i) {
-                        const double ms = TimedFrame(*app, run, races);
-                        if (i >= 10) { // the first frames of a race load its world
-                            times.push_back(ms);
-                        }
-                    }
-                    app->Shutdown();
-                    app.reset();
-                    ++races;
-                    if (rounds > 0) {
-                        peakMb = std::max(peakMb, ResidentMb());
-                    }
-                }
-            }
-            if (rounds++ == 0) {
-                afterWarmUpMb = ResidentMb();
-            }
-        }
-    }
-    const double growthMb = rounds > 1 ? std::max(0.0, peakMb - afterWarmUpMb) : 0.0;
-    state.counters["races"] = races;
-    state.counters["rounds"] = rounds;
-    state.counters["rss_after_warm_up_mb"] = afterWarmUpMb;
-    state.counters["rss_growth_mb"] = growthMb;
-    state.counters["p50_ms"] = Percentile(times, 0.50);
-    state.counters["p99_ms"] = Percentile(times, 0.99);
-    if (rounds < 2) {
-        state.SkipWithError("the soak was too short for a round after the warm-up");
-    } else if (growthMb > allowedGrowthMb) {
-        state.SkipWithError(
-            ("the resident size grew by " + std::to_string(growthMb) + " MB after the warm-up").c_str());
-    }
-}
-
-// The soak only runs when asked for: it takes as long as it is told.
-[[maybe_unused]] const bool soakRegistered = [] {
-    if (std::getenv("QM_SOAK_SECONDS") != nullptr) {
-        benchmark::RegisterBenchmark("BM_Soak", BM_Soak)
-            ->Iterations(1)
-            ->Repetitions(1)
-            ->Unit(benchmark::kSecond);
-    }
-    return true;
-}();
 
 } // namespace
 

@@ -1,0 +1,279 @@
+// The soak: a player's long session in one game, every shipped map raced by its recorded run in 2D
+// and then in 3D, round after round, for QM_SOAK_SECONDS (registered only when that is set; `make
+// bench` runs it in a build with AddressSanitizer and UndefinedBehaviorSanitizer, scripts/build-soak).
+// Each race lasts a third of the soak shared among the maps and views (at least kMinFrames frames),
+// so a full soak plays everything about three times; it stops when its time is up, but not before
+// two whole rounds.
+// Judged, each a failure of the benchmark when it does not hold:
+// - memory: the resident size after the first round (the warm-up: every map and view once) and its
+//   largest growth after it, at most QM_SOAK_GROWTH_MB (default 64); under AddressSanitizer the
+//   live heap's growth is reported beside it (the resident size also holds the sanitizer's
+//   quarantine of freed blocks);
+// - frame times: the wall time of each frame but a race's first kLoadFrames (they load its world),
+//   p50 and p99 for 2D and for 3D over the soak; stable when the p99 of the last third of the
+//   soak's time is at most QM_SOAK_P99_MARGIN (default 0.5, that is 50 %) above the first third's.
+// Leaks are LeakSanitizer's to report when the process ends.
+#include "BenchGame.h"
+#include "Coordinator/VaApp.h"
+#include "Coordinator/VaCoordinator.h"
+#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
+#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Environment/CoreEnvironmentManager/QmFileNames.h"
+#include "Environment/CoreEnvironmentManager/QmTourFile.h"
+#include "FrontEnd/Options/QmOptions.h"
+#include "Gameplay/QmHighscores.h"
+#include "Gameplay/QmRaceSimulator.h"
+#include "Gameplay/QmRecording.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QM_SOAK_HEAP 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QM_SOAK_HEAP 1
+#endif
+#endif
+#ifdef QM_SOAK_HEAP
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace {
+
+constexpr int kLoadFrames = 3;
+constexpr int kMinFrames = 12;
+constexpr double kMb = 1024.0 * 1024.0;
+
+struct ShippedRun {
+    int tour = 0;
+    int map = 0;
+    std::string name;
+    QmRecording recording;
+};
+
+// Every shipped map with its recorded run, in tour order (the game seeds the same tours, in the
+// same order, into its folder).
+std::vector<ShippedRun> ShippedRuns() {
+    const std::string shipped = std::string(QM_SOURCE_DIR) + "/Maps";
+    std::vector<std::string> lines;
+    QmCipherFile::ReadLines(shipped + "/tours.dat", lines);
+    std::vector<ShippedRun> runs;
+    const std::vector<std::string> folders = QmTourFile::ParseTourList(lines);
+    for (size_t t = 0; t < folders.size(); ++t) {
+        TourRecord record;
+        std::vector<std::string> levels;
+        lines.clear();
+        QmCipherFile::ReadLines(shipped + "/" + folders[t] + "/tour.dat", lines);
+        QmTourFile::ParseTour(lines, record, levels);
+        for (size_t m = 0; m < levels.size(); ++m) {
+            const std::string path = shipped + "/" + folders[t] + "/" + levels[m];
+            QmCoreEnvironmentManager world;
+            std::string error;
+            if (!QmRaceSimulator::LoadMap(world, path, error)) {
+                continue;
+            }
+            QmHighscores scores(world);
+            scores.LoadScores(QmFileNames::ScoreFileOf(path));
+            if (!scores.StoredRecording().Empty()) {
+                runs.push_back({static_cast<int>(t), static_cast<int>(m), folders[t] + "/" + levels[m],
+                                scores.StoredRecording()});
+            }
+        }
+    }
+    return runs;
+}
+
+// A race on the run's map in the view asked for, steered by the run, as a player would start it
+// after the last (the view is the option the options page switches).
+bool StartRace(VaApp& app, const ShippedRun& run, bool threeD) {
+    app.commandLine.autoplay = run.recording;
+    app.coordinator->SetOption(QmOptions::k3DGraphics, threeD ? "1" : "0");
+    std::string error;
+    return app.coordinator->PlayMap(run.tour, run.map, error);
+}
+
+struct TimedFrame {
+    double at = 0.0; // seconds since the soak began
+    double ms = 0.0;
+};
+
+double Percentile(std::vector<double> values, double p) {
+    if (values.empty()) {
+        return 0.0;
+    }
+    std::sort(values.begin(), values.end());
+    const size_t at =
+        std::min(values.size() - 1, static_cast<size_t>(p * static_cast<double>(values.size())));
+    return values[at];
+}
+
+// The p-th percentile of the frames that began in [from, to) seconds.
+double PercentileBetween(const std::vector<TimedFrame>& frames, double p, double from, double to) {
+    std::vector<double> values;
+    for (const TimedFrame& frame : frames) {
+        if (frame.at >= from && frame.at < to) {
+            values.push_back(frame.ms);
+        }
+    }
+    return Percentile(std::move(values), p);
+}
+
+double ResidentMb() {
+    std::FILE* file = std::fopen("/proc/self/statm", "r");
+    long pages = 0;
+    long resident = 0;
+    if (file != nullptr) {
+        if (std::fscanf(file, "%ld %ld", &pages, &resident) != 2) {
+            resident = 0;
+        }
+        std::fclose(file);
+    }
+    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / kMb;
+}
+
+// The bytes the program holds allocated (0 without AddressSanitizer's allocator to ask).
+double HeapMb() {
+#ifdef QM_SOAK_HEAP
+    return static_cast<double>(__sanitizer_get_current_allocated_bytes()) / kMb;
+#else
+    return 0.0;
+#endif
+}
+
+double EnvNumber(const char* name, double fallback) {
+    const char* text = std::getenv(name);
+    return text != nullptr ? std::atof(text) : fallback;
+}
+
+void BM_Soak(benchmark::State& state) {
+    BenchGame game("soak");
+    const std::vector<ShippedRun> runs = ShippedRuns();
+    if (runs.empty()) {
+        state.SkipWithError("no shipped map with a recorded run");
+        return;
+    }
+    const double seconds = EnvNumber("QM_SOAK_SECONDS", 600.0);
+    const double allowedGrowthMb = EnvNumber("QM_SOAK_GROWTH_MB", 64.0);
+    const double margin = EnvNumber("QM_SOAK_P99_MARGIN", 0.5);
+    const double raceSeconds = seconds / 3.0 / static_cast<double>(runs.size() * 2);
+    // As `quillmaze --play T M --3d --autoplay RUN --fixed-dt 0.016667` starts it.
+    const ShippedRun& first = runs.front();
+    if (!game.Start({"--play", std::to_string(first.tour), std::to_string(first.map), "--3d", "--autoplay",
+                     first.recording.ToText(), "--fixed-dt", "0.016667"}) ||
+        game.App()->scene != SceneRace) {
+        state.SkipWithError("the game could not start a race (no window?)");
+        return;
+    }
+    VaApp* app = game.App();
+    std::array<std::vector<TimedFrame>, 2> frames; // 2D, 3D
+    double residentAfterWarmUp = 0.0;
+    double residentPeak = 0.0;
+    [[maybe_unused]] double heapAfterWarmUp = 0.0;
+    [[maybe_unused]] double heapPeak = 0.0;
+    int rounds = 0;
+    int races = 0;
+    std::string failure;
+    const auto begin = std::chrono::steady_clock::now();
+    const auto elapsed = [&begin] {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    };
+    const size_t pairs = runs.size() * 2;
+    for (auto _ : state) {
+        // Race after race until the time is up (mid-round), but at least two whole rounds.
+        for (size_t r = 0; failure.empty() && (rounds < 2 || elapsed() < seconds); ++r) {
+            const ShippedRun& run = runs[(r % pairs) / 2];
+            const bool threeD = r % 2 == 1;
+            if (!StartRace(*app, run, threeD)) {
+                failure = "the game could not start a race on " + run.name;
+                break;
+            }
+            ++races;
+            const double raceEnd = elapsed() + raceSeconds;
+            for (int i = 0; failure.empty() && (i < kMinFrames || elapsed() < raceEnd); ++i) {
+                const double at = elapsed();
+                app->Frame();
+                if (i >= kLoadFrames) {
+                    frames[threeD ? 1 : 0].push_back({at, (elapsed() - at) * 1000.0});
+                }
+                if (app->scene != SceneRace) { // finished: the same map again
+                    if (StartRace(*app, run, threeD)) {
+                        ++races;
+                    } else {
+                        failure = "the game could not start a race again on " + run.name;
+                    }
+                }
+            }
+            if (rounds > 0) {
+                residentPeak = std::max(residentPeak, ResidentMb());
+                heapPeak = std::max(heapPeak, HeapMb());
+            }
+            if ((r + 1) % pairs == 0) {
+                if (rounds++ == 0) {
+                    residentAfterWarmUp = ResidentMb();
+                    heapAfterWarmUp = HeapMb();
+                }
+                std::fprintf(stderr, "soak: round %d done at %.0f s, %d races, %.1f MB resident\n", rounds,
+                             elapsed(), races, ResidentMb());
+            }
+        }
+    }
+    const double total = elapsed();
+    game.Stop();
+
+    const double growth = std::max(0.0, residentPeak - residentAfterWarmUp);
+    state.counters["races"] = races;
+    state.counters["rounds"] = rounds;
+    state.counters["rss_after_warm_up_mb"] = residentAfterWarmUp;
+    state.counters["rss_growth_mb"] = growth;
+#ifdef QM_SOAK_HEAP
+    state.counters["heap_after_warm_up_mb"] = heapAfterWarmUp;
+    state.counters["heap_growth_mb"] = std::max(0.0, heapPeak - heapAfterWarmUp);
+#endif
+    if (failure.empty() && growth > allowedGrowthMb) {
+        failure = "the resident size grew by " + std::to_string(growth) + " MB after the warm-up";
+    }
+    for (const bool threeD : {false, true}) {
+        const std::vector<TimedFrame>& kind = frames[threeD ? 1 : 0];
+        const std::string name = threeD ? "3d" : "2d";
+        std::vector<double> all;
+        for (const TimedFrame& frame : kind) {
+            all.push_back(frame.ms);
+        }
+        const double first = PercentileBetween(kind, 0.99, 0.0, total / 3.0);
+        const double last = PercentileBetween(kind, 0.99, total * 2.0 / 3.0, total + 1.0);
+        state.counters["p50_" + name + "_ms"] = Percentile(all, 0.50);
+        state.counters["p99_" + name + "_ms"] = Percentile(all, 0.99);
+        state.counters["p99_" + name + "_first_third_ms"] = first;
+        state.counters["p99_" + name + "_last_third_ms"] = last;
+        if (failure.empty() && last > first * (1.0 + margin)) {
+            failure = "the " + name + " frames' p99 rose from " + std::to_string(first) +
+                      " ms in the first third to " + std::to_string(last) + " ms in the last";
+        }
+    }
+    if (!failure.empty()) {
+        state.SkipWithError(failure.c_str());
+    }
+}
+
+// The soak only runs when asked for: it takes as long as it is told.
+[[maybe_unused]] const bool soakRegistered = [] {
+    if (std::getenv("QM_SOAK_SECONDS") != nullptr) {
+        benchmark::RegisterBenchmark("BM_Soak", BM_Soak)
+            ->Iterations(1)
+            ->Repetitions(1)
+            ->Unit(benchmark::kSecond);
+    }
+    return true;
+}();
+
+} // namespace

@@ -56,17 +56,7 @@ protected:
 
 } // namespace
 
-TEST_F(VeButtonTest, TakesItsStylesLaterWhenMadeWithout) {
-    EXPECT_EQ(button->x, 10.0f) << "whole pixels";
-    EXPECT_EQ(button->y, 5.0f);
-    VeButton later("LATER");
-    later.SetStyle(&style);
-    later.SetLabelStyle(labelStyle);
-    EXPECT_EQ(later.width, 60);
-    EXPECT_EQ(later.LabelText().Width(), 5 * 6 - 1) << "the label is laid out in the late style";
-}
-
-TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabel) {
+TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabelOnWholePixels) {
     const VeSurface target = Drawn();
     // Three rings of the border colour, then the fill (both 0xCCCCCC by default).
     EXPECT_EQ(At(target, 10, 5), 0xCCCCCCu);
@@ -84,6 +74,13 @@ TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabel) {
 
     button->look.showLabel = false;
     EXPECT_EQ(LabelPixels(Drawn(), 0x00FF00), 0);
+
+    // A button made without styles takes them later.
+    VeButton later("LATER");
+    later.SetStyle(&style);
+    later.SetLabelStyle(labelStyle);
+    EXPECT_EQ(later.width, 60);
+    EXPECT_EQ(later.LabelText().Width(), 5 * 6 - 1) << "the label is laid out in the late style";
 }
 
 TEST_F(VeButtonTest, TheFocusedButtonShowsTheHoverLook) {

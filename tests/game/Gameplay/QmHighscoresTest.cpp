@@ -41,19 +41,9 @@ protected:
 };
 } // namespace
 
-TEST_F(ScoreFileTest, TheScoreFileLiesBesideTheMapWithItsBaseName) {
+TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
     QmHighscores scores(world);
     EXPECT_EQ(scores.ScoreFileName(), "Maps/Forest/Level_1.dat");
-    world.levelIndex = 1;
-    EXPECT_EQ(scores.ScoreFileName(), "Maps/Forest/Level_2.dat");
-    world.levelIndex = 2;
-    EXPECT_EQ(scores.ScoreFileName(), "") << "outside the tour's list";
-    world.levelIndex = -1;
-    EXPECT_EQ(scores.ScoreFileName(), "");
-}
-
-TEST_F(ScoreFileTest, TheHeaderListsEveryEntryAfterTheUid) {
-    QmHighscores scores(world);
     QmRecording run;
     run.FromText("0:2;812:0;1204:3");
     scores.SaveScores(run, true, false, "Ann", true, 61234);
@@ -80,6 +70,13 @@ TEST_F(ScoreFileTest, TheHeaderListsEveryEntryAfterTheUid) {
     EXPECT_EQ(read.StoredRecording().Size(), 3u);
     EXPECT_FLOAT_EQ(read.Limits().bronze, 80.0f) << "the limits follow the list read";
     EXPECT_NE(log.find("Highscore Recording loaded: 0:2;812:0;1204:3\n"), std::string::npos);
+
+    world.levelIndex = 1;
+    EXPECT_EQ(scores.ScoreFileName(), "Maps/Forest/Level_2.dat");
+    for (int outside : {2, -1}) {
+        world.levelIndex = outside;
+        EXPECT_EQ(scores.ScoreFileName(), "") << "outside the tour's list";
+    }
 }
 
 TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecording) {

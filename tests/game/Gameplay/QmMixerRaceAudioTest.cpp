@@ -2,42 +2,15 @@
 // that the race replaces, speeds up and pauses.
 #include "Gameplay/QmMixerRaceAudio.h"
 
-#include "Audio/VeAudioManager.h"
-#include "Audio/VeManualAudioOutput.h"
-#include "Platform/VeFiles.h"
 #include "Support/TempUserData.h"
+#include "engine/Audio/AudioTestKit.h"
 
 #include <gtest/gtest.h>
-
-#include <cstring>
-
-namespace {
-// A mono 16-bit wave of a second of a constant level.
-std::string Wave() {
-    const uint32_t frames = 44100;
-    std::string bytes = "RIFF";
-    const auto put32 = [&bytes](uint32_t v) { bytes.append(reinterpret_cast<const char*>(&v), 4); };
-    const auto put16 = [&bytes](uint16_t v) { bytes.append(reinterpret_cast<const char*>(&v), 2); };
-    put32(36 + frames * 2);
-    bytes += "WAVEfmt ";
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(44100);
-    put32(88200);
-    put16(2);
-    put16(16);
-    bytes += "data";
-    put32(frames * 2);
-    bytes.append(frames * 2, '\x10');
-    return bytes;
-}
-} // namespace
 
 TEST(QmMixerRaceAudioTest, TheMusicChannelIsReplacedSpedUpAndPaused) {
     TempUserData data;
     const std::string path = data.path + "/tone.wav";
-    ASSERT_TRUE(WriteFileAtomic(path, Wave()));
+    ASSERT_TRUE(WriteFileAtomic(path, WaveBytes(44100, 1, std::vector<int16_t>(44100, 0x1010))));
     VeAudioManager mixer("", false, std::make_unique<VeManualAudioOutput>());
     for (const char* name : {"Jump", "MusicInGame", "Music"}) {
         mixer.LoadWave(name, path, 0.5f);

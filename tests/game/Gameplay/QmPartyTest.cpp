@@ -108,7 +108,7 @@ TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
     EXPECT_EQ(QmHighscoreList::TimeValue(party.ShownResults()[1].time), 90000);
 }
 
-TEST(QmPartyTest, TheDrawTakesDistinctMapIndicesOfTheAllowedSizes) {
+TEST(QmPartyTest, TheDrawTakesThreeDistinctMapIndicesOfTheAllowedSizesOrFails) {
     const std::vector<std::vector<std::string>> sizes = {{"64", "32", "64", "32", "32L"}, {"32", "64", "32"}};
     DrawWorld disk(sizes);
     QmParty party = Party(QmParty::Marathon, 2);
@@ -124,18 +124,17 @@ TEST(QmPartyTest, TheDrawTakesDistinctMapIndicesOfTheAllowedSizes) {
         ASSERT_EQ(levels.size(), 3u);
         EXPECT_TRUE(levels[0] != levels[1] && levels[1] != levels[2] && levels[0] != levels[2]);
     }
-}
 
-TEST(QmPartyTest, TheDrawFailsWhenFewerThanThreeIndicesAreAllowed) {
-    DrawWorld disk({{"64", "32", "64"}, {"32"}});
-    QmParty party = Party(QmParty::Marathon, 2);
-    party.SetAllowedSizes(true, false); // only index 0 and 2 qualify
-    EXPECT_FALSE(party.PrepareParty(false, false, disk.world, 3));
-    EXPECT_EQ(party.Draw().size(), 2u) << "the maps drawn so far stay";
-    EXPECT_FALSE(party.Prepared());
+    // It fails when fewer than three indices are allowed: here only 0 and 2 qualify.
+    DrawWorld few({{"64", "32", "64"}, {"32"}});
+    QmParty fresh = Party(QmParty::Marathon, 2);
+    fresh.SetAllowedSizes(true, false);
+    EXPECT_FALSE(fresh.PrepareParty(false, false, few.world, 3));
+    EXPECT_EQ(fresh.Draw().size(), 2u) << "the maps drawn so far stay";
+    EXPECT_FALSE(fresh.Prepared());
 
     DrawWorld empty({});
-    EXPECT_FALSE(party.PrepareParty(false, true, empty.world, 3)) << "no tours: no draw, no crash";
+    EXPECT_FALSE(fresh.PrepareParty(false, true, empty.world, 3)) << "no tours: no draw, no crash";
 }
 
 TEST(QmPartyTest, PlayersComeAndGoWithinTwoToEight) {

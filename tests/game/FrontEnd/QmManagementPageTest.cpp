@@ -31,7 +31,7 @@ protected:
     ArEnvironmentManager& World() { return *coordinator->environment; }
 };
 
-TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYes) {
+TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYesButAShippedOneNever) {
     coordinator->SetMenuPage(3);
     QmManagementPage page;
     page.RebuildLists();
@@ -67,24 +67,22 @@ TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYes) {
     Keys(page, {VeKey::Return}); // Yes
     EXPECT_EQ(World().tours.size(), shipped);
     EXPECT_FALSE(std::filesystem::exists(folder));
-}
 
-TEST_F(ManagementPageTest, AShippedTourCannotBeDeletedAndBackLeadsToThePlayPage) {
+    // A shipped tour cannot be deleted, and Back leads to the play page.
     coordinator->SetMenuPage(3);
-    QmManagementPage page;
-    page.RebuildLists();
-    const size_t shipped = World().tours.size();
+    QmManagementPage again;
+    again.RebuildLists();
     ASSERT_TRUE(World().tours[0].official);
-    Keys(page, {VeKey::Right}); // the first tour's maps, then down past them onto the buttons
+    Keys(again, {VeKey::Right}); // the first tour's maps, then down past them onto the buttons
     for (size_t m = 0; m < World().tourLevels[0].size(); ++m) {
-        Keys(page, {VeKey::Down});
+        Keys(again, {VeKey::Down});
     }
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Return}); // Delete tour on the first, shipped tour
-    EXPECT_FALSE(Asking(page)) << "refused without a question";
+    Keys(again, {VeKey::Right});
+    Keys(again, {VeKey::Right});
+    Keys(again, {VeKey::Return}); // Delete tour on the first, shipped tour
+    EXPECT_FALSE(Asking(again)) << "refused without a question";
     EXPECT_EQ(World().tours.size(), shipped);
-    Keys(page, {VeKey::Escape});
+    Keys(again, {VeKey::Escape});
     EXPECT_EQ(coordinator->CurrentMenuPage(), 2);
 }
 

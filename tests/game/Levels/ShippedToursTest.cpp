@@ -135,9 +135,7 @@ TEST_F(ShippedTours, AreWhatTheSourcesGive) {
     std::vector<std::string> missing;
     ASSERT_TRUE(LevelBuilder::Write(tours, out, missing, error)) << error;
     EXPECT_TRUE(missing.empty());
-    std::vector<std::string> expected = {"tours.dat"};
-    std::vector<std::string> actual = ListFiles(kShipped);
-    EXPECT_EQ(actual, expected);
+    EXPECT_EQ(ListFiles(kShipped), std::vector<std::string>{"tours.dat"});
     ASSERT_EQ(ListFolders(out), ListFolders(kShipped));
     for (const std::string& folder : ListFolders(out)) {
         ASSERT_EQ(ListFiles(out + "/" + folder), ListFiles(kShipped + "/" + folder)) << folder;

@@ -193,6 +193,9 @@ void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool star
             }
         }
     }
+    // On the OpenGL path the renderer only keeps the logical size and the letterbox and never draws,
+    // so it need not compile shaders of its own (a tenth of a second at start on a software driver).
+    SDL_SetHint(SDL_HINT_RENDER_OPENGL_SHADERS, glEnabled ? "0" : "1");
     renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_ACCELERATED);
     if (renderer == nullptr) {
         renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);

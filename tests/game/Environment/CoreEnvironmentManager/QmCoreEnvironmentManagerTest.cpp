@@ -400,6 +400,18 @@ TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
     EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "A.map,C.map");
 }
 
+TEST_F(WorldTest, AnInterruptedSaveLeavesTheOldMapWhole) {
+    AddTour("Forest", "Forest", {"Level.map"});
+    world.LoadLevel(0, false);
+    const Lines before = ReadLines("Maps/Forest/Level.map");
+    ASSERT_TRUE(CreateFolder(Game("Maps/Forest/Level.map.tmp"))); // the temporary file cannot be made
+    LogCapture log;
+    world.SetBlock(3, 3, 2);
+    world.SaveMap(false);
+    EXPECT_EQ(ReadLines("Maps/Forest/Level.map"), before);
+    EXPECT_NE(log.all.find("Level.map"), std::string::npos) << "the failed write is logged";
+}
+
 // ---- Tours ----
 
 TEST_F(WorldTest, ANewTourGetsAUidTheDefaultNameAndAFolder) {

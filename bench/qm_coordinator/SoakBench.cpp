@@ -30,6 +30,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -45,7 +46,8 @@
 #endif
 #endif
 #ifdef QM_SOAK_HEAP
-#include <sanitizer/allocator_interface.h>
+// AddressSanitizer's allocator (its header is not installed with every compiler).
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace {

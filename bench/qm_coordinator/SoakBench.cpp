@@ -262,6 +262,10 @@ void BM_Soak(benchmark::State& state) {
                       " ms in the first third to " + std::to_string(last) + " ms in the last";
         }
     }
+    // A failed benchmark shows no counters: the figures go to the log as well.
+    for (const auto& [name, counter] : state.counters) {
+        std::fprintf(stderr, "soak: %s = %.1f\n", name.c_str(), static_cast<double>(counter));
+    }
     if (!failure.empty()) {
         state.SkipWithError(failure.c_str());
     }

@@ -1,10 +1,8 @@
 // The built program, run as a player or a script would run it: from a folder without the data,
 // with the command line, in a window (the tests run under Xvfb), writing a screenshot.
 #include "Screen/Surface/VePNGFile.h"
-#include "Support/Screenshot.h"
 #include "Support/TempUserData.h"
 
-#include <X11/Xlib.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -13,6 +11,9 @@
 #include <set>
 #include <sstream>
 #include <sys/wait.h>
+
+// Last: its macros (None, Bool, Status) would clash with names in the headers above.
+#include <X11/Xlib.h>
 
 namespace fs = std::filesystem;
 
@@ -86,95 +87,44 @@ protected:
         return outcome;
     }
 
-    // Runs ten frames with the frame-rate display and checks the screenshot: the text at the top
-    // centre in the display's colours, and nowhere else. The game opens its one window once: no
-    // other window is made at its size or shown.
-    void CheckScreenshot(const std::string& extra) {
-        const std::string shot = userData.path + "/shot.png";
-        WindowWatch windows;
-        const Outcome outcome = Run("--frames 10 --screenshot '" + shot + "' --fps " + extra);
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
-        ASSERT_TRUE(windows.Watching());
-        windows.Collect(640, 640);
-        EXPECT_EQ(windows.madeAtSize, 1);
-        EXPECT_EQ(windows.shown.size(), 1u);
-        ASSERT_TRUE(fs::exists(shot)) << outcome.output;
-        EXPECT_NE(outcome.output.find("Coordinator initialized.\n"), std::string::npos);
-        EXPECT_NE(outcome.output.find("Shutting down Registry..\n"), std::string::npos);
-
-        VePNGFile image;
-        image.Load(shot);
-        ASSERT_EQ(image.width, 640);
-        ASSERT_EQ(image.height, 640);
-        int textPixels = 0;
-        int strayPixels = 0;
-        for (int32_t y = 0; y < image.height; ++y) {
-            for (int32_t x = 0; x < image.width; ++x) {
-                const uint32_t pixel = image.pixels[static_cast<size_t>(y * image.width + x)] & 0xFFFFFF;
-                if (pixel == 0) {
-                    continue;
-                }
-                const bool inBand = y >= 5 && y < 45 && x >= 120 && x < 520;
-                const bool textColour = pixel == 0xFF0000 || pixel == 0x00FF00;
-                if (inBand && textColour) {
-                    ++textPixels;
-                } else if (!inBand && textColour) {
-                    ++strayPixels;
-                }
-            }
-        }
-        EXPECT_GT(textPixels, 100);
-        EXPECT_EQ(strayPixels, 0);
-    }
-
-    // A race on the first map of the shipped tours, steered right from the start, 240 frames on
-    // the frame-locked clock: the picture is the same on every run. When the shipped first map or
-    // its stored best run (the ghost) changes, look at the new pictures and store them with
-    // QUILLMAZE_UPDATE_IMAGES=1.
-    void CheckRace(const std::string& view) {
-        const std::string shot = userData.path + "/race.png";
-        const Outcome outcome =
-            Run("--play 0 0 --" + view +
-                " --autoplay 0:2 --fixed-dt 0.016667 --frames 240 --seed 1 --screenshot '" + shot + "'");
-        ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
-        ScreenshotImage image;
-        ASSERT_TRUE(LoadScreenshot(shot, image)) << outcome.output;
-        EXPECT_TRUE(MatchesStoredImage("coordinator/race-" + view + ".png", image, 24, 640 * 640 / 100));
-    }
-
     TempUserData userData;
     fs::path program;
     fs::path working;
 };
 } // namespace
 
-TEST_F(ProgramRun, RacesThroughTheFirstMapIn3D) {
-    CheckRace("3d");
-}
+// Ten frames with the frame-rate display, the screenshot named relative to the folder the program
+// was started in (not its data folder): the text at the top centre in the display's colours and
+// nowhere else. The game opens its one window once: no other window is made at its size or shown.
+TEST_F(ProgramRun, OpensOneWindowAndShowsTheFrameRate) {
+    WindowWatch windows;
+    // On the frame-locked clock the ten frames stay within the intro however slow the machine.
+    const Outcome outcome = Run("--frames 10 --fixed-dt 0.016 --screenshot shot.png --fps");
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.output;
+    ASSERT_TRUE(windows.Watching());
+    windows.Collect(640, 640);
+    EXPECT_EQ(windows.madeAtSize, 1);
+    EXPECT_EQ(windows.shown.size(), 1u);
+    EXPECT_NE(outcome.output.find("Coordinator initialized.\n"), std::string::npos);
+    EXPECT_NE(outcome.output.find("Shutting down Registry..\n"), std::string::npos);
 
-TEST_F(ProgramRun, RacesThroughTheFirstMapIn2D) {
-    CheckRace("2d");
-}
-
-TEST_F(ProgramRun, RefusesARaceOnAMapTheGameFolderDoesNotHave) {
-    const Outcome missing = Run("--play 99 0 --2d --frames 5");
-    EXPECT_EQ(missing.exitCode, 2) << missing.output;
-    EXPECT_NE(missing.output.find("quillmaze: --play 99 0: the game folder has no tour 99"),
-              std::string::npos)
-        << missing.output;
-
-    const Outcome unsteered = Run("--autoplay 0:2");
-    EXPECT_EQ(unsteered.exitCode, 2) << unsteered.output;
-    EXPECT_NE(unsteered.output.find("--autoplay steers a race: add --play TOUR MAP"), std::string::npos)
-        << unsteered.output;
-}
-
-TEST_F(ProgramRun, ShowsTheFrameRateThroughOpenGL) {
-    CheckScreenshot("");
-}
-
-TEST_F(ProgramRun, ShowsTheFrameRateWithoutOpenGL) {
-    CheckScreenshot("--software --2d --fixed-dt 0.016"); // 2D asked for: no notice about OpenGL
+    VePNGFile image;
+    image.Load((working / "shot.png").string());
+    ASSERT_EQ(image.width, 640) << outcome.output;
+    ASSERT_EQ(image.height, 640);
+    int textPixels = 0;
+    int strayPixels = 0;
+    for (int32_t y = 0; y < image.height; ++y) {
+        for (int32_t x = 0; x < image.width; ++x) {
+            const uint32_t pixel = image.pixels[static_cast<size_t>(y * image.width + x)] & 0xFFFFFF;
+            const bool inBand = y >= 5 && y < 45 && x >= 120 && x < 520;
+            if (pixel == 0xFF0000 || pixel == 0x00FF00) {
+                ++(inBand ? textPixels : strayPixels);
+            }
+        }
+    }
+    EXPECT_GT(textPixels, 100);
+    EXPECT_EQ(strayPixels, 0);
 }
 
 TEST_F(ProgramRun, AnswersTheCommandLine) {
@@ -187,11 +137,11 @@ TEST_F(ProgramRun, AnswersTheCommandLine) {
     EXPECT_NE(unknown.output.find("Unknown option '--bogus'"), std::string::npos) << unknown.output;
     EXPECT_EQ(unknown.output.find("App Fingerprint"), std::string::npos); // nothing was started
 
+    const Outcome unsteered = Run("--autoplay 0:2");
+    EXPECT_EQ(unsteered.exitCode, 2) << unsteered.output;
+    EXPECT_NE(unsteered.output.find("--autoplay steers a race: add --play TOUR MAP"), std::string::npos)
+        << unsteered.output;
+
     const Outcome unwritable = Run("--frames 2 --screenshot '" + userData.path + "/missing/folder/shot.png'");
     EXPECT_EQ(unwritable.exitCode, 1) << unwritable.output;
-
-    // A relative name is taken from the folder the program was started in, not its data folder.
-    const Outcome relative = Run("--frames 2 --screenshot shots.png");
-    EXPECT_EQ(relative.exitCode, 0) << relative.output;
-    EXPECT_TRUE(fs::exists(working / "shots.png"));
 }

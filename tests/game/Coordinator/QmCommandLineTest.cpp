@@ -11,13 +11,6 @@ QmCommandLine::Result Parse(QmCommandLine& line, std::vector<std::string> argume
 
 TEST(QmCommandLineTest, ReadsEveryOptionInBothForms) {
     QmCommandLine line;
-    EXPECT_EQ(Parse(line, {}), QmCommandLine::Result::Run);
-    EXPECT_EQ(line.frames, 0);
-    EXPECT_TRUE(line.screenshot.empty());
-    EXPECT_FALSE(line.software);
-    EXPECT_EQ(line.fixedDelta, 0.0f);
-    EXPECT_FALSE(line.fps);
-
     ASSERT_EQ(Parse(line, {"--frames", "10", "--screenshot", "shots/a b.png", "--software", "--fixed-dt",
                            "0.0125", "--fps"}),
               QmCommandLine::Result::Run);
@@ -46,12 +39,6 @@ TEST(QmCommandLineTest, ReadsEveryOptionInBothForms) {
 
 TEST(QmCommandLineTest, ReadsARaceWithItsViewAndItsInputs) {
     QmCommandLine line;
-    ASSERT_EQ(Parse(line, {}), QmCommandLine::Result::Run);
-    EXPECT_FALSE(line.Plays());
-    EXPECT_FALSE(line.threeD.has_value());
-    EXPECT_FALSE(line.autoplay.has_value());
-    EXPECT_FALSE(line.seed.has_value());
-
     ASSERT_EQ(
         Parse(line, {"--play", "2", "13", "--3d", "--autoplay", "0:2;812:0;1204:3", "--seed", "4294967295"}),
         QmCommandLine::Result::Run)
@@ -73,7 +60,7 @@ TEST(QmCommandLineTest, ReadsARaceWithItsViewAndItsInputs) {
     EXPECT_TRUE(line.autoplay->Empty());
 }
 
-TEST(QmCommandLineTest, RefusesRacesItCannotRun) {
+TEST(QmCommandLineTest, RefusesWhatItCannotRunWithAMessage) {
     struct Case {
         std::vector<std::string> arguments;
         std::string message;
@@ -95,20 +82,6 @@ TEST(QmCommandLineTest, RefusesRacesItCannotRun) {
          "milliseconds and a type from 0 to 5"},
         {{"--seed", "-3"}, "--seed needs a whole number from 0 to 4294967295, not '-3'"},
         {{"--seed", "4294967296"}, "--seed needs a whole number from 0 to 4294967295, not '4294967296'"},
-    };
-    for (const Case& test : cases) {
-        QmCommandLine line;
-        EXPECT_EQ(Parse(line, test.arguments), QmCommandLine::Result::Error) << test.arguments[0];
-        EXPECT_EQ(line.Error(), test.message);
-    }
-}
-
-TEST(QmCommandLineTest, RejectsWhatItDoesNotKnowWithAMessage) {
-    struct Case {
-        std::vector<std::string> arguments;
-        std::string message;
-    };
-    const Case cases[] = {
         {{"--fast"}, "Unknown option '--fast'"},
         {{"--fps", "level.map"}, "Unknown argument 'level.map'"},
         {{"-x"}, "Unknown argument '-x'"},

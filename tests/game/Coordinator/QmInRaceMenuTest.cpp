@@ -49,7 +49,7 @@ protected:
 };
 } // namespace
 
-TEST_F(QmInRaceMenuTest, KeysMoveTheSelectionAndConfirmTakesIt) {
+TEST_F(QmInRaceMenuTest, KeysMoveTheSelectionConfirmTakesItAndBackResumes) {
     EXPECT_EQ(FrameWithKeys({VeKey::Return}), ""); // closed: deaf
     EXPECT_FALSE(menu.IsOpen());
 
@@ -70,9 +70,8 @@ TEST_F(QmInRaceMenuTest, KeysMoveTheSelectionAndConfirmTakesIt) {
     FrameWithKeys({VeKey::Down});
     EXPECT_EQ(FrameWithKeys({VeKey::Space}), "EXIT_GAME");
     EXPECT_FALSE(menu.IsOpen());
-}
 
-TEST_F(QmInRaceMenuTest, BackResumesWhateverIsSelected) {
+    // Back resumes whatever is selected.
     Open();
     FrameWithKeys({VeKey::Down});
     EXPECT_EQ(FrameWithKeys({VeKey::Escape}), "");

@@ -1,11 +1,9 @@
 // The editor in the game: opened from the command line, a map painted with the keys, saved and
 // played after the check, and the test run's way back to the editor.
-#include "App/VeRegistry.h"
 #include "Editor/QmEditor.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "HeadlessGame.h"
 #include "Input/VeKey.h"
-#include "Platform/VeLog.h"
 
 #include <gtest/gtest.h>
 
@@ -15,42 +13,6 @@
 namespace {
 class EditorGame : public HeadlessGame {
 protected:
-    void SetUp() override {
-        HeadlessGame::SetUp();
-        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        previousSink = SetLogSink([](const std::string&) {});
-    }
-
-    void TearDown() override {
-        HeadlessGame::TearDown();
-        SetLogSink(previousSink);
-    }
-
-    void StartGame(const std::vector<std::string>& arguments) {
-        std::vector<std::string> line{"quillmaze"};
-        line.insert(line.end(), arguments.begin(), arguments.end());
-        QmCommandLine commandLine;
-        ASSERT_EQ(commandLine.Parse(line), QmCommandLine::Result::Run) << commandLine.Error();
-        app = std::make_unique<VaApp>();
-        app->FillSettings();
-        app->registry->SetInt("VE_USE_AUDIO", 0);
-        app->registry->SetInt("VE_DEBUG_INFO", 0);
-        app->UseCommandLine(commandLine);
-        app->Init();
-        ASSERT_NE(app->screen, nullptr);
-        app->screen->SetFramePacing(false);
-        delete app->input;
-        app->input = new VeInput(app->screen, std::make_unique<FakeInputSource>(&devices));
-        app->screen->input = app->input;
-        app->CreateManagers();
-        coordinator = app->coordinator;
-    }
-
-    void Frame() {
-        now += 17;
-        app->Frame();
-    }
-
     void Key(int key) {
         devices.keys[key] = 1;
         Frame();
@@ -59,14 +21,11 @@ protected:
     }
 
     ArEnvironmentManager& World() { return *coordinator->environment; }
-
-private:
-    VeLogSink previousSink;
 };
 } // namespace
 
 TEST_F(EditorGame, PaintCheckSavePlayAndComeBack) {
-    StartGame({"--edit", "0", "1", "--2d"});
+    StartInWindow({"--edit", "0", "1", "--2d"});
     ASSERT_EQ(app->scene, SceneEditor);
     QmEditor& editor = *coordinator->Editor();
     // Down one row from the top-left cell and paint the selected block there.
@@ -110,7 +69,7 @@ TEST_F(EditorGame, TheCommandLineOpensOnlyAMapThatExists) {
     EXPECT_EQ(line.Parse({"quillmaze", "--edit", "0", "x"}), QmCommandLine::Result::Error);
     EXPECT_EQ(line.Parse({"quillmaze", "--edit", "0", "1", "--play", "0", "1"}),
               QmCommandLine::Result::Error);
-    StartGame({"--edit", "0", "99"});
+    StartInWindow({"--edit", "0", "99"});
     EXPECT_TRUE(app->quitRequested);
     EXPECT_NE(app->ExitCode(), 0);
 }

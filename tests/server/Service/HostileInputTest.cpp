@@ -210,13 +210,22 @@ TEST(HostileInput, MalformedHttp) {
     config.readTimeoutSeconds = 1;
     config.requestSeconds = 1;
     ServerHarness server(config);
-    for (const std::string& junk :
-         {std::string("\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03", 11), std::string("GET\r\n\r\n"),
-          std::string("POST / HTTP/1.1\r\nContent-Length: -5\r\n\r\n"),
-          std::string("POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n"),
-          std::string("\0\0\0\r\n\r\n", 7)}) {
-        std::string answer = server.Raw(junk, 3);
-        EXPECT_EQ(answer.find("[HP]"), std::string::npos);
+    const std::vector<std::string> junk = {
+        std::string("\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03", 11), std::string("GET\r\n\r\n"),
+        std::string("POST / HTTP/1.1\r\nContent-Length: -5\r\n\r\n"),
+        std::string("POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n"),
+        std::string("\0\0\0\r\n\r\n", 7)};
+    // All at once, as a stranger would send them: each waits out the service's read timeout.
+    std::vector<std::string> answers(junk.size());
+    std::vector<std::thread> senders;
+    for (size_t i = 0; i < junk.size(); ++i) {
+        senders.emplace_back([&, i] { answers[i] = server.Raw(junk[i], 3); });
+    }
+    for (std::thread& sender : senders) {
+        sender.join();
+    }
+    for (size_t i = 0; i < junk.size(); ++i) {
+        EXPECT_EQ(answers[i].find("[HP]"), std::string::npos) << i;
     }
     std::string big = "qcode=login&username=" + std::string(2 * 1024 * 1024, 'a');
     EXPECT_NE(

@@ -169,8 +169,8 @@ def leg_party_versus(j):
 
 
 def leg_party_marathon(j):
-    """A Marathon drawn and its first map waiting for the first player, then left through the
-    in-race menu: its random maps are not ones the held keys can finish."""
+    """A Marathon drawn and its first map waiting for the first player, then left from the wait with
+    Escape, straight back to the party page: its random maps are not ones the held keys can finish."""
     point_page(j, 320, 289, click=True)  # Party
     j.wait_page("party")
     for key in ["Down"] * 3 + ["Right"] + ["Down"] * 4:  # to the game type, Marathon, on to Start
@@ -179,12 +179,9 @@ def leg_party_marathon(j):
     tap(j, "Return")
     j.wait_page("waiting")
     j.shot("results-14-marathon-waiting")
-    tap(j, "space")
-    tap(j, "Escape")  # the in-race menu
-    tap(j, "Down")
-    j.shot("results-15-marathon-leave")
-    tap(j, "Return")  # Leave race: back to the party page
+    tap(j, "Escape")  # leaves the party at once, players and game type kept
     j.wait_page("party")
+    j.shot("results-15-marathon-left")
     tap(j, "Escape")
     j.wait_page("main menu")
     x, y, w, h = j.geometry()

@@ -5,17 +5,13 @@
 // (The soak of every shipped map is SoakBench.cpp.)
 // Run under Xvfb: SDL_AUDIODRIVER=dummy xvfb-run -a build/bench/qm_coordinator_bench
 //   --benchmark_filter=LongRace
+#include "ShippedRuns.h"
+
 #include "App/VeRegistry.h"
 #include "Coordinator/QmCommandLine.h"
 #include "Coordinator/VaApp.h"
 #include "Coordinator/VaCoordinator.h"
-#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
-#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
-#include "Environment/CoreEnvironmentManager/QmFileNames.h"
-#include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "FrontEnd/Options/QmOptions.h"
-#include "Gameplay/QmHighscores.h"
-#include "Gameplay/QmRaceSimulator.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
@@ -35,48 +31,6 @@
 namespace {
 
 constexpr double kFrameSeconds = 1.0 / 60.0;
-
-struct ShippedRun {
-    int tour = 0;
-    int map = 0;
-    std::string name;
-    std::string recording;
-    int64_t lengthMs = 0;
-};
-
-// Every shipped map with its recorded run, in tour order (the game seeds the same tours, in the
-// same order, into its folder).
-std::vector<ShippedRun> ShippedRuns() {
-    const std::string shipped = std::string(QM_SOURCE_DIR) + "/Maps";
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(shipped + "/tours.dat", lines);
-    std::vector<ShippedRun> runs;
-    const std::vector<std::string> folders = QmTourFile::ParseTourList(lines);
-    for (size_t t = 0; t < folders.size(); ++t) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        lines.clear();
-        QmCipherFile::ReadLines(shipped + "/" + folders[t] + "/tour.dat", lines);
-        QmTourFile::ParseTour(lines, record, levels);
-        for (size_t m = 0; m < levels.size(); ++m) {
-            const std::string path = shipped + "/" + folders[t] + "/" + levels[m];
-            QmCoreEnvironmentManager world;
-            std::string error;
-            if (!QmRaceSimulator::LoadMap(world, path, error)) {
-                continue;
-            }
-            QmHighscores scores(world);
-            scores.LoadScores(QmFileNames::ScoreFileOf(path));
-            const QmRecording& run = scores.StoredRecording();
-            if (run.Empty()) {
-                continue;
-            }
-            runs.push_back({static_cast<int>(t), static_cast<int>(m), folders[t] + "/" + levels[m],
-                            run.ToText(), run.Events().rbegin()->first});
-        }
-    }
-    return runs;
-}
 
 // A user data folder of the benchmark's own, removed at the end.
 class RaceFolder {
@@ -109,7 +63,7 @@ std::unique_ptr<VaApp> StartRace(const ShippedRun& run, bool threeD) {
                                              std::to_string(run.map),
                                              threeD ? "--3d" : "--2d",
                                              "--autoplay",
-                                             run.recording,
+                                             run.recording.ToText(),
                                              "--fixed-dt",
                                              "0.016667"};
     if (line.Parse(arguments) != QmCommandLine::Result::Run) {
@@ -166,8 +120,9 @@ void LongRace(benchmark::State& state, bool threeD) {
         return;
     }
     // The map with the longest recorded run: the most of a tour's variety in one race.
-    const ShippedRun& run = *std::max_element(
-        runs.begin(), runs.end(), [](const auto& a, const auto& b) { return a.lengthMs < b.lengthMs; });
+    const ShippedRun& run = *std::max_element(runs.begin(), runs.end(), [](const auto& a, const auto& b) {
+        return a.recording.Events().rbegin()->first < b.recording.Events().rbegin()->first;
+    });
     std::unique_ptr<VaApp> app = StartRace(run, threeD);
     if (!app) {
         state.SkipWithError("the game could not start a race (no window?)");

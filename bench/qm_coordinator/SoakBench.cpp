@@ -17,14 +17,8 @@
 #include "BenchGame.h"
 #include "Coordinator/VaApp.h"
 #include "Coordinator/VaCoordinator.h"
-#include "Environment/CoreEnvironmentManager/QmCipherFile.h"
-#include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
-#include "Environment/CoreEnvironmentManager/QmFileNames.h"
-#include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "FrontEnd/Options/QmOptions.h"
-#include "Gameplay/QmHighscores.h"
-#include "Gameplay/QmRaceSimulator.h"
-#include "Gameplay/QmRecording.h"
+#include "ShippedRuns.h"
 
 #include <benchmark/benchmark.h>
 
@@ -57,45 +51,6 @@ constexpr int kLoadFrames = 3;
 constexpr int kMinFrames = 12;
 constexpr size_t kJudgedFrames = 1000;
 constexpr double kMb = 1024.0 * 1024.0;
-
-struct ShippedRun {
-    int tour = 0;
-    int map = 0;
-    std::string name;
-    QmRecording recording;
-};
-
-// Every shipped map with its recorded run, in tour order (the game seeds the same tours, in the
-// same order, into its folder).
-std::vector<ShippedRun> ShippedRuns() {
-    const std::string shipped = std::string(QM_SOURCE_DIR) + "/Maps";
-    std::vector<std::string> lines;
-    QmCipherFile::ReadLines(shipped + "/tours.dat", lines);
-    std::vector<ShippedRun> runs;
-    const std::vector<std::string> folders = QmTourFile::ParseTourList(lines);
-    for (size_t t = 0; t < folders.size(); ++t) {
-        TourRecord record;
-        std::vector<std::string> levels;
-        lines.clear();
-        QmCipherFile::ReadLines(shipped + "/" + folders[t] + "/tour.dat", lines);
-        QmTourFile::ParseTour(lines, record, levels);
-        for (size_t m = 0; m < levels.size(); ++m) {
-            const std::string path = shipped + "/" + folders[t] + "/" + levels[m];
-            QmCoreEnvironmentManager world;
-            std::string error;
-            if (!QmRaceSimulator::LoadMap(world, path, error)) {
-                continue;
-            }
-            QmHighscores scores(world);
-            scores.LoadScores(QmFileNames::ScoreFileOf(path));
-            if (!scores.StoredRecording().Empty()) {
-                runs.push_back({static_cast<int>(t), static_cast<int>(m), folders[t] + "/" + levels[m],
-                                scores.StoredRecording()});
-            }
-        }
-    }
-    return runs;
-}
 
 // A race on the run's map in the view asked for, steered by the run, as a player would start it
 // after the last (the view is the option the options page switches).

@@ -3,61 +3,23 @@
 // shipped tours in a temporary game folder, without sound, with a scripted keyboard and mouse and
 // a driven clock. A page runs one frame at a time over a plain background, as the menu's frame
 // runs it, and its picture is the screen's overlay.
-#include "App/VeRegistry.h"
-#include "Coordinator/QmCommandLine.h"
-#include "Coordinator/VaApp.h"
-#include "Coordinator/VaCoordinator.h"
 #include "FrontEnd/QmTextBox.h"
-#include "Input/VeInput.h"
-#include "Platform/VeTime.h"
-#include "Screen/VeScreen.h"
 #include "Support/Screenshot.h"
-#include "Support/TempUserData.h"
-#include "engine/Input/FakeInputSource.h"
+#include "game/Coordinator/HeadlessGame.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
 #include <string>
 
-class MenuPageGame : public ::testing::Test {
+class MenuPageGame : public HeadlessGame {
 protected:
     static constexpr uint32_t kBackground = 0x203040;
 
     void SetUp() override {
-        previousFolder = std::filesystem::current_path();
-        std::filesystem::current_path(QM_SOURCE_DIR);
-        setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        SetTimeSource([this] { return now; });
-        QmCommandLine commandLine;
-        ASSERT_EQ(commandLine.Parse({"quillmaze"}), QmCommandLine::Result::Run);
-        app = std::make_unique<VaApp>();
-        app->FillSettings();
-        app->registry->SetInt("VE_USE_AUDIO", 0);
-        app->registry->SetInt("VE_DEBUG_INFO", 0);
-        app->UseCommandLine(commandLine);
-        app->Init();
-        ASSERT_NE(app->screen, nullptr);
-        app->screen->SetFramePacing(false);
-        delete app->input;
-        app->input = new VeInput(app->screen, std::make_unique<FakeInputSource>(&devices));
-        app->screen->input = app->input;
-        app->CreateManagers();
-        coordinator = app->coordinator;
-        ASSERT_NE(coordinator->environment, nullptr);
-    }
-
-    void TearDown() override {
-        if (app) {
-            app->Shutdown();
-            delete app->input;
-            app->input = nullptr;
-            app.reset();
+        HeadlessGame::SetUp();
+        StartInWindow({});
+        if (HasFatalFailure()) {
+            return;
         }
-        SetTimeSource(nullptr);
-        std::filesystem::current_path(previousFolder);
+        ASSERT_NE(coordinator->environment, nullptr);
     }
 
     // One frame of the page with these keys going down (and up again after it).
@@ -115,13 +77,4 @@ protected:
         }
         return ::testing::AssertionSuccess();
     }
-
-    TempUserData userData;
-    FakeInputSource::Devices devices;
-    std::unique_ptr<VaApp> app;
-    VaCoordinator* coordinator = nullptr;
-    int64_t now = 1000;
-
-private:
-    std::filesystem::path previousFolder;
 };

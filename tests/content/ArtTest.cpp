@@ -243,50 +243,38 @@ TEST(ArtTest, NoPixelIsBlendedWithTheKeyAndThePaletteStaysSmall) {
     EXPECT_LE(colours.size(), 40u) << "the images use more colours than the game's palette";
 }
 
-TEST(ArtTest, TilesetRowsAreWholeOpaqueBlocksWithSixFacesAndTheSameRowsAtEverySize) {
+TEST(ArtTest, SheetsCutIntoWholeTilesOfTheSameCountAtEverySize) {
     int rows16 = -1;
+    int decorations16 = -1;
     for (int s : kSizes) {
         SCOPED_TRACE(s);
-        const Image& sheet = Load(Sized("Assets/Blocks/Tileset_Forest", s));
-        if (!sheet.ok) {
+        // Tileset rows are whole opaque blocks: the front face and the six faces of its cube.
+        const Image& tiles = Load(Sized("Assets/Blocks/Tileset_Forest", s));
+        const Image& sheet = Load(Sized("Assets/Decorations/Forest_Decorations", s));
+        if (!tiles.ok || !sheet.ok) {
             continue;
         }
-        EXPECT_EQ(sheet.width, 6 * s) << "a row is one block: its front face and the six faces of its cube";
-        ASSERT_EQ(sheet.height % s, 0);
-        int rows = sheet.height / s;
+        EXPECT_EQ(tiles.width, 6 * s);
+        ASSERT_EQ(tiles.height % s, 0);
+        const int rows = tiles.height / s;
         EXPECT_GE(rows, 1);
         EXPECT_LE(rows, 144) << "default block ids run from 6 to 149";
-        if (rows16 < 0) {
-            rows16 = rows;
-        }
-        EXPECT_EQ(rows, rows16) << "every size must offer the same blocks";
-        EXPECT_EQ(sheet.KeysIn(0, 0, sheet.width, sheet.height), 0) << "blocks are solid";
-    }
-}
-
-TEST(ArtTest, DecorationSheetsHoldTheSameShapedDecorationsAtEverySize) {
-    int count16 = -1;
-    for (int s : kSizes) {
-        SCOPED_TRACE(s);
-        const Image& sheet = Load(Sized("Assets/Decorations/Forest_Decorations", s));
-        if (!sheet.ok) {
-            continue;
-        }
+        EXPECT_EQ(tiles.KeysIn(0, 0, tiles.width, tiles.height), 0) << "blocks are solid";
+        // Decorations are shaped: neither a wall nor (nearly) empty.
         ASSERT_EQ(sheet.width % s, 0);
         ASSERT_EQ(sheet.height % s, 0);
-        int count = (sheet.width / s) * (sheet.height / s);
+        const int count = (sheet.width / s) * (sheet.height / s);
         EXPECT_LE(count, 96) << "decoration ids run from 150 to 245";
-        if (count16 < 0) {
-            count16 = count;
-        }
-        EXPECT_EQ(count, count16);
         for (int t = 0; t < count; ++t) {
-            int x0 = (t % (sheet.width / s)) * s;
-            int y0 = (t / (sheet.width / s)) * s;
-            int keys = sheet.KeysIn(x0, y0, s, s);
+            const int keys = sheet.KeysIn((t % (sheet.width / s)) * s, (t / (sheet.width / s)) * s, s, s);
             EXPECT_GT(keys, s * s / 4) << "decoration " << t << " would look like a wall";
             EXPECT_LT(keys, s * s - s) << "decoration " << t << " is (nearly) empty";
         }
+        // Every size must offer the same blocks and decorations.
+        rows16 = rows16 < 0 ? rows : rows16;
+        decorations16 = decorations16 < 0 ? count : decorations16;
+        EXPECT_EQ(rows, rows16);
+        EXPECT_EQ(count, decorations16);
     }
 }
 
@@ -427,18 +415,6 @@ TEST(ArtTest, EditorHoverButtonsDifferFromTheirNormalButtons) {
         const Image& hover = Load(std::string("Assets/EditorGUI/") + button + "Hover.png");
         EXPECT_NE(normal.pixels, hover.pixels);
     }
-}
-
-TEST(ArtTest, LogoFitsTheScreenAboveTheMenuButtons) {
-    const Image& logo = Load("Assets/Logo.png");
-    if (!logo.ok) {
-        return;
-    }
-    EXPECT_LE(logo.width, 640) << "the menus centre the logo on a 640-pixel screen";
-    EXPECT_GE(logo.width, 320) << "the logo should read across the screen";
-    EXPECT_LE(logo.height, 140);
-    EXPECT_TRUE(logo.Key(0, 0) && logo.Key(logo.width - 1, logo.height - 1))
-        << "the logo is drawn over the menu";
 }
 
 } // namespace

@@ -178,10 +178,6 @@ std::vector<double> PowerSpectrum(const std::vector<double>& s) {
     return power;
 }
 
-double BinHz(size_t k) {
-    return static_cast<double>(k) * 44100.0 / kFftSize;
-}
-
 // Pearson correlation of two sounds' magnitude spectra, the offset bin left out.
 double SpectralCorrelation(const std::vector<double>& p, const std::vector<double>& q) {
     double mp = 0.0, mq = 0.0;
@@ -340,7 +336,7 @@ TEST(AudioMix, EffectsAreCentredAndCarryOnSmallSpeakers) {
         double above = 0.0, total = 0.0;
         for (size_t k = 0; k < e.power.size(); ++k) {
             total += e.power[k];
-            above += BinHz(k) > 200.0 ? e.power[k] : 0.0;
+            above += static_cast<double>(k) * 44100.0 / kFftSize > 200.0 ? e.power[k] : 0.0;
         }
         EXPECT_GT(above / total, 0.4) << e.sound->file << ": too little above 200 Hz";
     }

@@ -69,23 +69,18 @@ public:
         return text;
     }
 
-    // Sends the bytes (in pieces of the given size with a pause between them when asked) and reads
-    // until the service closes the connection or seconds pass.
-    std::string Raw(const std::string& bytes, double seconds = 10, size_t piece = 0, int pauseMs = 0) const {
+    // Sends the bytes and reads until the service closes the connection or seconds pass.
+    std::string Raw(const std::string& bytes, double seconds = 10) const {
         int fd = Connect();
         if (fd < 0) {
             return "connect failed";
         }
         for (size_t at = 0; at < bytes.size();) {
-            size_t size = piece ? std::min(piece, bytes.size() - at) : bytes.size() - at;
-            ssize_t sent = send(fd, bytes.data() + at, size, MSG_NOSIGNAL);
+            ssize_t sent = send(fd, bytes.data() + at, bytes.size() - at, MSG_NOSIGNAL);
             if (sent <= 0) {
                 break;
             }
             at += static_cast<size_t>(sent);
-            if (pauseMs) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(pauseMs));
-            }
         }
         std::string answer = Read(fd, seconds);
         close(fd);
@@ -126,13 +121,13 @@ public:
         return answer;
     }
 
-    // The game's form post; returns the message after "[HP]" without "[HP&]".
-    std::string Form(const std::string& body) const {
-        return Message(
-            Raw("POST / HTTP/1.1\r\nHost: test\r\nContent-Type: application/x-www-form-urlencoded\r\n"
-                "Content-Length: " +
-                std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body));
+    // The game's form post, and its message after "[HP]" without "[HP&]".
+    static std::string FormRequest(const std::string& body) {
+        return "POST / HTTP/1.1\r\nHost: test\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+               "Content-Length: " +
+               std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
     }
+    std::string Form(const std::string& body) const { return Message(Raw(FormRequest(body))); }
 
     std::string Get(const std::string& path) const {
         return Raw("GET " + path + " HTTP/1.1\r\nHost: test\r\nConnection: close\r\n\r\n");

@@ -221,16 +221,12 @@ TEST_F(VeTextInputTest, AHeldKeyRepeatsWithTheInputsOwnTimingWhileFocused) {
 
 TEST_F(VeTextInputTest, TheCaretBlinksWithTheClockUnlessAKeyIsHeld) {
     field->SetText("abc", 2);
-    rig.now = 42100;
-    EXPECT_TRUE(CaretAt(Drawn(), 2));
-    rig.now = 42499;
-    EXPECT_TRUE(CaretAt(Drawn(), 2));
-    rig.now = 42500;
-    EXPECT_FALSE(CaretAt(Drawn(), 2));
-    rig.now = 42999;
-    EXPECT_FALSE(CaretAt(Drawn(), 2));
-    rig.now = 43000;
-    EXPECT_TRUE(CaretAt(Drawn(), 2));
+    // Shown in the first half of every second, hidden in the second.
+    for (const auto& [at, shown] :
+         {std::pair{42100, true}, {42499, true}, {42500, false}, {42999, false}, {43000, true}}) {
+        rig.now = at;
+        EXPECT_EQ(CaretAt(Drawn(), 2), shown) << at;
+    }
 
     // In the hidden half a held key (any key) keeps it on.
     rig.devices.keys[VeKey::LeftShift] = 1;

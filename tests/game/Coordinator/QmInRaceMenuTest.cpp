@@ -1,50 +1,22 @@
 #include "Coordinator/QmInRaceMenu.h"
 
-#include "Controls/QmControls.h"
-#include "Input/VeInput.h"
-#include "Screen/Surface/VeSurface.h"
-#include "engine/Input/FakeInputSource.h"
-
-#include <gtest/gtest.h>
+#include "game/FrontEnd/PageTestSupport.h"
 
 namespace {
-class QmInRaceMenuTest : public ::testing::Test {
+class QmInRaceMenuTest : public page_test::PageTest {
 protected:
     // One frame of the menu with these keys going down (and up again afterwards).
     std::string FrameWithKeys(std::initializer_list<int> keys) {
-        for (int key : keys) {
-            devices.keys[key] = 1;
-        }
-        input.Update();
-        const std::string chosen = menu.Update(controls, &input, 640, 640);
-        input.ClearPressed();
-        for (int key : keys) {
-            devices.keys[key] = 0;
-        }
-        input.Update();
-        input.ClearPressed();
-        return chosen;
+        return WithKeys(keys, [this] { return menu.Update(controls, &input, 640, 640); });
     }
 
     // A frame with the pointer at (x, y), the left button going down when click is set.
     std::string FrameWithPointer(int x, int y, bool click) {
-        devices.mouseX = x;
-        devices.mouseY = y;
-        devices.buttons = click ? 1u : 0u;
-        input.Update();
-        const std::string chosen = menu.Update(controls, &input, 640, 640);
-        input.ClearPressed();
-        devices.buttons = 0;
-        input.Update();
-        input.ClearPressed();
-        return chosen;
+        return WithPointer(x, y, click, [this] { return menu.Update(controls, &input, 640, 640); });
     }
 
     void Open() { menu.Open("PAUSED", "RESUME", "LEAVE RACE", "EXIT_GAME"); }
 
-    FakeInputSource::Devices devices;
-    VeInput input{nullptr, std::make_unique<FakeInputSource>(&devices)};
-    QmControls controls{&input};
     QmInRaceMenu menu;
 };
 } // namespace

@@ -1,7 +1,6 @@
 #pragma once
-// Test support for the results and party pages: a 640 x 640 page over a plain background, a fake
-// keyboard and mouse, the language files of the repository, a standing clock, and the check that
-// nothing a page draws reaches the page's edges in any language.
+// Test support for a page on its own: a 640 x 640 page over a plain background, a fake
+// keyboard and mouse, the language files of the repository and a standing clock.
 #include "Controls/QmControls.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/QmPageContext.h"
@@ -13,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -38,53 +38,23 @@ protected:
     }
     ~PageTest() override { SetTimeSource(nullptr); }
 
-    // Keys go down for one frame of the page (and up again afterwards).
+    // One frame of the page with these keys going down (and every key up again afterwards).
     template <typename PageFrame> auto WithKeys(std::initializer_list<int> keys, PageFrame frame) {
         for (int key : keys) {
             devices.keys[key] = 1;
         }
-        input.Update();
-        page.Fill(kBackground);
-        auto result = frame();
-        input.ClearPressed();
-        for (int key : keys) {
-            devices.keys[key] = 0;
-        }
-        input.Update();
-        input.ClearPressed();
-        return result;
+        return Step(frame);
     }
 
-    // The pointer at (x, y), the left button going down for the frame when click is set.
+    // One frame with the pointer at (x, y), the left button going down for it when click is set.
     template <typename PageFrame> auto WithPointer(int x, int y, bool click, PageFrame frame) {
         devices.mouseX = x;
         devices.mouseY = y;
         devices.buttons = click ? 1u : 0u;
-        input.Update();
-        page.Fill(kBackground);
-        auto result = frame();
-        input.ClearPressed();
-        devices.buttons = 0;
-        input.Update();
-        input.ClearPressed();
-        return result;
+        return Step(frame);
     }
 
     ScreenshotImage Picture() const { return ScreenshotOf(page); }
-
-    // Nothing but the background within kMargin pixels of the edges.
-    ::testing::AssertionResult EdgesClear() const {
-        for (int y = 0; y < page.height; ++y) {
-            for (int x = 0; x < page.width; ++x) {
-                const bool edge =
-                    x < kMargin || y < kMargin || x >= page.width - kMargin || y >= page.height - kMargin;
-                if (edge && (page.GetXY(x, y) & 0xFFFFFF) != kBackground) {
-                    return ::testing::AssertionFailure() << "drawn at the edge: " << x << "," << y;
-                }
-            }
-        }
-        return ::testing::AssertionSuccess();
-    }
 
     // How many pixels of the colour lie in the rectangle.
     int Count(int x0, int y0, int w, int h, uint32_t colour) const {
@@ -104,6 +74,19 @@ protected:
     VeSurface page;
     QmPageContext context;
     std::vector<std::string> sounds;
+
+private:
+    template <typename PageFrame> auto Step(PageFrame frame) {
+        input.Update();
+        page.Fill(kBackground);
+        auto result = frame();
+        input.ClearPressed();
+        std::fill(std::begin(devices.keys), std::end(devices.keys), uint8_t{0});
+        devices.buttons = 0;
+        input.Update();
+        input.ClearPressed();
+        return result;
+    }
 };
 
 } // namespace page_test

@@ -35,6 +35,13 @@ protected:
         app->input->ClearPressed();
     }
 
+    // One frame of the page per key, in order.
+    template <typename Page> void Presses(Page& page, std::initializer_list<int> keys) {
+        for (int key : keys) {
+            Keys(page, {key});
+        }
+    }
+
     // One frame with the pointer at (x, y) of the page, clicking when asked.
     template <typename Page> void Pointer(Page& page, int x, int y, bool click = false) {
         devices.mouseX = x;

@@ -42,9 +42,7 @@ TEST_P(PageCheck, PlayPage) {
     coordinator->SetMenuPage(2);
     QmPlayPage page;
     page.RebuildLists();
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Return}); // a locked map: the page says why
+    Presses(page, {VeKey::Right, VeKey::Down, VeKey::Return}); // a locked map: the page says why
     Run(page);
     EXPECT_GT(Drawn(QmTourMapList::kMapX, QmTourMapList::kRowsY + QmTourMapList::kRowHeight, 24, 30), 0)
         << "the lock mark";
@@ -63,8 +61,7 @@ TEST_P(PageCheck, ManagementPage) {
 TEST_P(PageCheck, OptionsPage) {
     coordinator->SetMenuPage(12);
     QmOptionsPage page;
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Down});
+    Presses(page, {VeKey::Down, VeKey::Down});
     Run(page);
     Check(page, "options");
 }
@@ -72,9 +69,8 @@ TEST_P(PageCheck, OptionsPage) {
 TEST_P(PageCheck, LoginPage) {
     coordinator->SetMenuPage(4);
     QmLoginPage page;
-    for (int key : {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return}) {
-        Keys(page, {key}); // Log in with nothing typed: the page says what is missing, in red
-    }
+    // Log in with nothing typed: the page says what is missing, in red.
+    Presses(page, {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
     Run(page);
     EXPECT_GT(Drawn(80, 122, 480, 32), 0) << "the user name input";
     Check(page, "login");
@@ -83,9 +79,8 @@ TEST_P(PageCheck, LoginPage) {
 TEST_P(PageCheck, RegistrationPage) {
     coordinator->SetMenuPage(5);
     QmRegistrationPage page;
-    for (int key : {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space}) {
-        Keys(page, {key}); // the agreement box checked: Register enabled
-    }
+    Presses(page,
+            {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space}); // the agreement box: Register enabled
     Run(page);
     Check(page, "registration");
 }

@@ -39,32 +39,24 @@ TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYesButAShippedOn
     ToButtons(page);
     Keys(page, {VeKey::Return}); // Add tour
     ASSERT_EQ(World().tours.size(), shipped + 1);
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Return}); // Rename tour
+    Presses(page, {VeKey::Right, VeKey::Return}); // Rename tour
     for (int i = 0; i < 20; ++i) {
         Keys(page, {VeKey::Backspace});
     }
-    for (int key : {VeKey::H, VeKey::I, VeKey::L, VeKey::L, VeKey::S}) {
-        Keys(page, {key});
-    }
-    Keys(page, {VeKey::Return});
+    Presses(page, {VeKey::H, VeKey::I, VeKey::L, VeKey::L, VeKey::S, VeKey::Return});
     EXPECT_EQ(World().tours.back().name, "hills");
     const std::string folder = GetGameFolder() + "/Maps/" + World().tourFolders.back();
     EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
 
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Return}); // Delete tour: asks first
+    Presses(page, {VeKey::Right, VeKey::Return}); // Delete tour: asks first
     EXPECT_TRUE(Asking(page));
     Keys(page, {VeKey::Return}); // No
     EXPECT_FALSE(Asking(page));
     EXPECT_EQ(World().tours.size(), shipped + 1);
-    Keys(page, {VeKey::Return});
-    Keys(page, {VeKey::Escape}); // Escape answers no as well
+    Presses(page, {VeKey::Return, VeKey::Escape}); // Escape answers no as well
     EXPECT_EQ(World().tours.size(), shipped + 1);
     EXPECT_EQ(coordinator->CurrentMenuPage(), 3);
-    Keys(page, {VeKey::Return});
-    Keys(page, {VeKey::Right});
-    Keys(page, {VeKey::Return}); // Yes
+    Presses(page, {VeKey::Return, VeKey::Right, VeKey::Return}); // Yes
     EXPECT_EQ(World().tours.size(), shipped);
     EXPECT_FALSE(std::filesystem::exists(folder));
 
@@ -77,9 +69,7 @@ TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYesButAShippedOn
     for (size_t m = 0; m < World().tourLevels[0].size(); ++m) {
         Keys(again, {VeKey::Down});
     }
-    Keys(again, {VeKey::Right});
-    Keys(again, {VeKey::Right});
-    Keys(again, {VeKey::Return}); // Delete tour on the first, shipped tour
+    Presses(again, {VeKey::Right, VeKey::Right, VeKey::Return}); // Delete tour on the first, shipped tour
     EXPECT_FALSE(Asking(again)) << "refused without a question";
     EXPECT_EQ(World().tours.size(), shipped);
     Keys(again, {VeKey::Escape});

@@ -17,8 +17,7 @@ TEST_F(OptionsPageTest, OnlyApplySavesTheChoicesAndSwitchesTheLanguage) {
     std::remove(file.c_str());
     {
         QmOptionsPage page;
-        Keys(page, {VeKey::Space});
-        Keys(page, {VeKey::Escape});
+        Presses(page, {VeKey::Space, VeKey::Escape});
     }
     EXPECT_EQ(coordinator->CurrentMenuPage(), 1);
     EXPECT_FALSE(FileExists(file));
@@ -36,19 +35,12 @@ TEST_F(OptionsPageTest, OnlyApplySavesTheChoicesAndSwitchesTheLanguage) {
 
     coordinator->SetMenuPage(12);
     QmOptionsPage page;
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Space}); // music off
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Space}); // 3D graphics off
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Left}); // the flag before English: Dutch
-    Keys(page, {VeKey::Return});
+    // Music off, 3D graphics off, and the flag before English (Dutch) chosen.
+    Presses(page, {VeKey::Down, VeKey::Space, VeKey::Down, VeKey::Space, VeKey::Down, VeKey::Down,
+                   VeKey::Down, VeKey::Left, VeKey::Return});
     EXPECT_FALSE(FileExists(file)) << "nothing is saved before Apply";
     EXPECT_EQ(coordinator->Language().Name(), "English");
-    Keys(page, {VeKey::Down});
-    Keys(page, {VeKey::Return}); // Apply
+    Presses(page, {VeKey::Down, VeKey::Return}); // Apply
     EXPECT_EQ(coordinator->CurrentMenuPage(), 1);
     EXPECT_EQ(coordinator->Option(QmOptions::k3DGraphics), "0");
     EXPECT_EQ(coordinator->Language().Name(), "Dutch");

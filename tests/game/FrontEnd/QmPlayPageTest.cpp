@@ -20,15 +20,12 @@ TEST_F(PlayPageTest, KeysChooseAMapAndOnlyAnUnlockedOneStarts) {
     page.RebuildLists();
     Keys(page, {VeKey::Down});
     EXPECT_EQ(page.SelectedTour(), 1);
-    Keys(page, {VeKey::Up});
-    Keys(page, {VeKey::Return}); // into the maps of the first tour
-    Keys(page, {VeKey::Down});
+    Presses(page, {VeKey::Up, VeKey::Return, VeKey::Down}); // into the maps of the first tour
     EXPECT_EQ(page.SelectedMap(), 1);
     Keys(page, {VeKey::Return});
     EXPECT_EQ(app->scene, SceneMenu) << "the second map is locked until the first is finished (the page "
                                         "check's picture shows the page saying why)";
-    Keys(page, {VeKey::Up});
-    Keys(page, {VeKey::Return});
+    Presses(page, {VeKey::Up, VeKey::Return});
     EXPECT_EQ(app->scene, SceneRace);
     EXPECT_EQ(coordinator->playMode, VaCoordinator::PlayTour);
     EXPECT_EQ(coordinator->environment->tourIndex, 0);

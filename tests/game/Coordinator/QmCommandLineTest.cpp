@@ -71,6 +71,8 @@ TEST(QmCommandLineTest, RefusesWhatItCannotRunWithAMessage) {
         {{"--play", "-1", "0"}, "--play needs a tour number from 0, not '-1'"},
         {{"--play", "0", "first"}, "--play needs a map number from 0, not 'first'"},
         {{"--play", "0", "3000000000"}, "--play needs a map number from 0, not '3000000000'"},
+        {{"--edit", "0", "x"}, "--edit needs a map number from 0, not 'x'"},
+        {{"--edit", "0", "1", "--play", "0", "1"}, "--play and --edit cannot be used together"},
         {{"--2d", "--3d"}, "--2d and --3d cannot be used together"},
         {{"--3d", "--2d"}, "--2d and --3d cannot be used together"},
         {{"--autoplay", "0:2"}, "--autoplay steers a race: add --play TOUR MAP"},

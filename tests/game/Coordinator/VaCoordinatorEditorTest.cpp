@@ -1,5 +1,7 @@
-// The editor in the game: opened from the command line, a map painted with the keys, saved and
-// played after the check, and the test run's way back to the editor.
+// The editor in the game: opened from the command line, a map with best times painted with the
+// keys, saved after a question and played after the check, and the test run's way back to the
+// editor. (The journey makes, paints and leaves a map through the pages; the editor's own tests
+// ask every question and undo across saves.)
 #include "Editor/QmEditor.h"
 #include "Environment/ArEnvironmentManager.h"
 #include "HeadlessGame.h"
@@ -50,25 +52,15 @@ TEST_F(EditorGame, PaintCheckSavePlayAndComeBack) {
     ASSERT_NE(editor.CheckReport(), nullptr);
     EXPECT_EQ(editor.CheckReport()->outcome, QmPlayabilityCheck::Outcome::Finishable);
 
-    // Leaving the race comes back to the editor with the saved map and its history.
+    // Leaving the race comes back to the editor with the saved map; leaving it ends in the menu.
     coordinator->ReturnToMenu();
     EXPECT_EQ(app->scene, SceneEditor);
     EXPECT_EQ(World().GetBlock(0, 1), painted);
-    editor.ExecuteCommand(QmEditor::CmdUndo);
-    EXPECT_TRUE(editor.Model().Modified()) << "undo after a save";
-
-    // Leaving without saving asks, then ends in the menu with the map as saved.
     editor.ExecuteCommand(QmEditor::CmdLeave);
-    editor.Answer(true);
     EXPECT_EQ(app->scene, SceneMenu);
-    EXPECT_EQ(World().GetBlock(0, 1), painted);
 }
 
 TEST_F(EditorGame, TheCommandLineOpensOnlyAMapThatExists) {
-    QmCommandLine line;
-    EXPECT_EQ(line.Parse({"quillmaze", "--edit", "0", "x"}), QmCommandLine::Result::Error);
-    EXPECT_EQ(line.Parse({"quillmaze", "--edit", "0", "1", "--play", "0", "1"}),
-              QmCommandLine::Result::Error);
     StartInWindow({"--edit", "0", "99"});
     EXPECT_TRUE(app->quitRequested);
     EXPECT_NE(app->ExitCode(), 0);

@@ -99,11 +99,9 @@ Decoded ReadCanonicalWave(const GameSound& sound) {
     MessageBoxCapture capture;
     try {
         const std::unique_ptr<VeWaveSound> loaded = VeWaveSound::Load(PathOf(sound), sound.volume, "", false);
-        EXPECT_EQ(loaded->sampleRate, 44100u);
         for (size_t i = 0; i + 1 < loaded->samples.size(); i += 2) {
             out.mono.push_back((loaded->samples[i] + loaded->samples[i + 1]) / 65536.0);
         }
-        EXPECT_EQ(loaded->Frames(), static_cast<int64_t>(out.mono.size())) << sound.file;
         out.ok = true;
     } catch (const HaltIntercepted& halt) {
         ADD_FAILURE() << sound.file << ": the engine refused it: " << halt.title << " / " << halt.text;

@@ -26,6 +26,12 @@ protected:
         return result;
     }
 
+    // The previous frame's presses cleared, the next frame's input read.
+    void NextFrame() {
+        input->ClearPressed();
+        input->Update();
+    }
+
     // Times at which the key read as pressed while held from start to end, one frame every step.
     std::vector<int64_t> PressTimes(int key, int64_t start, int64_t end, int64_t step) {
         std::vector<int64_t> times;
@@ -168,13 +174,11 @@ TEST_F(VeInputTest, MouseButtonsArePressedOnceWhileHeldAndWheelStepsForOneFrame)
     EXPECT_TRUE(input->mousePressed[kMouseRight]);
     EXPECT_FALSE(input->mousePressed[kMouseMiddle]);
     EXPECT_TRUE(input->mouseDown[kMouseLeft]);
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_FALSE(input->mousePressed[kMouseLeft]);
     EXPECT_TRUE(input->mouseDown[kMouseLeft]);
     devices.buttons = 2;
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_FALSE(input->mouseDown[kMouseLeft]);
     EXPECT_TRUE(input->mousePressed[kMouseMiddle]);
     EXPECT_FALSE(input->mouseDown[0]);
@@ -182,24 +186,20 @@ TEST_F(VeInputTest, MouseButtonsArePressedOnceWhileHeldAndWheelStepsForOneFrame)
 
     // Wheel steps fire for exactly one frame.
     devices.queue.push_back({VeInputEvent::Wheel, now, -1});
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_TRUE(input->mousePressed[kMouseWheelDown]);
     EXPECT_TRUE(input->mouseDown[kMouseWheelDown]);
     EXPECT_FALSE(input->mousePressed[kMouseWheelUp]);
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
     EXPECT_FALSE(input->mouseDown[kMouseWheelDown]);
 
     devices.queue.push_back({VeInputEvent::Wheel, now, 2});
     devices.queue.push_back({VeInputEvent::Wheel, now, 0});
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_TRUE(input->mousePressed[kMouseWheelUp]);
     EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
-    input->ClearPressed();
-    input->Update();
+    NextFrame();
     EXPECT_FALSE(input->mouseDown[kMouseWheelUp]);
 }
 

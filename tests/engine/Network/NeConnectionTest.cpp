@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <string>
@@ -100,41 +97,4 @@ TEST(NeConnectionTest, SilentPeersTimeOutUnlessKeptAlive) {
     // A client that leaves says so.
     chatty.Shutdown();
     EXPECT_TRUE(Eventually([&] { return server.manager.GetPacketManager()->GetClientCount() == 0; }));
-}
-
-TEST(NeConnectionTest, TcpConnectsInTheBackgroundAndReadsHeaderlessAnswers) {
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in local{};
-    local.sin_family = AF_INET;
-    local.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&local), sizeof local), 0);
-    ASSERT_EQ(listen(listener, 4), 0);
-    socklen_t length = sizeof local;
-    getsockname(listener, reinterpret_cast<sockaddr*>(&local), &length);
-    const uint16_t port = ntohs(local.sin_port);
-
-    NeClientNetworkManager client;
-    StartClient(client, NeSocket::Tcp, port, 0, 0);
-    ASSERT_TRUE(Eventually([&] { return client.IsConnected(); }));
-    const int peer = accept(listener, nullptr, nullptr);
-    ASSERT_GE(peer, 0);
-    EXPECT_TRUE(client.SendText("GET /x HTTP/1.1\r\n\r\n", NePacket::Headerless, 1));
-    char request[64] = {};
-    EXPECT_EQ(recv(peer, request, 19, MSG_WAITALL), 19);
-    EXPECT_STREQ(request, "GET /x HTTP/1.1\r\n\r\n");
-    // The answer in two pieces becomes one packet.
-    send(peer, "HTTP/1.1 200 OK\r\n\r\n[HP]VER", 26, 0);
-    usleep(20 * 1000);
-    send(peer, "SION107[HP&]", 12, 0);
-    EXPECT_TRUE(Received(client, NePacket::Headerless, "HTTP/1.1 200 OK\r\n\r\n[HP]VERSION107"));
-    close(peer);
-    EXPECT_TRUE(Eventually([&] { return client.GetSocket()->IsPeerClosed(); }));
-
-    // Nobody listening: the connect fails in the background and says so once.
-    close(listener);
-    NeClientNetworkManager refused;
-    StartClient(refused, NeSocket::Tcp, port, 0, 0);
-    EXPECT_TRUE(Eventually([&] { return refused.TakeConnectFailed(); }));
-    EXPECT_TRUE(refused.IsStopped());
-    EXPECT_FALSE(refused.SendText("late", NePacket::Headerless, 1));
 }

@@ -7,38 +7,27 @@
 #include "Editor/QmEditorHost.h"
 #include "Form/VeTextInput.h"
 #include "Input/VeInput.h"
+#include "engine/Input/FakeInputSource.h"
 #include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <thread>
 
 using namespace renderer_test;
 
 namespace {
-class NoDevices : public VeInputSource {
-public:
-    void ReadKeyboard(uint8_t (&down)[kKeyCount]) override { std::fill(std::begin(down), std::end(down), 0); }
-    uint32_t ReadMouse(int& x, int& y) override {
-        x = y = -1;
-        return 0;
-    }
-    void PollEvents(std::vector<VeInputEvent>&) override {}
-};
-
 class FakeEditorHost : public QmEditorHost {
 public:
     std::string EditorLine(int number) override { return "LINE " + std::to_string(number); }
     void EditorSound(const std::string& name, float) override { sounds.push_back(name); }
     void MapListsChanged() override { ++listsChanged; }
-    void PlayFromEditor() override { ++plays; }
+    void PlayFromEditor() override {}
     void LeaveEditor() override { ++leaves; }
     bool OpenCopyPage() override { return true; }
     // The notice dialog as the player sees it: open until Reply closes it with Yes or No.
-    void AskEditorQuestion(const std::string& action, const std::string& title, const std::string&) override {
+    void AskEditorQuestion(const std::string& action, const std::string&, const std::string&) override {
         dialogAction = action;
-        dialogTitle = title;
         dialogOpen = true;
         confirmed = false;
     }
@@ -53,16 +42,10 @@ public:
         confirmed = yes;
     }
 
-    int Count(const std::string& sound) const {
-        return static_cast<int>(std::count(sounds.begin(), sounds.end(), sound));
-    }
-
     std::vector<std::string> sounds;
     int listsChanged = 0;
-    int plays = 0;
     int leaves = 0;
     std::string dialogAction;
-    std::string dialogTitle;
     bool dialogOpen = false;
     bool confirmed = false;
     int dialogFrames = 0;
@@ -113,7 +96,8 @@ protected:
         input.mouseMoved = true;
     }
 
-    VeInput input{nullptr, std::make_unique<NoDevices>()};
+    FakeInputSource::Devices devices; // never read: the frames set the input's state themselves
+    VeInput input{nullptr, std::make_unique<FakeInputSource>(&devices)};
     QmControls controls{&input};
     FakeEditorHost editorHost;
     std::unique_ptr<QmEditor> editor;
@@ -137,7 +121,6 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
         EXPECT_EQ(editor->PendingQuestion(), c.action);
         ASSERT_TRUE(editorHost.dialogOpen) << c.action;
         EXPECT_EQ(editorHost.dialogAction, c.action);
-        EXPECT_FALSE(editorHost.dialogTitle.empty());
         // While the dialog is open it has the keys: Return paints nothing, and it is drawn.
         const int frames = editorHost.dialogFrames;
         Press(VeKey::Return);
@@ -192,7 +175,7 @@ TEST_F(EditorSceneTest, AHeldButtonPaintsEveryCellItCrossesAsOneStep) {
     }
     input.mouseDown[kMouseLeft] = 0;
     Step();
-    EXPECT_EQ(editorHost.Count("Select"), 10);
+    EXPECT_EQ(std::count(editorHost.sounds.begin(), editorHost.sounds.end(), "Select"), 10);
     for (int column = 0; column < 10; ++column) {
         EXPECT_EQ(world->GetBlock(column, 4), 2) << column;
     }
@@ -268,7 +251,7 @@ TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsB
     EXPECT_EQ(world->blocks, edited) << "the copy is one step";
 }
 
-TEST_F(EditorSceneTest, RenamingStoresTheNameAndUndoingItRenamesBack) {
+TEST_F(EditorSceneTest, RenamingStoresTheNameOnlyOnReturn) {
     Start();
     const std::string file = world->CurrentMapFile();
     editor->ExecuteCommand(QmEditor::CmdEditName);
@@ -286,8 +269,6 @@ TEST_F(EditorSceneTest, RenamingStoresTheNameAndUndoingItRenamesBack) {
     EXPECT_EQ(world->GetMapField('n'), "dark woods");
     EXPECT_EQ(editor->StatusCode(), QmEditor::StatusRenamed);
     EXPECT_EQ(editorHost.listsChanged, 1);
-    editor->ExecuteCommand(QmEditor::CmdUndo);
-    EXPECT_EQ(world->CurrentMapFile(), file);
 }
 
 class EditorPictureTest : public EditorSceneTest, public ::testing::WithParamInterface<bool> {};
@@ -306,9 +287,6 @@ TEST_P(EditorPictureTest, TheEditorWithItsPaletteOpen) {
     EXPECT_NE(shot.At(12, 12), shot.At(300, 300));
     int x = 0;
     int y = 0;
-    QmEditor::PaletteCell(0, 640, x, y);
-    EXPECT_EQ(x, 608);
-    EXPECT_EQ(y, 64);
     QmEditor::PaletteCell(13, 640, x, y); // slot 22: after the eleven specials and slots 20, 21
     EXPECT_EQ(shot.At(x, y), 0x00FFFFu) << "the selected icon's frame";
     EXPECT_LT(shot.At(320, 630) & 0xFF, 0x70u) << "the dark status line";
@@ -331,11 +309,6 @@ TEST_P(EditorPictureTest, TheCheckedRouteIsShownWhileTheMapStaysAsChecked) {
     ASSERT_NE(editor->CheckReport(), nullptr);
     ASSERT_EQ(editor->CheckReport()->outcome, QmPlayabilityCheck::Outcome::Finishable);
     EXPECT_EQ(editor->StatusText().rfind("LINE 198 ", 0), 0u) << editor->StatusText();
-    if (std::getenv("QUILLMAZE_EDITOR_SHOTS") != nullptr) {
-        SaveScreenshotImage(std::string(std::getenv("QUILLMAZE_EDITOR_SHOTS")) + "/route-" +
-                                (GetParam() ? "3d" : "2d") + ".png",
-                            shown);
-    }
     // Between the Start (left) and the Finish (right, high up) the picture changed along the way
     // (below the cursor's row and above the animated fire).
     std::vector<std::pair<int, int>> route;

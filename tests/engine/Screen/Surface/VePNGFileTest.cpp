@@ -1,5 +1,4 @@
 #include "Screen/Surface/VePNGFile.h"
-#include "Screen/Surface/VeImage.h"
 
 #include "Support/HaltCapture.h"
 #include "Support/TempUserData.h"
@@ -141,19 +140,4 @@ TEST_F(VePNGFileTest, SaveWritesWhatLoadReads) {
     file.Load(Path("saved.png"));
     EXPECT_EQ(file.pixels, (std::vector<uint32_t>{0x112233, 0xFF00FF, 0, 0x010101}));
     EXPECT_FALSE(VePNGFile::Save(Path("empty.png"), 0, 2, pixels.data(), 3));
-}
-
-TEST_F(VePNGFileTest, ImageCopiesThePngIntoASurface) {
-    PngContent content;
-    content.height = 2;
-    content.rows = {{255, 0, 255, 1, 2, 3}, {4, 5, 6, 7, 8, 9}};
-    WritePng(Path("image.png"), content);
-    VeImage image(Path("image.png"));
-    ASSERT_EQ(image.width, 2);
-    ASSERT_EQ(image.height, 2);
-    EXPECT_EQ(image.GetXY(0, 0), kColourKey);
-    EXPECT_EQ(image.GetXY(1, 1), 0x070809u);
-
-    VeImage empty("");
-    EXPECT_EQ(empty.width, 0);
 }

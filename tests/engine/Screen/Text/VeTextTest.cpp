@@ -152,16 +152,6 @@ TEST(VeTextTest, NarrowLimitsNeverStall) {
     EXPECT_LE(hostile.Width(), 6 * 17);
 }
 
-TEST(VeTextTest, MaskedTextDrawsAnXPerCharacter) {
-    VeTextStyle style(2, 0x00FF00, 2, 2, 1);
-    VeText password("hello", &style);
-    password.SetMasked(true);
-    password.Draw();
-    VeText crosses("XXXXX", &style);
-    EXPECT_TRUE(SamePicture(password.surface, crosses.surface));
-    EXPECT_EQ(password.text, "hello");
-}
-
 TEST(VeTextTest, SmallLettersNeedTheSwitchAndSizeTwo) {
     VeTextStyle style = Tiny();
     style.SmallLetters(true);

@@ -128,14 +128,6 @@ class Journey:
                 time.sleep(0.1)
         raise Failed("quillmaze-server did not start listening")
 
-    def service_admin(self, *command):
-        """Runs an admin command of the journey's service (e.g. "set-version", "5")."""
-        program = os.path.join(os.path.dirname(self.game), "quillmaze-server")
-        out = subprocess.run([program, "--data", self.service_data, "admin", *command], capture_output=True, text=True)
-        if out.returncode != 0:
-            raise Failed("admin %s: %s" % (" ".join(command), out.stderr.strip()))
-        return out.stdout
-
     def stop_service(self):
         if self.service and self.service.poll() is None:
             self.service.terminate()
@@ -212,28 +204,53 @@ class Journey:
     def mouse(self, x, y, click=False):
         """The pointer moved and, when asked, the left button held there within the same xdotool
         run, long enough for a slow frame on a busy machine to see it."""
-        press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.18", "mouseup", "1"] if click else []
+        press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.2", "mouseup", "1"] if click else []
         subprocess.run(["xdotool", "mousemove", str(x), str(y), *press], check=True)
 
-    def click_page(self, px, py):
-        """A click at a point of the 640 x 640 page, wherever the window shows it."""
+    def page_point(self, px, py):
+        """Where a point of the 640 x 640 page lies on the screen, wherever the window shows it."""
         x, y, w, h = self.geometry()
         scale = min(w / 640.0, h / 640.0)
-        self.mouse(int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale), True)
+        return int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale)
 
-    def key(self, name, times=1, hold=0.18, pause=0.4):
-        """Presses held within one xdotool run: a press whose down and up come from separate runs
-        can be lost by a slow frame or stretched into a key repeat on a busy machine."""
-        for _ in range(times):
-            self.require_alive()
-            subprocess.run(["xdotool", "keydown", name, "sleep", str(hold), "keyup", name], check=True)
-            time.sleep(pause)
+    def click_page(self, px, py, click=True):
+        """The pointer moved to a point of the page, and a click there unless told otherwise."""
+        self.mouse(*self.page_point(px, py), click)
+        time.sleep(0.3)
+
+    def keys(self, *names, hold=0.18, pause=0.3, settle=0.2):
+        """Presses in one xdotool run, each held long enough for a slow frame to see it: a press
+        whose down and up come from separate runs can be lost by a slow frame or stretched into a
+        key repeat (the name entry's starts at 0.3 s) on a busy machine."""
+        self.require_alive()
+        command = ["xdotool"]
+        for name in names:
+            command += ["keydown", name, "sleep", str(hold), "keyup", name, "sleep", str(pause)]
+        subprocess.run(command, check=True)
+        time.sleep(settle)
 
     def keydown(self, name):
         subprocess.run(["xdotool", "keydown", name], check=True)
 
     def keyup(self, name):
         subprocess.run(["xdotool", "keyup", name], check=True)
+
+    def race(self, finished, seconds):
+        """Right held and jump tapped about every 100 ms (the tutorial's route whatever the taps'
+        phase) until finished() says so or the seconds pass. True once finished."""
+        self.keydown("Right")
+        try:
+            deadline = time.time() + seconds
+            checked = time.time()
+            while time.time() < deadline:
+                self.keys("Up", hold=0.06, pause=0.05, settle=0)
+                if time.time() - checked > 0.5:
+                    checked = time.time()
+                    if finished():
+                        return True
+        finally:
+            self.keyup("Right")
+        return finished()
 
     def pixels(self):
         """What the window shows now."""
@@ -262,22 +279,20 @@ class Journey:
         self.wait_for("the %s page" % name, lambda: PAGES[name](self.pixels()), seconds)
 
     # ---- files ----
-    def map_info(self, relative):
+    def map_tool(self, *arguments):
+        """The lines quillmaze-map (beside the game) prints for these arguments."""
         tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
-        out = subprocess.run([tool, "info", self.game_file(relative)], capture_output=True, text=True)
-        if out.returncode != 0:
-            raise Failed("cannot read %s: %s" % (relative, out.stderr.strip()))
-        return dict(line.split(": ", 1) for line in out.stdout.splitlines() if ": " in line)
+        out = subprocess.run([tool, *arguments], capture_output=True, text=True)
+        if out.returncode != 0 or not out.stdout:
+            raise Failed("quillmaze-map %s: %s" % (" ".join(arguments), out.stderr.strip()))
+        return out.stdout.splitlines()
+
+    def map_info(self, relative):
+        return dict(line.split(": ", 1) for line in self.map_tool("info", self.game_file(relative)) if ": " in line)
 
     def tour_maps(self, folder):
         """The map files of a tour of the game folder, in play order."""
-        tool = os.path.join(os.path.dirname(self.game), "quillmaze-map")
-        out = subprocess.run([tool, "decode", self.game_file("Maps/%s/tour.dat" % folder)], capture_output=True,
-                             text=True)
-        lines = out.stdout.splitlines()
-        if out.returncode != 0 or not lines:
-            raise Failed("cannot read the tour %s" % folder)
-        return lines[-1].split(",")
+        return self.map_tool("decode", self.game_file("Maps/%s/tour.dat" % folder))[-1].split(",")
 
     def second_map_locked(self):
         return self.map_info("Maps/FirstSteps/" + self.tour_maps("FirstSteps")[1]).get("locked") == "1"

@@ -25,17 +25,6 @@ def palette_y(index):
     return 64 + 32 * index + 16
 
 
-def keys(j, *names):
-    """Key presses in one xdotool run, each held long enough for a frame to see it (the game reads
-    the keyboard's state once a frame)."""
-    j.require_alive()
-    command = ["xdotool"]
-    for name in names:
-        command += ["keydown", name, "sleep", "0.15", "keyup", name, "sleep", "0.15"]
-    subprocess.run(command, check=True)
-    time.sleep(0.3)
-
-
 def cell_point(column, row):
     """The middle of a cell of the small map as the editor's 3D view shows it from above."""
     return 20 + 60 * column + 30, 20 + 60 * row + 30
@@ -43,8 +32,8 @@ def cell_point(column, row):
 
 def point_at(j, column, row):
     """The pointer over a cell: the cursor follows it through the picking image."""
-    subprocess.run(["xdotool", "mousemove", *screen_point(j, *cell_point(column, row))], check=True)
-    time.sleep(0.5)
+    j.click_page(*cell_point(column, row), click=False)
+    time.sleep(0.2)
 
 
 def palette_open(j):
@@ -63,34 +52,19 @@ def retry(what, attempts, act, done):
 def choose_block(j, index):
     """A block chosen in the palette: Tab opens it, a click on the entry chooses and closes it."""
     if not palette_open(j):
-        retry("the palette did not open", 4, lambda: keys(j, "Tab"), lambda: palette_open(j))
-    retry("the palette did not take the click", 4, lambda: click(j, PALETTE_X, palette_y(index)),
+        retry("the palette did not open", 4, lambda: j.keys("Tab"), lambda: palette_open(j))
+    retry("the palette did not take the click", 4, lambda: j.click_page(PALETTE_X, palette_y(index)),
           lambda: not palette_open(j))
-
-
-def screen_point(j, px, py):
-    x, y, w, h = j.geometry()
-    scale = min(w / 640.0, h / 640.0)
-    return str(int(x + (w - 640 * scale) / 2 + px * scale)), str(int(y + (h - 640 * scale) / 2 + py * scale))
 
 
 def drag(j, points):
     """The left button held from the first point of the page over the others."""
-    subprocess.run(["xdotool", "mousemove", *screen_point(j, *points[0])], check=True)
-    time.sleep(0.2)
+    j.click_page(*points[0], click=False)
     subprocess.run(["xdotool", "mousedown", "1"], check=True)
     for point in points[1:]:
         time.sleep(0.25)
-        subprocess.run(["xdotool", "mousemove", *screen_point(j, *point)], check=True)
-    time.sleep(0.2)
+        j.click_page(*point, click=False)
     subprocess.run(["xdotool", "mouseup", "1"], check=True)
-    time.sleep(0.3)
-
-
-def click(j, px, py):
-    """A click held long enough for a slow frame to see the button down."""
-    subprocess.run(["xdotool", "mousemove", *screen_point(j, px, py), "sleep", "0.2", "mousedown", "1", "sleep",
-                    "0.2", "mouseup", "1"], check=True)
     time.sleep(0.3)
 
 
@@ -124,29 +98,27 @@ def on_page(j, name):
 
 
 def leg_editor_new_map(j):
-    retry("Play did not open the play page", 3, lambda: click(j, 320, 165) or time.sleep(1.0), on_page(j, "play"))
+    retry("Play did not open the play page", 3, lambda: j.click_page(320, 165) or time.sleep(1.0), on_page(j, "play"))
     before = tour_folders(j)
-    retry("Manage did not open", 3, lambda: click(j, 320, 593), lambda: not PAGES["play"](j.pixels()))
-    retry("Add tour made no tour", 3, lambda: click(j, 188, 419), lambda: len(tour_folders(j)) > len(before))
+    retry("Manage did not open", 3, lambda: j.click_page(320, 593), lambda: not PAGES["play"](j.pixels()))
+    retry("Add tour made no tour", 3, lambda: j.click_page(188, 419), lambda: len(tour_folders(j)) > len(before))
     made = sorted(tour_folders(j) - before)
     if len(made) != 1:
         raise Failed("Add tour made %d tour folders" % len(made))
     j.editor_tour = made[0]
-    retry("Add map made no map", 3, lambda: click(j, 258, 457), lambda: len(maps_of(j, j.editor_tour)) == 1)
+    retry("Add map made no map", 3, lambda: j.click_page(258, 457), lambda: len(maps_of(j, j.editor_tour)) == 1)
     j.editor_map = maps_of(j, j.editor_tour)[0]
     j.shot("editor-01-new-tour")
-    retry("Back did not lead to the play page", 3, lambda: click(j, 430, 533), on_page(j, "play"))
-    click(j, 100, 98 + 36 * len(before) + 18)  # the new tour, last in the list
-    retry("Edit did not open the editor", 3, lambda: click(j, 524, 554) or time.sleep(1.0), on_page(j, "editor"))
+    retry("Back did not lead to the play page", 3, lambda: j.click_page(430, 533), on_page(j, "play"))
+    j.click_page(100, 98 + 36 * len(before) + 18)  # the new tour, last in the list
+    retry("Edit did not open the editor", 3, lambda: j.click_page(524, 554) or time.sleep(1.0), on_page(j, "editor"))
     j.shot("editor-02-opened")
 
 
 def map_cells(j):
     """The saved map: its info and its grid's rows."""
     relative = "Maps/%s/%s" % (j.editor_tour, j.editor_map)
-    tool = os.path.join(os.path.dirname(j.game), "quillmaze-map")
-    out = subprocess.run([tool, "decode", j.game_file(relative)], capture_output=True, text=True)
-    rows = [line.rstrip(",").split(",") for line in out.stdout.splitlines() if line[:1].isdigit()]
+    rows = [line.rstrip(",").split(",") for line in j.map_tool("decode", j.game_file(relative)) if line[:1].isdigit()]
     return j.map_info(relative), rows
 
 
@@ -157,7 +129,7 @@ def cell(j, column, row):
 
 def saved_as(j, column, row, check):
     """Saves with the toolbar and waits a moment for the file's cell to pass check."""
-    click(j, SAVE_X, TOOLBAR_Y)
+    j.click_page(SAVE_X, TOOLBAR_Y)
     deadline = time.time() + 4
     while time.time() < deadline:
         if check(cell(j, column, row)):
@@ -170,34 +142,34 @@ def leg_editor_paint(j):
     # The Start in the bottom-left corner, painted with Return where the pointer is.
     choose_block(j, 1)
     point_at(j, 0, 9)
-    retry("Return did not paint the Start", 3, lambda: keys(j, "Return"),
+    retry("Return did not paint the Start", 3, lambda: j.keys("Return"),
           lambda: saved_as(j, 0, 9, lambda id: id == START))
     # The Finish: the pointer three cells right, the cursor one more with the arrow key.
     choose_block(j, 2)
     point_at(j, 3, 9)
-    keys(j, "Right")
-    retry("no Finish where the arrow key moved the cursor", 3, lambda: keys(j, "Return"),
+    j.keys("Right")
+    retry("no Finish where the arrow key moved the cursor", 3, lambda: j.keys("Return"),
           lambda: saved_as(j, 4, 9, lambda id: id == FINISH))
     # A mistake (a block between the Start and the Finish), undone with Ctrl+Z: the map comes back
     # as it was saved.
     choose_block(j, 11)  # the first ordinary block
     point_at(j, 2, 9)
-    retry("Return did not paint the block", 3, lambda: keys(j, "Return"), lambda: saved_as(j, 2, 9, lambda id: id != 0))
-    retry("Ctrl+Z did not undo the block", 3, lambda: keys(j, "ctrl+z"), lambda: saved_as(j, 2, 9, lambda id: id == 0))
+    retry("Return did not paint the block", 3, lambda: j.keys("Return"), lambda: saved_as(j, 2, 9, lambda id: id != 0))
+    retry("Ctrl+Z did not undo the block", 3, lambda: j.keys("ctrl+z"), lambda: saved_as(j, 2, 9, lambda id: id == 0))
     # A ledge dragged with the left button across the middle row.
     drag(j, [cell_point(column, 5) for column in range(2, 8)])
     j.shot("editor-03-painted")
     # Clearing asks through the notice dialog; Escape declines and the map stays.
-    retry("Clear did not ask", 3, lambda: click(j, CLEAR_X, TOOLBAR_Y) or time.sleep(1.0), on_page(j, "question"))
+    retry("Clear did not ask", 3, lambda: j.click_page(CLEAR_X, TOOLBAR_Y) or time.sleep(1.0), on_page(j, "question"))
     j.shot("editor-04-question")
-    retry("Escape did not close the question", 3, lambda: keys(j, "Escape") or time.sleep(0.5),
+    retry("Escape did not close the question", 3, lambda: j.keys("Escape") or time.sleep(0.5),
           lambda: not PAGES["question"](j.pixels()))
     if not saved_as(j, 0, 9, lambda id: id == START):
         raise Failed("declining Clear cleared the map")
 
 
 def leg_editor_check(j):
-    retry("the check did not answer", 3, lambda: click(j, CHECK_X, TOOLBAR_Y),
+    retry("the check did not answer", 3, lambda: j.click_page(CHECK_X, TOOLBAR_Y),
           lambda: wait_quietly(j, lambda: "Playability check of" in game_log(j), 20))
     if ": finishable" not in game_log(j):
         raise Failed("the check did not find a route: " + game_log(j).split("Playability check of")[-1][:80])
@@ -206,7 +178,7 @@ def leg_editor_check(j):
 
 
 def leg_editor_save_and_play(j):
-    retry("save and play did not start the race", 3, lambda: click(j, PLAY_X, TOOLBAR_Y) or time.sleep(1.0),
+    retry("save and play did not start the race", 3, lambda: j.click_page(PLAY_X, TOOLBAR_Y) or time.sleep(1.0),
           lambda: not PAGES["editor"](j.pixels()))
     info, rows = map_cells(j)
     if info.get("start") != "0,9" or info.get("finish") != "4,9":
@@ -221,19 +193,19 @@ def leg_editor_save_and_play(j):
     finally:
         j.keyup("Right")
     j.shot("editor-07-finished")
-    keys(j, "Return")  # the offered name
+    j.keys("Return")  # the offered name
     j.wait_page("highscores", 10)
-    keys(j, "Escape")
+    j.keys("Escape")
     j.wait_page("editor", 15)  # a test run goes back to the editor
     j.shot("editor-08-after-the-race")
 
 
 def leg_editor_back(j):
-    keys(j, "Escape")  # the command menu
-    retry("the command menu's last entry did not leave the editor", 3, lambda: click(j, 298, 310),
+    j.keys("Escape")  # the command menu
+    retry("the command menu's last entry did not leave the editor", 3, lambda: j.click_page(298, 310),
           on_page(j, "play"))
     j.shot("editor-09-play-page")
-    retry("Back did not lead to the main menu", 3, lambda: keys(j, "Escape"), on_page(j, "main menu"))
+    retry("Back did not lead to the main menu", 3, lambda: j.keys("Escape"), on_page(j, "main menu"))
 
 
 LEGS = [leg_editor_new_map, leg_editor_paint, leg_editor_check, leg_editor_save_and_play, leg_editor_back]

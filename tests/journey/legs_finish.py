@@ -10,14 +10,10 @@ def leg_options(j):
     j.click_page(320, 475)  # the Options button, with the mouse
     j.wait_page("options")
     j.shot("10-options")
-    j.key("Down", times=2)
-    j.key("space")  # 3D graphics off
-    j.key("Down", times=3)  # the flags
-    j.key("Left")  # Dutch
-    j.key("Return")
-    j.key("Down")  # Apply
+    j.keys("Down", "Down", "space")  # 3D graphics off
+    j.keys("Down", "Down", "Down", "Left", "Return", "Down")  # the flags: Dutch; then to Apply
     j.shot("11-options-changed")
-    j.key("Return")
+    j.keys("Return")
     j.wait_page("main menu")
     opts = j.options()
     if opts.get("Language") != "Dutch" or opts.get("3DGraphics") != "0":
@@ -26,8 +22,7 @@ def leg_options(j):
 
 
 def leg_quit(j):
-    j.key("Escape")  # to Quit
-    j.key("Escape")  # and out
+    j.keys("Escape", "Escape")  # to Quit, and out
     try:
         code = j.process.wait(10)
     except subprocess.TimeoutExpired:

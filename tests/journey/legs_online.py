@@ -18,16 +18,6 @@ ONLINE_Y = 351  # the main menu's fourth button
 FIRST, SECOND = ("ann", "annpw", "ann@example.org"), ("bob", "bobpw", "bob@example.org")
 
 
-def tap(j, *names):
-    """Presses in one xdotool run, each held long enough for a frame to see it."""
-    j.require_alive()
-    command = ["xdotool"]
-    for name in names:
-        command += ["keydown", name, "sleep", "0.15", "keyup", name, "sleep", "0.25"]
-    subprocess.run(command, check=True)
-    time.sleep(0.3)
-
-
 def type_text(j, text):
     j.require_alive()
     subprocess.run(["xdotool", "type", "--delay", "120", text], check=True)
@@ -35,10 +25,8 @@ def type_text(j, text):
 
 
 def park_pointer(j):
-    x, y, w, h = j.geometry()
-    scale = min(w / 640.0, h / 640.0)
-    j.mouse(int(x + (w - 640 * scale) / 2 + 630 * scale), int(y + (h - 640 * scale) / 2 + 630 * scale))
-    time.sleep(0.3)
+    """The pointer off the buttons: a pointer over them takes the login page's focus."""
+    j.click_page(630, 630, click=False)
 
 
 def box_checked(p):
@@ -52,7 +40,7 @@ def register(j, who, shot):
     the game goes on to the shared maps."""
     j.wait_page("main menu")
     j.click_page(320, ONLINE_Y)
-    park_pointer(j)  # off the buttons: a pointer over them takes the login page's focus
+    park_pointer(j)
     j.wait_page("login")
     time.sleep(0.5)
     j.click_page(424, 367)  # Register (the buttons keep their selection between visits)
@@ -60,41 +48,41 @@ def register(j, who, shot):
     time.sleep(1.5)
     name, password, email = who
     # The page keeps what was typed on an earlier visit: to the first field, and each emptied.
-    tap(j, *["Up"] * 6)
+    j.keys(*["Up"] * 6)
     for text in (name, password, email):
-        tap(j, *["BackSpace"] * 24)
+        j.keys(*["BackSpace"] * 24)
         type_text(j, text)
-        tap(j, "Down")
+        j.keys("Down")
     if not box_checked(j.pixels()):
-        tap(j, "space")  # the box "I accept the rules"
+        j.keys("space")  # the box "I accept the rules"
     j.shot(shot)
-    tap(j, "Down", "Return")  # Register
+    j.keys("Down", "Return")  # Register
     j.wait_page("shared maps", 20)
 
 
 def leg_share_a_map(j):
     register(j, FIRST, "online-01-registration")
     j.shot("online-02-players")
-    tap(j, "Down", "Return")  # below the empty list: My shared maps
+    j.keys("Down", "Return")  # below the empty list: My shared maps
     time.sleep(1.0)
     j.shot("online-03-own-maps")
-    tap(j, "Up", "Return")  # the empty list: choose a slot
+    j.keys("Up", "Return")  # the empty list: choose a slot
     time.sleep(0.5)
     j.shot("online-04-slots")
-    tap(j, "Return")  # slot 1, and the question
+    j.keys("Return")  # slot 1, and the question
     j.wait_page("notice")
-    tap(j, "Return")  # Yes: the check runs, then the upload
+    j.keys("Return")  # Yes: the check runs, then the upload
     deadline = time.time() + 90
     while time.time() < deadline and not PAGES["notice"](j.pixels()):
         time.sleep(0.5)
     j.shot("online-05-shared")
-    tap(j, "Return")
+    j.keys("Return")
     j.wait_page("shared maps")
     time.sleep(1.0)
     j.shot("online-06-own-maps")
-    tap(j, "Escape")  # the players
+    j.keys("Escape")  # the players
     time.sleep(1.0)
-    tap(j, "Down", "Right", "Right", "Return")  # below the list: Log out
+    j.keys("Down", "Right", "Right", "Return")  # below the list: Log out
     j.wait_page("main menu")
 
 
@@ -102,10 +90,10 @@ def leg_download_and_play(j):
     register(j, SECOND, "online-07-registration")
     time.sleep(1.0)
     j.shot("online-08-players")
-    tap(j, "Return")  # the first player who shares maps
+    j.keys("Return")  # the first player who shares maps
     time.sleep(2.0)
     j.shot("online-09-maps")
-    tap(j, "Return")  # saved into Downloads
+    j.keys("Return")  # saved into Downloads
     time.sleep(0.5)
     j.shot("online-10-downloaded")
     maps = j.tour_maps("Downloads")
@@ -119,12 +107,12 @@ def leg_download_and_play(j):
               if name and j.map_info("Maps/%s/%s" % (folder, name)).get("uid") == info.get("uid")]
     if not shared:
         raise Failed("the downloaded map (uid %s) is none of the player's maps" % info.get("uid"))
-    tap(j, "Escape", "Return", "Return")  # back, the player again and the map again: still one copy
+    j.keys("Escape", "Return", "Return")  # back, the player again and the map again: still one copy
     time.sleep(2.0)
-    tap(j, "Return")
+    j.keys("Return")
     if j.tour_maps("Downloads") != maps:
         raise Failed("a second download did not replace the first: %r" % j.tour_maps("Downloads"))
-    tap(j, "Return")  # play it
+    j.keys("Return")  # play it
     time.sleep(2.0)
     j.shot("online-11-race")
     if PAGES["shared maps"](j.pixels()):
@@ -134,12 +122,12 @@ def leg_download_and_play(j):
         if PAGES["main menu"](picture):
             break
         if PAGES["play"](picture) or PAGES["shared maps"](picture):
-            tap(j, "Escape")
+            j.keys("Escape")
             time.sleep(0.8)
             continue
-        tap(j, "Escape")  # the in-race menu
+        j.keys("Escape")  # the in-race menu
         time.sleep(0.4)
-        tap(j, "Down", "Return")  # Leave race
+        j.keys("Down", "Return")  # Leave race
         time.sleep(1.5)
     j.wait_page("main menu")
     if not os.path.exists(j.game_file("Maps/Downloads/" + maps[0])):

@@ -11,51 +11,33 @@ def leg_intro(j):
     try:  # the focusing click may have left the intro already
         j.wait_page("main menu", 12)
     except Failed:
-        j.key("Return")
+        j.keys("Return")
 
 
 def leg_main_menu(j):
     j.wait_page("main menu")
     j.shot("02-main-menu")
-    j.key("Return")  # the first button: Play
+    j.keys("Return")  # the first button: Play
 
 
 def leg_play_page(j):
     j.wait_page("play")
     j.shot("03-play-page")
-    j.key("Right")  # the maps of the first tour
+    j.keys("Right")  # the maps of the first tour
     j.shot("04-play-page-maps")
     if not j.second_map_locked():
         raise Failed("the second map is unlocked before the tutorial was finished")
 
 
-def race_tutorial(j, finished):
-    """Right held, jump tapped about every 100 ms (the tutorial's route whatever the taps'
-    phase) until finished() says so or 12 seconds passed."""
-    j.keydown("Right")
-    try:
-        deadline = time.time() + 12.0
-        checked = time.time()
-        while time.time() < deadline and j.alive():
-            j.key("Up", hold=0.06, pause=0.05)
-            if time.time() - checked > 0.5:
-                checked = time.time()
-                if finished():
-                    return True
-    finally:
-        j.keyup("Right")
-    return finished()
-
-
 def leg_tutorial(j):
-    j.key("Return")  # start the selected first map
+    j.keys("Return")  # start the selected first map
     time.sleep(0.3)
     j.shot("05-race")
     unlocked = lambda: not j.second_map_locked()
     for attempt in range(3):
-        if race_tutorial(j, unlocked):
+        if j.race(unlocked, 12):
             break
-        j.key("r")  # start over
+        j.keys("r")  # start over
     j.wait_for("the next map to unlock", unlocked, 5)
     time.sleep(1.5)
     j.shot("06-finished")

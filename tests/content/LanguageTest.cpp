@@ -244,13 +244,4 @@ TEST_P(LanguageFile, CallsEachIdeaByOneWord) {
 
 INSTANTIATE_TEST_SUITE_P(AllLanguages, LanguageFile, ::testing::ValuesIn(kLanguages));
 
-TEST(LanguageFiles, DocumentationListsEveryLine) {
-    std::string doc = ReadBytes(std::string(QM_SOURCE_DIR) + "/docs/language-lines.md");
-    std::vector<std::vector<std::string>> table = ReadTable();
-    for (size_t i = 0; i < table.size(); ++i) {
-        EXPECT_NE(doc.find("\n| " + std::to_string(i + 1) + " | "), std::string::npos)
-            << "docs/language-lines.md lacks line " << i + 1 << "; run gen-lang";
-    }
-}
-
 } // namespace

@@ -41,12 +41,8 @@ protected:
 
     // Creates the application and its coordinator (as CreateManagers does after Init).
     void Start(const std::vector<std::string>& arguments = {}) {
-        std::vector<std::string> line{"quillmaze"};
-        line.insert(line.end(), arguments.begin(), arguments.end());
-        QmCommandLine commandLine;
-        ASSERT_EQ(commandLine.Parse(line), QmCommandLine::Result::Run);
         app = std::make_unique<VaApp>();
-        app->UseCommandLine(commandLine);
+        app->UseCommandLine(CommandLine(arguments));
         app->input = new VeInput(nullptr, std::make_unique<FakeInputSource>(&devices));
         app->CreateManagers();
         coordinator = app->coordinator;
@@ -55,15 +51,11 @@ protected:
     // The game in a real window (the tests run under Xvfb) with this command line, sound only when
     // asked for; the keyboard is still the test's.
     void StartInWindow(const std::vector<std::string>& arguments, bool sound = false) {
-        std::vector<std::string> line{"quillmaze"};
-        line.insert(line.end(), arguments.begin(), arguments.end());
-        QmCommandLine commandLine;
-        ASSERT_EQ(commandLine.Parse(line), QmCommandLine::Result::Run) << commandLine.Error();
         app = std::make_unique<VaApp>();
         app->FillSettings();
         app->registry->SetInt("VE_USE_AUDIO", sound ? 1 : 0);
         app->registry->SetInt("VE_DEBUG_INFO", 0);
-        app->UseCommandLine(commandLine);
+        app->UseCommandLine(CommandLine(arguments));
         app->Init();
         ASSERT_NE(app->screen, nullptr);
         app->screen->SetFramePacing(false);
@@ -110,6 +102,14 @@ protected:
     std::string log;
 
 private:
+    static QmCommandLine CommandLine(const std::vector<std::string>& arguments) {
+        std::vector<std::string> line{"quillmaze"};
+        line.insert(line.end(), arguments.begin(), arguments.end());
+        QmCommandLine commandLine;
+        EXPECT_EQ(commandLine.Parse(line), QmCommandLine::Result::Run) << commandLine.Error();
+        return commandLine;
+    }
+
     std::filesystem::path previousFolder;
     VeLogSink previousSink;
 };

@@ -137,11 +137,6 @@ TEST_F(ProgramRun, AnswersTheCommandLine) {
     EXPECT_NE(unknown.output.find("Unknown option '--bogus'"), std::string::npos) << unknown.output;
     EXPECT_EQ(unknown.output.find("App Fingerprint"), std::string::npos); // nothing was started
 
-    const Outcome unsteered = Run("--autoplay 0:2");
-    EXPECT_EQ(unsteered.exitCode, 2) << unsteered.output;
-    EXPECT_NE(unsteered.output.find("--autoplay steers a race: add --play TOUR MAP"), std::string::npos)
-        << unsteered.output;
-
     const Outcome unwritable = Run("--frames 2 --screenshot '" + userData.path + "/missing/folder/shot.png'");
     EXPECT_EQ(unwritable.exitCode, 1) << unwritable.output;
 }

@@ -60,7 +60,6 @@ TEST_F(RaceGame, PlayStartsTourPlayOnTheChosenMap) {
     EXPECT_EQ(World().tourIndex, 0);
     EXPECT_EQ(World().levelIndex, 1);
     EXPECT_EQ(World().CurrentMapFile(), World().tourLevels[0][1]);
-    EXPECT_FALSE(World().mapName.empty());
     EXPECT_EQ(Race().countingDown, 1);
     EXPECT_FLOAT_EQ(World().cameraZoom, QmClientEnvironmentManager::kIntroZoom); // the intro is shown
 

@@ -34,12 +34,10 @@ TEST_F(QmLanguageTest, LinesAreNumberedFromOneAndEndAtTheFile) {
     EXPECT_EQ(language.GetLine(1), "Line 1");
     EXPECT_EQ(language.GetLine(150), "Line 150");
     const std::string file = "in file: '" + folder + "/English.lang'." + kGetLatest;
-    EXPECT_HALT(language.GetLine(151), "Error: Could not find translation",
-                "Could not find translation line 151 " + file);
-    EXPECT_HALT(language.GetLine(0), "Error: Could not find translation",
-                "Could not find translation line 0 " + file);
-    EXPECT_HALT(language.GetLine(-4), "Error: Could not find translation",
-                "Could not find translation line -4 " + file);
+    for (int outside : {151, 0, -4}) {
+        EXPECT_HALT(language.GetLine(outside), "Error: Could not find translation",
+                    "Could not find translation line " + std::to_string(outside) + " " + file);
+    }
 }
 
 TEST_F(QmLanguageTest, SetLanguageLoadsTheChosenLanguage) {

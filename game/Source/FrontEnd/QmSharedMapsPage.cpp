@@ -21,10 +21,8 @@
 #include "Platform/VeFiles.h"
 #include "Screen/VeCursor.h"
 #include "Screen/VeScreen.h"
-#include "Threads/VtJob.h"
-#include "Threads/VtWorkerPool.h"
+#include "Threads/VtJobHolder.h"
 
-#include <atomic>
 #include <deque>
 
 namespace {
@@ -99,18 +97,6 @@ bool ReadMap(const std::string& path, QmMapContents& contents) {
 std::string SizeText(int blockSize) {
     return blockSize == QmCoreEnvironmentManager::kSmallBlockSize ? "20 X 20" : "10 X 10";
 }
-
-// The playability check of the map to upload, on a worker of the page's own (the connection
-// layer's pool is sized for its own jobs).
-class CheckJob : public VtJob {
-public:
-    void Run() override { report = QmPlayabilityCheck::Find(blocks, blockSize, {}, &cancel); }
-
-    std::array<BlockId, QmCoreEnvironmentManager::kCellCount> blocks{};
-    int32_t blockSize = QmCoreEnvironmentManager::kLargeBlockSize;
-    std::atomic<bool> cancel{false};
-    QmPlayabilityCheck::Report report;
-};
 } // namespace
 
 class QmSharedMapsPage::Impl {
@@ -121,8 +107,6 @@ public:
         statusStyle.Size(2).Colour(0xFF8060).Weight(2).LetterSpacing(1).LineHeight(1);
         SetState(Players);
     }
-
-    ~Impl() { StopCheck(); }
 
     QmNetworkManager* Net() const { return C()->app->network; }
 
@@ -325,7 +309,7 @@ public:
 
     // ---- Commands ----
 
-    bool Busy() const { return Net()->IsWaiting() || checking; }
+    bool Busy() const { return Net()->IsWaiting() || check.Held(); }
 
     void Confirm() {
         switch (state) {
@@ -413,34 +397,22 @@ public:
         Ask(kUploadQuestionLine, kUploadAction);
     }
 
+    // The playability check of the map to upload runs on a worker of the page's own (the
+    // connection layer's pool is sized for its own jobs).
     void StartCheck() {
-        StopCheck();
-        if (!pool) {
-            pool = std::make_unique<VtWorkerPool>(1);
-        }
-        check = std::make_unique<CheckJob>();
-        check->blocks = currentMap.blocks;
-        check->blockSize = currentMap.blockSize;
-        checking = true;
-        pool->AddJob(check.get());
-    }
-
-    void StopCheck() {
-        if (checking) {
-            check->cancel.store(true);
-            check->Wait();
-            checking = false;
-        }
+        check.Stop();
+        check.Start([this, blocks = currentMap.blocks,
+                     blockSize = currentMap.blockSize](const std::atomic<bool>& cancel) {
+            checkReport = QmPlayabilityCheck::Find(blocks, blockSize, {}, &cancel);
+        });
     }
 
     // The check's verdict: a map that can be finished is sent, any other is refused.
     void PollCheck() {
-        if (!checking || check->GetState() != VtJob::Done) {
+        if (!check.Take()) {
             return;
         }
-        check->Wait();
-        checking = false;
-        if (check->report.outcome != QmPlayabilityCheck::Outcome::Finishable) {
+        if (checkReport.outcome != QmPlayabilityCheck::Outcome::Finishable) {
             Notice(kNotFinishableLine, "");
             return;
         }
@@ -699,7 +671,7 @@ public:
     }
 
     int StatusLine() const {
-        if (checking) {
+        if (check.Held()) {
             return kCheckingLine;
         }
         if (uploading) {
@@ -771,10 +743,9 @@ public:
     QmMapContents currentMap;
     int uploadSlot = 1;
     bool uploading = false;
-    bool checking = false;
     bool listPending = false; // a list was asked for and has not come yet
-    std::unique_ptr<VtWorkerPool> pool;
-    std::unique_ptr<CheckJob> check;
+    QmPlayabilityCheck::Report checkReport;
+    VtJobHolder check; // last: stops before the report it writes goes
 };
 
 QmSharedMapsPage::QmSharedMapsPage() : impl(std::make_unique<Impl>()) {}

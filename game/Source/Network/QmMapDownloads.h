@@ -1,17 +1,15 @@
 #pragma once
-// The files of one player's shared maps fetched into the cache in the background: a job on a
-// worker pool of its own (one thread), so that the frames never wait for the transfers.
+// The files of one player's shared maps fetched into the cache in the background, on a worker of
+// their own, so that the frames never wait for the transfers.
 //
 // Contract: Start stops a running batch first (its files may be partly there, never half
 // written: each file is written beside its place and renamed). Poll hands over each finished
 // batch once, every item marked with whether it arrived. Destroying stops and waits.
-#include <atomic>
+#include "Threads/VtJobHolder.h"
+
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
-
-class VtWorkerPool;
 
 class QmMapDownloads {
 public:
@@ -22,21 +20,13 @@ public:
         bool arrived = false;
     };
 
-    QmMapDownloads();
-    ~QmMapDownloads();
-    QmMapDownloads(const QmMapDownloads&) = delete;
-    QmMapDownloads& operator=(const QmMapDownloads&) = delete;
-
-    void Start(std::vector<Item> items);
+    void Start(std::vector<Item> batch);
     // True from Start until Poll handed the batch over (or Stop).
-    bool Running() const;
-    bool Poll(std::vector<Item>& items);
-    void Stop();
+    bool Running() const { return holder.Held(); }
+    bool Poll(std::vector<Item>& batch);
+    void Stop() { holder.Stop(); }
 
 private:
-    class Job;
-
-    std::unique_ptr<VtWorkerPool> pool;
-    std::unique_ptr<Job> job;
-    bool queued = false;
+    std::vector<Item> items;
+    VtJobHolder holder; // last: stops before the batch it fills goes
 };

@@ -1,37 +1,27 @@
 #pragma once
 // One request to the web service over the engine's URL transfers (used for https:// services),
-// run as a job on a worker of its own so that no frame waits for the connection, the handshake
-// or the answer.
+// run on a worker of its own so that no frame waits for the connection, the handshake or the
+// answer.
 //
 // Contract: Start is refused while a request runs. Poll hands over the finished request's result
 // and answer body once (a failure is logged with its reason). Stop cancels a running request and
 // waits for it; destroying stops.
 #include "Platform/VeUrlTransfer.h"
+#include "Threads/VtJobHolder.h"
 
-#include <memory>
 #include <string>
-#include <vector>
-
-class VtWorkerPool;
 
 class QmServiceRequest {
 public:
-    QmServiceRequest();
-    ~QmServiceRequest();
-    QmServiceRequest(const QmServiceRequest&) = delete;
-    QmServiceRequest& operator=(const QmServiceRequest&) = delete;
-
     // A GET when contentType is empty, else a POST of body with that content type.
     bool Start(const std::string& url, const std::string& contentType, const std::string& body,
                const VeUrlTransfer::Options& options);
-    bool Running() const;
+    bool Running() const { return holder.Held(); }
     bool Poll(VeUrlTransfer::Result& result, std::string& answer);
-    void Stop();
+    void Stop() { holder.Stop(); }
 
 private:
-    class Job;
-
-    std::unique_ptr<VtWorkerPool> pool;
-    std::unique_ptr<Job> job;
-    bool queued = false;
+    VeUrlTransfer::Result result = VeUrlTransfer::Result::Failed;
+    std::string answer;
+    VtJobHolder holder; // last: stops before what the request writes goes
 };

@@ -5,8 +5,6 @@
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 
-#include <chrono>
-
 namespace {
 // "http://host:port/anything" without what follows the host and port.
 std::string BaseOf(const std::string& url) {
@@ -16,13 +14,6 @@ std::string BaseOf(const std::string& url) {
 }
 } // namespace
 
-QmUpdateDownload::~QmUpdateDownload() {
-    if (job.valid()) {
-        cancel = true;
-        job.wait();
-    }
-}
-
 std::string QmUpdateDownload::PackagePath() {
     return GetGameFolder() + "/quillmaze-update.tar.gz";
 }
@@ -31,21 +22,16 @@ bool QmUpdateDownload::Start(const std::string& serviceUrl) {
     if (Running()) {
         return false;
     }
+    holder.Take(); // an outcome nobody took is dropped
     CreateFolder(GetGameFolder());
-    job =
-        std::async(std::launch::async, &QmUpdateDownload::Fetch, BaseOf(serviceUrl), PackagePath(), &cancel);
-    return true;
-}
-
-bool QmUpdateDownload::Running() const {
-    return job.valid() && job.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
+    return holder.Start([this, base = BaseOf(serviceUrl), path = PackagePath()](
+                            const std::atomic<bool>& cancel) { outcome = Fetch(base, path, &cancel); });
 }
 
 bool QmUpdateDownload::TakeResult(std::string& path, int32_t& failureLine) {
-    if (!job.valid() || Running()) {
+    if (!holder.Take()) {
         return false;
     }
-    const Outcome outcome = job.get();
     path = outcome.path;
     failureLine = outcome.failureLine;
     return true;

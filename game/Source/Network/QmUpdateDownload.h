@@ -3,10 +3,12 @@
 // its pace while it comes: "/files/quillmaze-update.tar.gz" into the game folder, checked against
 // the SHA-256 published beside it ("/files/quillmaze-update.sha256"). A package that does not
 // match is removed. The running game's own files are never touched: the player unpacks the
-// package and starts the new game from there.
+// package and starts the new game from there. Destroying stops a download still running and waits
+// for it.
+#include "Threads/VtJobHolder.h"
+
 #include <atomic>
 #include <cstdint>
-#include <future>
 #include <string>
 
 class QmUpdateDownload {
@@ -15,15 +17,9 @@ public:
     static constexpr int32_t kUnreachableLine = 213;
     static constexpr int32_t kDamagedLine = 214;
 
-    QmUpdateDownload() = default;
-    // Stops a download still running and waits for it.
-    ~QmUpdateDownload();
-    QmUpdateDownload(const QmUpdateDownload&) = delete;
-    QmUpdateDownload& operator=(const QmUpdateDownload&) = delete;
-
     // Starts fetching from the service ("http://host:port"); false while one is still running.
     bool Start(const std::string& serviceUrl);
-    bool Running() const;
+    bool Running() const { return holder.Busy(); }
     // Once a download ended: true, with the package's path, or with an empty path and the
     // language line that says why it failed. Taken once.
     bool TakeResult(std::string& path, int32_t& failureLine);
@@ -39,6 +35,6 @@ private:
     static Outcome Fetch(const std::string& baseUrl, const std::string& path,
                          const std::atomic<bool>* cancel);
 
-    std::atomic<bool> cancel{false};
-    std::future<Outcome> job;
+    Outcome outcome;
+    VtJobHolder holder; // last: stops before the outcome it writes goes
 };

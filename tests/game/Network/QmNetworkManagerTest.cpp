@@ -1,5 +1,7 @@
 #include "Network/QmNetworkManager.h"
 #include "Network/NeSocket.h"
+#include "Network/QmMapDownloads.h"
+#include "Network/QmServiceRequest.h"
 #include "Network/QmSha256.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
@@ -310,6 +312,43 @@ TEST(QmNetworkManagerTest, ServiceDownGarbageAndSilenceAreReportedWithoutStallin
     client.Settle();
     EXPECT_EQ(client.LastNoticeLine(), 151);
     peer.join();
+    close(listener);
+}
+
+TEST(QmNetworkManagerTest, TransfersThatHangAreCancelledAtOnceOnStopAndTheWorkerServesTheNext) {
+    TempUserData userData;
+    int listener = -1; // connections are taken into the backlog and never answered
+    const std::string silent = "http://127.0.0.1:" + std::to_string(FreePort(&listener));
+    VeUrlTransfer::Options patient; // 30 s
+    QmServiceRequest request;
+    ASSERT_TRUE(request.Start(silent + "/a", "", "", patient));
+    EXPECT_FALSE(request.Start(silent + "/b", "", "", patient)) << "one request at a time";
+    SleepMs(100);
+    int64_t before = GetTimeMs();
+    request.Stop();
+    EXPECT_LT(GetTimeMs() - before, 3000);
+    VeUrlTransfer::Result result = VeUrlTransfer::Result::Ok;
+    std::string answer = "stale";
+    EXPECT_FALSE(request.Poll(result, answer)) << "a stopped request hands nothing over";
+    patient.totalTimeoutMs = 200;
+    ASSERT_TRUE(request.Start(silent + "/c", "text/plain", "body", patient));
+    for (int i = 0; i < 500 && !request.Poll(result, answer); ++i) {
+        SleepMs(10);
+    }
+    EXPECT_EQ(result, VeUrlTransfer::Result::TimedOut);
+    EXPECT_FALSE(request.Running());
+
+    std::filesystem::create_directories(GetGameFolder());
+    before = GetTimeMs();
+    {
+        QmMapDownloads downloads;
+        downloads.Start({{silent + "/x.map", GetGameFolder() + "/x.map", 4096, false}});
+        SleepMs(100);
+        downloads.Start({{silent + "/y.map", GetGameFolder() + "/y.map", 4096, false}}); // stops the first
+        EXPECT_TRUE(downloads.Running());
+    } // and destroying stops the second
+    EXPECT_LT(GetTimeMs() - before, 6000);
+    EXPECT_FALSE(std::filesystem::exists(GetGameFolder() + "/x.map"));
     close(listener);
 }
 

@@ -228,7 +228,7 @@ TEST_F(EditorSceneTest, KeysMoveTheCursorWithinTheMapAndFWithStartFillsNothing) 
     EXPECT_EQ(world->GetBlock(9, 1), Block::Blank);
 }
 
-TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsBlocks) {
+TEST_F(EditorSceneTest, GivingUpACopyOrARenameKeepsTheMapAndChoosingOneTakesIt) {
     Start();
     editor->Model().Paint(1, 1, 4);
     const auto edited = world->blocks;
@@ -249,10 +249,7 @@ TEST_F(EditorSceneTest, GivingUpACopyKeepsTheUnsavedEditsAndChoosingOneTakesItsB
     EXPECT_TRUE(editor->Model().Modified());
     editor->ExecuteCommand(QmEditor::CmdUndo);
     EXPECT_EQ(world->blocks, edited) << "the copy is one step";
-}
 
-TEST_F(EditorSceneTest, RenamingStoresTheNameOnlyOnReturn) {
-    Start();
     const std::string file = world->CurrentMapFile();
     editor->ExecuteCommand(QmEditor::CmdEditName);
     ASSERT_TRUE(editor->NameEditing());

@@ -1,12 +1,70 @@
 #include "Platform/VeUrlTransfer.h"
 
+#include "Platform/VeLog.h"
+
 #include <curl/curl.h>
+#include <dlfcn.h>
 
 #include <cstdio>
 #include <memory>
 
 namespace {
 thread_local std::string lastDetail;
+
+// The transfer library is loaded on the first transfer rather than linked: it brings a few dozen
+// libraries of its own, which would otherwise all be loaded before the game's first frame. Only
+// the types and constants of its header are used here; every call goes through this table.
+struct CurlLibrary {
+    CURLcode (*globalInit)(long) = nullptr;
+    CURL* (*easyInit)() = nullptr;
+    void (*easyCleanup)(CURL*) = nullptr;
+    CURLcode (*easySetopt)(CURL*, CURLoption, ...) = nullptr;
+    CURLcode (*easyPerform)(CURL*) = nullptr;
+    const char* (*easyStrerror)(CURLcode) = nullptr;
+    curl_slist* (*slistAppend)(curl_slist*, const char*) = nullptr;
+    void (*slistFreeAll)(curl_slist*) = nullptr;
+    bool ready = false;
+};
+
+template <typename Function> bool Find(void* library, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(dlsym(library, name));
+    return function != nullptr;
+}
+
+CurlLibrary LoadCurl() {
+    CurlLibrary curl;
+    void* library = dlopen("libcurl.so.4", RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+        library = dlopen("libcurl.so", RTLD_NOW | RTLD_LOCAL);
+    }
+    if (library == nullptr) {
+        const char* why = dlerror();
+        Log("Transfers are unavailable: libcurl cannot be loaded (%s)\n", why != nullptr ? why : "not found");
+        return curl;
+    }
+    if (!Find(library, "curl_global_init", curl.globalInit) ||
+        !Find(library, "curl_easy_init", curl.easyInit) ||
+        !Find(library, "curl_easy_cleanup", curl.easyCleanup) ||
+        !Find(library, "curl_easy_setopt", curl.easySetopt) ||
+        !Find(library, "curl_easy_perform", curl.easyPerform) ||
+        !Find(library, "curl_easy_strerror", curl.easyStrerror) ||
+        !Find(library, "curl_slist_append", curl.slistAppend) ||
+        !Find(library, "curl_slist_free_all", curl.slistFreeAll)) {
+        Log("Transfers are unavailable: the libcurl found lacks an entry point the game needs\n");
+        return curl; // the library stays loaded: unloading it buys nothing
+    }
+    curl.ready = curl.globalInit(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    if (!curl.ready) {
+        Log("Transfers are unavailable: libcurl failed to initialise\n");
+    }
+    return curl;
+}
+
+// Loaded and initialised once, by the first transfer on any thread.
+const CurlLibrary& Curl() {
+    static const CurlLibrary curl = LoadCurl();
+    return curl;
+}
 
 struct Sink {
     std::string* memory = nullptr;
@@ -38,11 +96,6 @@ size_t Write(char* data, size_t size, size_t count, void* target) {
 int Progress(void* target, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
     const Sink& sink = *static_cast<const Sink*>(target);
     return sink.cancel != nullptr && sink.cancel->load() ? 1 : 0; // non-zero ends the transfer
-}
-
-bool GlobalInit() {
-    static const bool initialised = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    return initialised;
 }
 
 VeUrlTransfer::Result Classify(CURLcode code, const Sink& sink) {
@@ -80,26 +133,31 @@ VeUrlTransfer::Result Classify(CURLcode code, const Sink& sink) {
 }
 
 struct CurlHandle {
-    void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
+    void operator()(CURL* curl) const { Curl().easyCleanup(curl); }
 };
 struct HeaderList {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    void operator()(curl_slist* list) const { Curl().slistFreeAll(list); }
 };
 
 VeUrlTransfer::Result Perform(const std::string& url, const std::string* postBody,
                               const std::vector<std::string>& headers, Sink& sink,
                               const VeUrlTransfer::Options& options) {
     lastDetail.clear();
-    std::unique_ptr<CURL, CurlHandle> curl(GlobalInit() ? curl_easy_init() : nullptr);
+    const CurlLibrary& library = Curl();
+    if (!library.ready) {
+        lastDetail = "the transfer library (libcurl) is not available";
+        return VeUrlTransfer::Result::LocalError;
+    }
+    std::unique_ptr<CURL, CurlHandle> curl(library.easyInit());
     if (!curl) {
         lastDetail = "the transfer library could not start";
         return VeUrlTransfer::Result::LocalError;
     }
     curl_slist* rawHeaders = nullptr;
     for (const std::string& header : headers) {
-        curl_slist* grown = curl_slist_append(rawHeaders, header.c_str());
+        curl_slist* grown = library.slistAppend(rawHeaders, header.c_str());
         if (grown == nullptr) {
-            curl_slist_free_all(rawHeaders);
+            library.slistFreeAll(rawHeaders);
             return VeUrlTransfer::Result::LocalError;
         }
         rawHeaders = grown;
@@ -107,36 +165,36 @@ VeUrlTransfer::Result Perform(const std::string& url, const std::string* postBod
     const std::unique_ptr<curl_slist, HeaderList> headerList(rawHeaders);
     char error[CURL_ERROR_SIZE] = {};
     CURL* handle = curl.get();
-    curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, error);
-    curl_easy_setopt(handle, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, Write);
-    curl_easy_setopt(handle, CURLOPT_WRITEDATA, &sink);
-    curl_easy_setopt(handle, CURLOPT_FAILONERROR, 1L);
-    curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connectTimeoutMs));
-    curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalTimeoutMs));
-    curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, Progress);
-    curl_easy_setopt(handle, CURLOPT_XFERINFODATA, &sink);
-    curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
+    library.easySetopt(handle, CURLOPT_ERRORBUFFER, error);
+    library.easySetopt(handle, CURLOPT_URL, url.c_str());
+    library.easySetopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    library.easySetopt(handle, CURLOPT_WRITEFUNCTION, Write);
+    library.easySetopt(handle, CURLOPT_WRITEDATA, &sink);
+    library.easySetopt(handle, CURLOPT_FAILONERROR, 1L);
+    library.easySetopt(handle, CURLOPT_NOSIGNAL, 1L);
+    library.easySetopt(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connectTimeoutMs));
+    library.easySetopt(handle, CURLOPT_TIMEOUT_MS, static_cast<long>(options.totalTimeoutMs));
+    library.easySetopt(handle, CURLOPT_XFERINFOFUNCTION, Progress);
+    library.easySetopt(handle, CURLOPT_XFERINFODATA, &sink);
+    library.easySetopt(handle, CURLOPT_NOPROGRESS, 0L);
     // Certificates are always checked; the extra bundle adds to the system's directory of
     // authorities, it does not replace the checks.
-    curl_easy_setopt(handle, CURLOPT_SSL_VERIFYPEER, 1L);
-    curl_easy_setopt(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+    library.easySetopt(handle, CURLOPT_SSL_VERIFYPEER, 1L);
+    library.easySetopt(handle, CURLOPT_SSL_VERIFYHOST, 2L);
     if (!options.caFile.empty()) {
-        curl_easy_setopt(handle, CURLOPT_CAINFO, options.caFile.c_str());
+        library.easySetopt(handle, CURLOPT_CAINFO, options.caFile.c_str());
     }
     if (postBody != nullptr) {
-        curl_easy_setopt(handle, CURLOPT_POSTFIELDS, postBody->data());
-        curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(postBody->size()));
+        library.easySetopt(handle, CURLOPT_POSTFIELDS, postBody->data());
+        library.easySetopt(handle, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(postBody->size()));
     }
     if (headerList) {
-        curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headerList.get());
+        library.easySetopt(handle, CURLOPT_HTTPHEADER, headerList.get());
     }
-    const CURLcode code = curl_easy_perform(handle);
+    const CURLcode code = library.easyPerform(handle);
     const VeUrlTransfer::Result result = Classify(code, sink);
     if (result != VeUrlTransfer::Result::Ok) {
-        lastDetail = error[0] != '\0' ? error : curl_easy_strerror(code);
+        lastDetail = error[0] != '\0' ? error : library.easyStrerror(code);
     }
     return result;
 }

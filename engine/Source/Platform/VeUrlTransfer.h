@@ -5,7 +5,8 @@
 // An answer longer than its bound is given up, never cut short silently. https always checks
 // the peer's certificate and name against the system's authorities, plus those of an optional
 // extra bundle file. A file is written beside its place and renamed there only when complete.
-// No other file of the engine or the game talks to the transfer library.
+// No other file of the engine or the game talks to the transfer library, which is loaded on the
+// first transfer; without it every transfer fails with LocalError and says so in the log.
 #include <atomic>
 #include <cstdint>
 #include <string>

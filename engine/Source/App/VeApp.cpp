@@ -56,9 +56,11 @@ void VeApp::Init() {
         }
         const bool fullscreen = registry->IsOn("VE_LAUNCH_FULLSCREEN");
         const bool centered = registry->IsOn("VE_LAUNCH_CENTERED");
+        VeScreen::DeferShaders(registry->IsOn("VE_DEFER_SHADERS"));
         screen = new VeScreen(windowWidth, windowHeight, registry->IsOn("VE_REQUIRE_OPENGL"), fullscreen,
                               centered, registry->GetString("VE_WINDOW_ICON"),
                               registry->GetString("VE_ERROR_MESSAGE_SUFFIX"));
+        VeScreen::DeferShaders(false);
         screen->SetFpsTextDrawer(&VeText::DrawFpsText);
         if (registry->IsOn("VE_USE_INPUT")) {
             if (debugInfo) {

@@ -8,7 +8,8 @@
 // VE_USE_CONSOLE, VE_USE_TIMER, VE_USE_SCREEN, VE_USE_INPUT (only together with the screen) and
 // VE_USE_AUDIO. A service that is not switched on stays null, and code above the engine copes
 // with its absence. Start-up and shutdown progress lines are logged when VE_DEBUG_INFO is 1; the
-// engine's fingerprint line always is.
+// engine's fingerprint line always is. VE_DEFER_SHADERS lets the screen show its first frames before
+// compiling its shaders (see VeScreen::DeferShaders).
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -26,8 +26,10 @@ namespace {
 
 constexpr double kPacedFrameMs = 1000.0 / 60.0;
 
-// Set before the screen exists (the command line's --software); read by the constructor.
+// Set before the screen exists (the command line's --software, a quick start); read by the
+// constructor.
 bool softwarePathForced = false;
+bool shadersDeferred = false;
 
 int FollowWindowEvents(void* /*screen*/, SDL_Event* event) {
     VeCursor::OnEvent(*event);
@@ -97,6 +99,40 @@ void VeScreen::ForceSoftwarePath(bool on) {
 
 bool VeScreen::SoftwarePathForced() {
     return softwarePathForced;
+}
+
+void VeScreen::DeferShaders(bool on) {
+    shadersDeferred = on;
+}
+
+bool VeScreen::PrepareShaders() {
+    if (!glEnabled) {
+        return true;
+    }
+    MakeContextCurrent();
+    if (!basicShader) {
+        basicShader = std::make_unique<VeShader>("Shaders/BasicShader/BasicShader.vert",
+                                                 "Shaders/BasicShader/BasicShader.frag");
+        for (const char* name :
+             {"MVP", "textureID", "useTexture", "renderedSceneTextureID", "screenDisplaySize",
+              "renderToTexture", "pixelSizeX", "pixelSizeY", "screenColorMultiplier", "greyScale"}) {
+            basicShader->RegisterUniform(name);
+        }
+        basicShader->Use();
+        basicShader->SetMat4("MVP", mvp);
+        glUseProgram(0);
+        return false;
+    }
+    if (!shadowMapShader) {
+        shadowMapShader = std::make_unique<VeShader>("Shaders/ShadowMapShader/ShadowMapShader.vert",
+                                                     "Shaders/ShadowMapShader/ShadowMapShader.frag");
+        shadowMapShader->RegisterUniform("MVP");
+        shadowMapShader->RegisterUniform("textureID");
+        shadowMapShader->Use();
+        shadowMapShader->SetMat4("MVP", mvp);
+        glUseProgram(0);
+    }
+    return true;
 }
 
 void VeScreen::FailWindow(const std::string& what) const {
@@ -258,27 +294,14 @@ bool VeScreen::InitGL() {
         }
         return true;
     }
-    basicShader = std::make_unique<VeShader>("Shaders/BasicShader/BasicShader.vert",
-                                             "Shaders/BasicShader/BasicShader.frag");
-    shadowMapShader = std::make_unique<VeShader>("Shaders/ShadowMapShader/ShadowMapShader.vert",
-                                                 "Shaders/ShadowMapShader/ShadowMapShader.frag");
-    for (const char* name :
-         {"MVP", "textureID", "useTexture", "renderedSceneTextureID", "screenDisplaySize", "renderToTexture",
-          "pixelSizeX", "pixelSizeY", "screenColorMultiplier", "greyScale"}) {
-        basicShader->RegisterUniform(name);
-    }
-    shadowMapShader->RegisterUniform("MVP");
-    shadowMapShader->RegisterUniform("textureID");
-
     glm::mat4 projection = glm::ortho(-1.0f, 1.0f, -1.0f, 1.0f, 1.0f, 2.0f);
     glm::mat4 view = glm::lookAt(glm::vec3(0, 0, 1), glm::vec3(0, 0, 0), glm::vec3(0, 1, 0));
     glm::mat4 model = glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.0f)), glm::vec3(1.0f));
     mvp = projection * view * model;
-    basicShader->Use();
-    basicShader->SetMat4("MVP", mvp);
-    shadowMapShader->Use();
-    shadowMapShader->SetMat4("MVP", mvp);
-    glUseProgram(0);
+    if (!shadersDeferred) {
+        while (!PrepareShaders()) {
+        }
+    }
     if (overlayEnabled) {
         VeVertexBatches::PrepareQuad();
     }
@@ -405,6 +428,12 @@ void VeScreen::Present(float frameDelta) {
 
 void VeScreen::PresentGL() {
     MakeContextCurrent();
+    if (!shadowMapShader && PresentCopied()) {
+        return;
+    }
+    while (!PrepareShaders()) {
+    }
+    lastFrameCopied = false;
     const int32_t rows = VeOverlayComposer::VisibleRows(height, screenDisplaySize);
     if (uploadSurface.width != width || uploadSurface.height != rows) {
         uploadSurface.Create(width, rows);
@@ -412,6 +441,63 @@ void VeScreen::PresentGL() {
     CopyKeyed(overlay, uploadSurface);
     ComposeGL(frameCapture);
     SDL_GL_SwapWindow(window);
+}
+
+// The window system's own copy of a software picture into the window, where the window system
+// offers one (SDL's window surface; not through a renderer) and the window shows the logical
+// screen 1:1.
+SDL_Surface* VeScreen::CopySurface() {
+    if (copyRefused || !overlayEnabled) {
+        return nullptr;
+    }
+    int drawableWidth = 0;
+    int drawableHeight = 0;
+    SDL_GL_GetDrawableSize(window, &drawableWidth, &drawableHeight);
+    if (drawableWidth != width || drawableHeight != height) {
+        return nullptr;
+    }
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+    SDL_Surface* surface = SDL_GetWindowSurface(window);
+    if (surface == nullptr || surface->w != width || surface->h != height ||
+        surface->format->BytesPerPixel != 4 || surface->format->Rmask != 0x00FF0000u ||
+        surface->format->Gmask != 0x0000FF00u || surface->format->Bmask != 0x000000FFu ||
+        SDL_MUSTLOCK(surface)) {
+        copyRefused = true; // asked once: the shaders will do
+        return nullptr;
+    }
+    return surface;
+}
+
+bool VeScreen::PresentCopied() {
+    SDL_Surface* surface = CopySurface();
+    if (surface == nullptr) {
+        return false;
+    }
+    VeOverlayComposer::Compose(overlay, static_cast<uint32_t*>(surface->pixels), surface->pitch / 4,
+                               screenDisplaySize, screenColorMultiplier, greyScale);
+    if (SDL_UpdateWindowSurface(window) != 0) {
+        copyRefused = true;
+        return false;
+    }
+    lastFrameCopied = true;
+    if (frameCapture) {
+        CaptureCopied(surface);
+    }
+    return true;
+}
+
+void VeScreen::CaptureCopied(const SDL_Surface* surface) {
+    lastFrame.resize(static_cast<size_t>(pixelCount));
+    for (int32_t y = 0; y < height; ++y) {
+        const uint32_t* from =
+            static_cast<const uint32_t*>(surface->pixels) + static_cast<size_t>(surface->pitch / 4) * y;
+        uint32_t* to = lastFrame.data() + static_cast<size_t>(width) * y;
+        for (int32_t x = 0; x < width; ++x) {
+            to[x] = from[x] & 0xFFFFFFu;
+        }
+    }
+    lastFrameWidth = width;
+    lastFrameHeight = height;
 }
 
 void VeScreen::ComposeGL(bool capture) {
@@ -445,6 +531,8 @@ void VeScreen::PresentSoftware() {
 }
 
 void VeScreen::DrawOverlay() {
+    while (!PrepareShaders()) {
+    }
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LESS);
     glEnable(GL_CULL_FACE);
@@ -536,8 +624,13 @@ bool VeScreen::ReadLastFrame(std::vector<uint32_t>& pixels, int32_t& frameWidth,
             // cannot be read everywhere: compose the last frame again from the same overlay rows
             // and scene texture, without showing it.
             MakeContextCurrent();
-            ResetViewport();
-            ComposeGL(true);
+            SDL_Surface* surface = lastFrameCopied ? SDL_GetWindowSurface(window) : nullptr;
+            if (surface != nullptr) {
+                CaptureCopied(surface);
+            } else {
+                ResetViewport();
+                ComposeGL(true);
+            }
         } else {
             CaptureWindow();
         }

@@ -9,6 +9,12 @@
 // The logical screen is letterboxed into the window by the SDL renderer's logical size; SDL mouse
 // events therefore arrive in logical coordinates, while SDL_GetMouseState reports window pixels
 // (map those with GetViewport and GetScale).
+// With shaders deferred (a quick start), the OpenGL path compiles nothing before the first frame
+// (a software driver's first shader costs a tenth of a second): until PrepareShaders has made
+// them, a frame the window shows 1:1 is composed in software (as the software path does) and handed
+// to the window system as a plain picture, without OpenGL. Where that cannot be done (another
+// size, no such service) or anything else needs a shader, the shaders are made on the spot. The 3D
+// scene needs them, so it cannot have been drawn while they wait.
 // Vertical synchronisation that the driver refuses is logged once and left off; frames are then
 // paced to about 60 a second by sleeping, so the loop never spins a core.
 // Main thread only.
@@ -28,6 +34,7 @@
 struct SDL_Window;
 struct SDL_Renderer;
 struct SDL_Texture;
+struct SDL_Surface;
 class VeInput;
 class VeShader;
 
@@ -51,6 +58,10 @@ public:
     // Screens constructed afterwards skip OpenGL and present through the software path.
     static void ForceSoftwarePath(bool on);
     static bool SoftwarePathForced();
+    // Screens constructed afterwards leave their shaders for PrepareShaders (or the first need).
+    static void DeferShaders(bool on);
+    // Makes the next shader still waiting, one a call; true once every shader is ready.
+    bool PrepareShaders();
 
     void Init();
     void CreateWindow(int32_t windowWidth, int32_t windowHeight, bool startFullscreen,
@@ -131,6 +142,9 @@ private:
     bool WindowSize(int32_t& w, int32_t& h) const;
     void DrawFpsText();
     void PresentGL();
+    SDL_Surface* CopySurface();
+    bool PresentCopied();
+    void CaptureCopied(const SDL_Surface* surface);
     void ComposeGL(bool capture);
     void PresentSoftware();
     void CaptureWindow();
@@ -147,6 +161,8 @@ private:
     int32_t lastFrameWidth = 0;
     int32_t lastFrameHeight = 0;
     VeSurface uploadSurface;
+    bool lastFrameCopied = false;
+    bool copyRefused = false;
     VeFpsTextDrawer fpsTextDrawer;
     std::function<void(const VeViewportMapping&)> viewportListener;
 };

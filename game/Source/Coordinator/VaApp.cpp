@@ -22,6 +22,11 @@ VaApp::~VaApp() {
     coordinator = nullptr;
 }
 
+void VaApp::SetQuickStart(bool on) {
+    quickStart = on;
+    registry->SetInt("VE_DEFER_SHADERS", on ? 1 : 0);
+}
+
 void VaApp::FillSettings() {
     registry->SetString("VE_APP_FINGERPRINT", kAppFingerprint);
     registry->SetInt("VE_USE_TIMER", 1);

@@ -43,7 +43,8 @@ public:
     void UseCommandLine(const QmCommandLine& line);
     // A quick start shows the intro's first frame before the world is made (the program's own
     // start); without it, as for a coordinator made directly, the world exists once it is made.
-    void SetQuickStart(bool on) { quickStart = on; }
+    // The screen's shaders wait too; call before Init.
+    void SetQuickStart(bool on);
     bool QuickStart() const { return quickStart; }
 
     // Creates the coordinator, then starts the race the command line asked for.

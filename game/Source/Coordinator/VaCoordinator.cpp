@@ -69,6 +69,11 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     LoadCharacterImages();
 
     controls = std::make_unique<QmControls>(app->input);
+    // The screen's own shaders first (one a frame): the world's drawing needs them.
+    if (screen != nullptr) {
+        startupWork.Add([screen] { screen->PrepareShaders(); });
+        startupWork.Add([screen] { screen->PrepareShaders(); });
+    }
     // The world (the tours, the first map, the art, the race) waits for the intro's first frame
     // when the app asks for a quick start: the intro does not show it, the pages read it only
     // once they are opened, and whatever needs it at once runs the start-up work first.

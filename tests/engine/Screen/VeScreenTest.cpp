@@ -33,14 +33,27 @@ void DrawKnownOverlay(VeSurface& overlay) {
 
 } // namespace
 
-class VeScreenPathTest : public ScreenTestBase, public ::testing::WithParamInterface<bool> {};
+// The OpenGL path, the software path, and the OpenGL path before its shaders exist (the frame is
+// composed in software and copied into the window): all three show the same pictures.
+enum class Path { OpenGL, Software, Copied };
+
+class VeScreenPathTest : public ScreenTestBase, public ::testing::WithParamInterface<Path> {
+protected:
+    VeScreen& Open() {
+        VeScreen::DeferShaders(GetParam() == Path::Copied);
+        VeScreen& s = OpenScreen(GetParam() == Path::Software);
+        VeScreen::DeferShaders(false);
+        return s;
+    }
+};
 
 TEST_P(VeScreenPathTest, PresentsTheOverlayAsStoredAndSavesItAsScreenshot) {
-    VeScreen& s = OpenScreen(GetParam());
-    EXPECT_EQ(s.glEnabled, !GetParam());
+    VeScreen& s = Open();
+    EXPECT_EQ(s.glEnabled, GetParam() != Path::Software);
     DrawKnownOverlay(s.overlay);
     ScreenshotImage shot = PresentAndRead();
     EXPECT_TRUE(MatchesStoredImage("screen/overlay.png", shot, 3));
+    EXPECT_EQ(s.basicShader == nullptr, GetParam() != Path::OpenGL) << "no shader before PrepareShaders";
 
     // A screenshot saved as the game saves it, without frame capture, holds the same picture.
     TempUserData temp;
@@ -55,10 +68,16 @@ TEST_P(VeScreenPathTest, PresentsTheOverlayAsStoredAndSavesItAsScreenshot) {
     const ScreenshotDifference difference = CompareScreenshots(saved, shot, 0);
     EXPECT_TRUE(difference.sameSize);
     EXPECT_EQ(difference.differingPixels, 0);
+
+    // Once the shaders are made, frames go through them with the same picture.
+    while (!s.PrepareShaders()) {
+    }
+    DrawKnownOverlay(s.overlay);
+    EXPECT_EQ(CompareScreenshots(PresentAndRead(), shot, 3).differingPixels, 0);
 }
 
 TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
-    VeScreen& s = OpenScreen(GetParam());
+    VeScreen& s = Open();
     DrawKnownOverlay(s.overlay);
     s.screenDisplaySize = 0.5f;
     s.screenColorMultiplier = 0.6f;
@@ -86,9 +105,12 @@ TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
     EXPECT_EQ(none.At(320, 630), 0x000000u);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothPaths, VeScreenPathTest, ::testing::Values(false, true),
-                         [](const ::testing::TestParamInfo<bool>& info) {
-                             return info.param ? std::string("Software") : std::string("OpenGL");
+INSTANTIATE_TEST_SUITE_P(AllPaths, VeScreenPathTest,
+                         ::testing::Values(Path::OpenGL, Path::Software, Path::Copied),
+                         [](const ::testing::TestParamInfo<Path>& info) {
+                             return std::string(info.param == Path::OpenGL     ? "OpenGL"
+                                                : info.param == Path::Software ? "Software"
+                                                                               : "Copied");
                          });
 
 TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchronised) {
@@ -211,7 +233,7 @@ TEST_F(ScreenTestBase, TheWindowIconIsLoadedAndAMissingOneHalts) {
 // Full screen needs a window manager, which the test display lacks; a larger window of another
 // shape letterboxes the same way.
 TEST_P(VeScreenPathTest, AWiderWindowLetterboxesTheLogicalScreen) {
-    VeScreen& s = OpenScreen(GetParam());
+    VeScreen& s = Open();
     if (std::string(SDL_GetCurrentVideoDriver()) == "offscreen") {
         GTEST_SKIP() << "the offscreen driver's drawing surface keeps its first size";
     }

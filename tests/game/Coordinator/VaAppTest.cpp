@@ -1,33 +1,10 @@
 #include "Coordinator/VaApp.h"
 
-#include "App/VeRegistry.h"
 #include "HeadlessGame.h"
 
 #include <gtest/gtest.h>
 
 using VaAppTest = HeadlessGame;
-
-TEST_F(VaAppTest, FillsTheEngineSettingsOfTheGame) {
-    VaApp app;
-    EXPECT_EQ(app.windowWidth, 640);
-    EXPECT_EQ(app.windowHeight, 640);
-    EXPECT_EQ(app.scene, SceneNone);
-    EXPECT_EQ(app.coordinator, nullptr);
-    app.FillSettings();
-    VeRegistry& registry = *app.registry;
-    EXPECT_EQ(registry.GetString("VE_APP_FINGERPRINT"), "[PRJ0028::VELNOS::v1.0]");
-    for (const char* on : {"VE_USE_TIMER", "VE_USE_SCREEN", "VE_USE_INPUT", "VE_USE_AUDIO",
-                           "VE_LAUNCH_CENTERED", "VE_DEBUG_AUDIO", "VE_DEBUG_INFO"}) {
-        EXPECT_TRUE(registry.IsOn(on)) << on;
-    }
-    for (const char* off : {"VE_REQUIRE_OPENGL", "VE_LAUNCH_FULLSCREEN", "VE_USE_CONSOLE"}) {
-        EXPECT_TRUE(registry.HasInt(off)) << off;
-        EXPECT_FALSE(registry.IsOn(off)) << off;
-    }
-    EXPECT_EQ(registry.GetString("VE_WINDOW_ICON"), "Assets/Icon.png");
-    EXPECT_EQ(registry.GetString("VE_ERROR_MESSAGE_SUFFIX"),
-              "\n\nPlease download the latest version or contact Velnosoft.");
-}
 
 TEST_F(VaAppTest, ASceneChangeIsSeenForExactlyOneFrame) {
     Start();

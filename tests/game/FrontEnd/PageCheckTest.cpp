@@ -31,8 +31,12 @@ protected:
         coordinator->Language().Load(GetParam());
     }
 
-    // The picture within rounding of the stored one, and the page's texts inside their boxes.
-    template <typename Page> void Check(Page& page, const std::string& name) {
+    // These keys pressed one a frame and a frame more; then the picture within rounding of the
+    // stored one, and the page's texts inside their boxes.
+    template <typename Page>
+    void Check(Page& page, const std::string& name, std::initializer_list<int> keys = {}) {
+        Presses(page, keys);
+        Run(page);
         EXPECT_TRUE(AllFit(page.TextBoxes())) << name;
         EXPECT_TRUE(MatchesStoredImage("frontend/" + name + "-" + GetParam() + ".png", Picture(), 4, 0));
     }
@@ -42,53 +46,42 @@ TEST_P(PageCheck, PlayPage) {
     coordinator->SetMenuPage(2);
     QmPlayPage page;
     page.RebuildLists();
-    Presses(page, {VeKey::Right, VeKey::Down, VeKey::Return}); // a locked map: the page says why
-    Run(page);
+    Check(page, "play", {VeKey::Right, VeKey::Down, VeKey::Return}); // a locked map: the page says why
     EXPECT_GT(Drawn(QmTourMapList::kMapX, QmTourMapList::kRowsY + QmTourMapList::kRowHeight, 24, 30), 0)
         << "the lock mark";
-    Check(page, "play");
 }
 
 TEST_P(PageCheck, ManagementPage) {
     coordinator->SetMenuPage(3);
     QmManagementPage page;
     page.RebuildLists();
-    Keys(page, {VeKey::Right});
-    Run(page);
-    Check(page, "management");
+    Check(page, "management", {VeKey::Right});
 }
 
 TEST_P(PageCheck, OptionsPage) {
     coordinator->SetMenuPage(12);
     QmOptionsPage page;
-    Presses(page, {VeKey::Down, VeKey::Down});
-    Run(page);
-    Check(page, "options");
+    Check(page, "options", {VeKey::Down, VeKey::Down});
 }
 
 TEST_P(PageCheck, LoginPage) {
     coordinator->SetMenuPage(4);
     QmLoginPage page;
     // Log in with nothing typed: the page says what is missing, in red.
-    Presses(page, {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
-    Run(page);
+    Check(page, "login", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
     EXPECT_GT(Drawn(80, 122, 480, 32), 0) << "the user name input";
-    Check(page, "login");
 }
 
 TEST_P(PageCheck, RegistrationPage) {
     coordinator->SetMenuPage(5);
     QmRegistrationPage page;
-    Presses(page,
-            {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space}); // the agreement box: Register enabled
-    Run(page);
-    Check(page, "registration");
+    // The agreement box checked: Register enabled.
+    Check(page, "registration", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space});
 }
 
 TEST_P(PageCheck, RulesPage) {
     coordinator->SetMenuPage(6);
     QmRulesPage page;
-    Run(page);
     Check(page, "rules");
 }
 

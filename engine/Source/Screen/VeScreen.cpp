@@ -243,10 +243,10 @@ void VeScreen::CreateWindow(int32_t windowWidth, int32_t windowHeight, bool star
     SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "best");
     SDL_RenderSetLogicalSize(renderer, windowWidth, windowHeight);
     overlay.Create(windowWidth, windowHeight);
-    streamTexture = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING,
-                                      windowWidth, windowHeight);
-    if (streamTexture == nullptr) {
-        FailWindow("create the frame texture");
+    // The software path's frame texture is made by its first frame: the OpenGL path never needs it.
+    if (streamTexture != nullptr) {
+        SDL_DestroyTexture(streamTexture);
+        streamTexture = nullptr;
     }
     if (glEnabled) {
         // Set only now: both contexts are made with the platform's defaults (the version check
@@ -514,6 +514,13 @@ void VeScreen::ComposeGL(bool capture) {
 }
 
 void VeScreen::PresentSoftware() {
+    if (streamTexture == nullptr) {
+        streamTexture =
+            SDL_CreateTexture(renderer, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING, width, height);
+        if (streamTexture == nullptr) {
+            FailWindow("create the frame texture");
+        }
+    }
     void* pixels = nullptr;
     int pitch = 0;
     if (SDL_LockTexture(streamTexture, nullptr, &pixels, &pitch) == 0) {

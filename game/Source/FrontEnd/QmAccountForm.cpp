@@ -8,6 +8,7 @@
 #include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPage.h"
 #include "FrontEnd/QmMenuPages.h"
+#include "FrontEnd/QmPanel.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
 #include "Network/QmNetworkManager.h"
@@ -291,10 +292,10 @@ int QmAccountForm::Update(QmControls& controls, VeInput* input) {
 }
 
 void QmAccountForm::Draw(VeSurface& target) {
-    target.MultiplyRect(0, kTitleY - 6, target.width, title.Height() + 12, 0.4f);
+    QmPanel::DrawTitleBand(target, kTitleY, title.Height());
     target.BlitKeyed(title.surface, (target.width - title.Width()) / 2, kTitleY);
     const int panelTop = kFirstFieldY - 16;
-    target.MultiplyRect(kLeft - 24, panelTop, kInputWidth + 48, StatusY() + kStatusHeight - panelTop, 0.3f);
+    QmPanel::Draw(target, kLeft - 24, panelTop, kInputWidth + 48, StatusY() + kStatusHeight - panelTop);
     for (Field& field : fields) {
         if (field.input) {
             target.BlitKeyed(field.label.surface, kLeft, field.y);

@@ -7,6 +7,7 @@
 #include "Form/VeTextInput.h"
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmPageLinks.h"
+#include "FrontEnd/QmPanel.h"
 #include "FrontEnd/QmTourMapList.h"
 #include "Input/VeInput.h"
 #include "Input/VeKey.h"
@@ -438,7 +439,7 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
-        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
+        QmPanel::DrawTitleBand(overlay, kTitleY, title.Height());
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         list.Draw(overlay, !focusOnButtons && !rename);
         buttons.Draw(overlay, focusOnButtons && !rename);
@@ -450,8 +451,7 @@ public:
             const int left = 320 - kQuestionWidth / 2;
             const int top = QuestionTop();
             const int height = question.Height() + 110;
-            overlay.Rect(left - 1, top - 1, kQuestionWidth + 2, height + 2, 0xFFFFFF, false);
-            overlay.MultiplyRect(left, top, kQuestionWidth, height, 0.1f);
+            QmPanel::DrawQuestion(overlay, left, top, kQuestionWidth, height);
             overlay.BlitKeyed(question.surface, left + 20, top + 24);
             answers.Draw(overlay, true);
         }

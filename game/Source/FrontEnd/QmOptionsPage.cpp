@@ -9,6 +9,7 @@
 #include "FrontEnd/Options/QmOptions.h"
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmPageLinks.h"
+#include "FrontEnd/QmPanel.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeImage.h"
 #include "Screen/Text/VeText.h"
@@ -300,10 +301,9 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
-        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
+        QmPanel::DrawTitleBand(overlay, kTitleY, title.Height());
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
-        overlay.MultiplyRect(kBoxX - 20, kBoxesY - 16, 640 - 2 * (kBoxX - 20), kFlagNameY + 36 - kBoxesY,
-                             0.3f);
+        QmPanel::Draw(overlay, kBoxX - 20, kBoxesY - 16, 640 - 2 * (kBoxX - 20), kFlagNameY + 36 - kBoxesY);
         for (size_t i = 0; i < boxes.size(); ++i) {
             VeCheckbox& box = *boxes[i];
             box.selected = row == i;

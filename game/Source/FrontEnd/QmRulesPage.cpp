@@ -6,6 +6,7 @@
 #include "FrontEnd/QmButtonGrid.h"
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmPageLinks.h"
+#include "FrontEnd/QmPanel.h"
 #include "Screen/Text/VeText.h"
 #include "Screen/VeCursor.h"
 #include "Screen/VeScreen.h"
@@ -76,10 +77,10 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
-        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
+        QmPanel::DrawTitleBand(overlay, kTitleY, title.Height());
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         int y = kTextTop;
-        overlay.MultiplyRect(kPanelLeft, y - 16, kPanelWidth, TextBottom() - y + 32, 0.3f);
+        QmPanel::Draw(overlay, kPanelLeft, y - 16, kPanelWidth, TextBottom() - y + 32);
         for (size_t i = 0; i < paragraphs.size(); ++i) {
             const bool note = i + 1 == paragraphs.size();
             if (!note) {

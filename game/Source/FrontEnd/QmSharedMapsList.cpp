@@ -1,5 +1,6 @@
 #include "FrontEnd/QmSharedMapsList.h"
 
+#include "FrontEnd/QmPanel.h"
 #include "Screen/Surface/VeSurface.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@ namespace {
 constexpr uint32_t kHeadingColour = 0xFFD860;
 constexpr uint32_t kRowColour = 0xFFFFFF;
 constexpr uint32_t kNoteColour = 0x9A96A8;
-constexpr float kPanel = 0.3f;
 constexpr int kInset = 8;
 
 // One line of the text; a text wider than room loses its end to "..".
@@ -83,9 +83,7 @@ int QmSharedMapsList::RowAt(int x, int y) const {
 }
 
 void QmSharedMapsList::Draw(VeSurface& target, bool focused) const {
-    // A dark panel keeps the texts readable over the menu's bright, moving background.
-    target.MultiplyRect(kX, kHeadingY - 6, kWidth, kRowsY - kHeadingY + 6 + kVisibleRows * kRowHeight,
-                        kPanel);
+    QmPanel::Draw(target, kX, kHeadingY - 6, kWidth, kRowsY - kHeadingY + 6 + kVisibleRows * kRowHeight);
     const int columnX[] = {kX + kInset, kX + kSecondX, kX + kThirdX};
     for (size_t column = 0; column < headings.size(); ++column) {
         target.BlitKeyed(headings[column]->surface, columnX[column], kHeadingY);

@@ -13,6 +13,7 @@
 #include "FrontEnd/QmMenuPages.h"
 #include "FrontEnd/QmNoticeDialog.h"
 #include "FrontEnd/QmPageLinks.h"
+#include "FrontEnd/QmPanel.h"
 #include "FrontEnd/QmPlayPage.h"
 #include "FrontEnd/QmSharedMapsList.h"
 #include "Input/VeInput.h"
@@ -697,10 +698,10 @@ public:
             return;
         }
         VeSurface& overlay = screen->overlay;
-        overlay.MultiplyRect(0, kTitleY - 6, overlay.width, title.Height() + 12, 0.4f);
+        QmPanel::DrawTitleBand(overlay, kTitleY, title.Height());
         overlay.BlitKeyed(title.surface, (overlay.width - title.Width()) / 2, kTitleY);
         list.Draw(overlay, !focusOnButtons);
-        overlay.MultiplyRect(0, kInfoY - 4, overlay.width, kButtonsY - kInfoY, 0.4f);
+        QmPanel::DrawBand(overlay, kInfoY - 4, kButtonsY - 4);
         overlay.BlitKeyed(info.surface, (overlay.width - info.Width()) / 2, kInfoY);
         if (status.Width() > 0) {
             overlay.BlitKeyed(status.surface, (overlay.width - status.Width()) / 2, kStatusY);

@@ -120,29 +120,22 @@ TEST_F(RaceGame, WhatTheIntroDoesNotNeedComesAfterItsFirstFrameAndBeforeAnyRace)
 }
 
 TEST_F(RaceGame, TheViewAskedForOnTheCommandLineIsNotStored) {
-    QmOptions stored;
-    stored.Set(QmOptions::k3DGraphics, "1");
-    ASSERT_TRUE(stored.SaveOptions());
-    StartInWindow({"--play", "0", "0", "--2d"});
-    EXPECT_EQ(coordinator->Option(QmOptions::k3DGraphics), "0");
-    Frame();
-    EXPECT_FALSE(app->screen->threeD);
-    EXPECT_FALSE(World().ThreeDActive());
-    Stop();
-    stored.LoadOptions();
-    EXPECT_EQ(stored.Get(QmOptions::k3DGraphics), "1");
-
-    stored.Set(QmOptions::k3DGraphics, "0");
-    ASSERT_TRUE(stored.SaveOptions());
-    StartInWindow({"--play", "0", "0", "--3d"});
-    Frame();
-    EXPECT_TRUE(app->screen->threeD);
-    EXPECT_TRUE(World().ThreeDActive());
-    EXPECT_EQ(World().PassCount(), 2); // the shadow pass, then the picture
-    EXPECT_FALSE(coordinator->shadowPass);
-    Stop();
-    stored.LoadOptions();
-    EXPECT_EQ(stored.Get(QmOptions::k3DGraphics), "0");
+    for (const bool threeD : {false, true}) {
+        const std::string storedView = threeD ? "0" : "1";
+        QmOptions stored;
+        stored.Set(QmOptions::k3DGraphics, storedView);
+        ASSERT_TRUE(stored.SaveOptions());
+        StartInWindow({"--play", "0", "0", threeD ? "--3d" : "--2d"});
+        EXPECT_EQ(coordinator->Option(QmOptions::k3DGraphics), threeD ? "1" : "0");
+        Frame();
+        EXPECT_EQ(app->screen->threeD, threeD);
+        EXPECT_EQ(World().ThreeDActive(), threeD);
+        EXPECT_EQ(World().PassCount(), threeD ? 2 : 1); // in 3D the shadow pass, then the picture
+        EXPECT_FALSE(coordinator->shadowPass);
+        Stop();
+        stored.LoadOptions();
+        EXPECT_EQ(stored.Get(QmOptions::k3DGraphics), storedView);
+    }
 }
 
 TEST_F(RaceGame, CtrlHHidesThePanelRRestartsAndAfterDeathSpaceStartsANewAttempt) {

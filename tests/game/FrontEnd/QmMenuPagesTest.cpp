@@ -28,19 +28,13 @@ TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPageAndBackMovesToQuitThenQ
     Pages().SetPage(QmMenuPages::kMainMenu);
     Keys(Pages(), {VeKey::Down});
     EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(167));
-    for (int i = 0; i < 5; ++i) {
-        Keys(Pages(), {VeKey::Down});
-    }
-    Keys(Pages(), {VeKey::Return});
+    Presses(Pages(), {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
     ASSERT_EQ(Pages().Page(), QmMenuPages::kCredits);
     Keys(Pages(), {VeKey::Escape});
     EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
     EXPECT_FALSE(app->quitRequested);
 
-    for (int i = 0; i < 3; ++i) {
-        Keys(Pages(), {VeKey::Up});
-    }
-    Keys(Pages(), {VeKey::Return});
+    Presses(Pages(), {VeKey::Up, VeKey::Up, VeKey::Up, VeKey::Return});
     EXPECT_EQ(Pages().Page(), QmMenuPages::kLogin) << "logged out, Online opens the login page";
     Keys(Pages(), {VeKey::Escape});
     EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
@@ -67,8 +61,7 @@ TEST_F(MenuPagesTest, APendingNoticeShowsOnceAndTheDialogsAnswersCarryItsAction)
 
     Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "DELETE", "DELETE IT?", "");
     EXPECT_EQ(Dialog().Row().SelectedLabel(), Line(QmNoticeDialog::kYesLine));
-    Keys(Pages(), {VeKey::Left});
-    Keys(Pages(), {VeKey::Return});
+    Presses(Pages(), {VeKey::Left, VeKey::Return});
     EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kNoLine));
     EXPECT_EQ(Dialog().Action(), "DELETE");
     EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu); // the Return was the dialog's

@@ -2,6 +2,8 @@
 
 #include "game/FrontEnd/PageTestSupport.h"
 
+#include <array>
+
 namespace {
 class QmInRaceMenuTest : public page_test::PageTest {
 protected:
@@ -16,6 +18,13 @@ protected:
     }
 
     void Open() { menu.Open("PAUSED", "RESUME", "LEAVE RACE", "EXIT_GAME"); }
+
+    // A choice's place on the 640 x 640 screen: x, y, width, height.
+    static std::array<int, 4> Choice(int which) {
+        std::array<int, 4> area{};
+        QmInRaceMenu::ChoiceArea(which, 640, 640, area[0], area[1], area[2], area[3]);
+        return area;
+    }
 
     QmInRaceMenu menu;
 };
@@ -52,11 +61,7 @@ TEST_F(QmInRaceMenuTest, KeysMoveTheSelectionConfirmTakesItAndBackResumes) {
 
 TEST_F(QmInRaceMenuTest, ThePointerSelectsAndAClickChooses) {
     Open();
-    int x = 0;
-    int y = 0;
-    int w = 0;
-    int h = 0;
-    QmInRaceMenu::ChoiceArea(QmInRaceMenu::Leave, 640, 640, x, y, w, h);
+    const auto [x, y, w, h] = Choice(QmInRaceMenu::Leave);
     EXPECT_EQ(FrameWithPointer(x + w / 2, y + h / 2, false), "");
     EXPECT_EQ(menu.Selection(), QmInRaceMenu::Leave);
     // A click beside the choices does nothing.
@@ -66,39 +71,28 @@ TEST_F(QmInRaceMenuTest, ThePointerSelectsAndAClickChooses) {
     EXPECT_FALSE(menu.IsOpen());
 
     Open();
-    QmInRaceMenu::ChoiceArea(QmInRaceMenu::Resume, 640, 640, x, y, w, h);
-    EXPECT_EQ(FrameWithPointer(x + w - 1, y + h - 1, true), "");
+    const auto resume = Choice(QmInRaceMenu::Resume);
+    EXPECT_EQ(FrameWithPointer(resume[0] + resume[2] - 1, resume[1] + resume[3] - 1, true), "");
     EXPECT_FALSE(menu.IsOpen());
 }
 
 TEST_F(QmInRaceMenuTest, ThePanelCoversTheMiddleOnlyWhileOpen) {
-    VeSurface screen(640, 640);
-    screen.Fill(0xFF00FF);
-    menu.Draw(screen, 1.0f);
-    EXPECT_EQ(screen.GetXY(320, 320) & 0xFFFFFF, 0xFF00FFu);
+    using page_test::kBackground;
+    menu.Draw(page, 1.0f);
+    EXPECT_EQ(Count(0, 0, 640, 640, kBackground), 640 * 640) << "closed, it draws nothing";
 
     Open();
-    menu.Draw(screen, 1.0f);
+    menu.Draw(page, 1.0f);
     const int left = (640 - QmInRaceMenu::kPanelWidth) / 2;
     const int top = (640 - QmInRaceMenu::kPanelHeight) / 2;
     // Inside the panel nothing shows through; outside it everything does.
-    int keyInside = 0;
-    for (int y = top; y < top + QmInRaceMenu::kPanelHeight; ++y) {
-        for (int x = left; x < left + QmInRaceMenu::kPanelWidth; ++x) {
-            keyInside += (screen.GetXY(x, y) & 0xFFFFFF) == 0xFF00FF ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(keyInside, 0);
-    EXPECT_EQ(screen.GetXY(left - 10, top - 10) & 0xFFFFFF, 0xFF00FFu);
-    EXPECT_EQ(screen.GetXY(320, top + QmInRaceMenu::kPanelHeight + 10) & 0xFFFFFF, 0xFF00FFu);
+    EXPECT_EQ(Count(left, top, QmInRaceMenu::kPanelWidth, QmInRaceMenu::kPanelHeight, kBackground), 0);
+    EXPECT_EQ(page.GetXY(left - 10, top - 10) & 0xFFFFFF, kBackground);
+    EXPECT_EQ(page.GetXY(320, top + QmInRaceMenu::kPanelHeight + 10) & 0xFFFFFF, kBackground);
 
     // The selected choice stands out from the other one.
-    int x = 0;
-    int y = 0;
-    int w = 0;
-    int h = 0;
-    QmInRaceMenu::ChoiceArea(QmInRaceMenu::Resume, 640, 640, x, y, w, h);
-    const uint32_t selected = screen.GetXY(x + 2, y + 2) & 0xFFFFFF;
-    QmInRaceMenu::ChoiceArea(QmInRaceMenu::Leave, 640, 640, x, y, w, h);
-    EXPECT_NE(screen.GetXY(x + 2, y + 2) & 0xFFFFFF, selected);
+    const auto resume = Choice(QmInRaceMenu::Resume);
+    const auto leave = Choice(QmInRaceMenu::Leave);
+    EXPECT_NE(page.GetXY(leave[0] + 2, leave[1] + 2) & 0xFFFFFF,
+              page.GetXY(resume[0] + 2, resume[1] + 2) & 0xFFFFFF);
 }

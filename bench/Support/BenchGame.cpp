@@ -6,16 +6,18 @@
 #include "FrontEnd/Options/QmOptions.h"
 #include "FrontEnd/QmFrontEnd.h"
 #include "FrontEnd/QmMenuPages.h"
+#include "Input/VeInput.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
 #include <unistd.h>
 
-BenchGame::BenchGame(const std::string& name) {
+BenchGame::BenchGame(const std::string& name) : name(name) {
     std::filesystem::current_path(QM_SOURCE_DIR);
     setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
     folder = (std::filesystem::temp_directory_path() /
@@ -29,10 +31,17 @@ BenchGame::~BenchGame() {
     Stop();
     SetLogSink(nullptr);
     DeleteFolder(folder);
+    if (stopAsked) {
+        std::fprintf(stderr, "%s: stopped on request.\n", name.c_str());
+        std::exit(EXIT_FAILURE);
+    }
 }
 
 bool BenchGame::Start(const std::vector<std::string>& arguments, Sound sound, Vsync vsync) {
     Stop();
+    if (stopAsked) {
+        return false;
+    }
     std::vector<std::string> all{"quillmaze"};
     all.insert(all.end(), arguments.begin(), arguments.end());
     QmCommandLine line;
@@ -68,8 +77,27 @@ bool BenchGame::StartOnMainMenu(const std::vector<std::string>& more) {
     return true;
 }
 
+bool BenchGame::StartRace(const ShippedRun& run, bool threeD) {
+    return Start({"--play", std::to_string(run.tour), std::to_string(run.map), threeD ? "--3d" : "--2d",
+                  "--autoplay", run.recording.ToText(), "--fixed-dt", "0.016667"}) &&
+           app->coordinator != nullptr && app->scene == SceneRace;
+}
+
+bool BenchGame::RaceAgain(const ShippedRun& run, bool threeD) {
+    app->commandLine.autoplay = run.recording;
+    app->coordinator->SetOption(QmOptions::k3DGraphics, threeD ? "1" : "0");
+    std::string error;
+    return app->coordinator->PlayMap(run.tour, run.map, error);
+}
+
+bool BenchGame::StopAsked() {
+    stopAsked = stopAsked || (app && app->input != nullptr && app->input->QuitRequested());
+    return stopAsked;
+}
+
 void BenchGame::Stop() {
     if (app) {
+        StopAsked();
         app->Shutdown();
         app.reset();
     }

@@ -3,7 +3,13 @@
 // source tree (where the game's assets lie), no dialogs, a user data folder of the benchmark's own
 // (removed at the end), a quiet log, and the application made from a command line and started
 // without frame pacing. The benchmark then drives it through the application's own frame.
+//
+// SIGTERM and SIGINT reach the game as the engine's quit request, as the window's close button
+// does. Once one came, StopAsked is true: the benchmark ends its loop, and when the game object
+// goes (the game stopped, the folder removed) the process ends there, so that no benchmark after
+// it runs.
 #include "Coordinator/VaApp.h"
+#include "ShippedRuns.h"
 
 #include <memory>
 #include <string>
@@ -29,12 +35,23 @@ public:
     bool Start(const std::vector<std::string>& arguments, Sound sound = Sound::Off, Vsync vsync = Vsync::Off);
     // The game in 2D on the fixed frame time, on the main menu, with more arguments after those.
     bool StartOnMainMenu(const std::vector<std::string>& more = {});
+    // A race on the run's map in the view asked for, steered by the run, as
+    // `quillmaze --play T M --2d|--3d --autoplay RUN --fixed-dt 0.016667` starts it; false when the
+    // game has no window or does not reach the race.
+    bool StartRace(const ShippedRun& run, bool threeD);
+    // The next race in the running game on the run's map, as a player starts one after the last
+    // (the view is the option the options page switches).
+    bool RaceAgain(const ShippedRun& run, bool threeD);
     void Stop();
+
+    bool StopAsked();
 
     // The running game, or null.
     VaApp* App() const { return app.get(); }
 
 private:
+    std::string name;
     std::string folder;
     std::unique_ptr<VaApp> app;
+    bool stopAsked = false;
 };

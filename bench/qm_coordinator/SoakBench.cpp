@@ -15,9 +15,7 @@
 //   (judged when each third holds at least kJudgedFrames frames of the kind).
 // Leaks are LeakSanitizer's to report when the process ends.
 #include "BenchGame.h"
-#include "Coordinator/VaApp.h"
-#include "Coordinator/VaCoordinator.h"
-#include "FrontEnd/Options/QmOptions.h"
+#include "Percentile.h"
 #include "ShippedRuns.h"
 
 #include <benchmark/benchmark.h>
@@ -52,29 +50,10 @@ constexpr int kMinFrames = 12;
 constexpr size_t kJudgedFrames = 1000;
 constexpr double kMb = 1024.0 * 1024.0;
 
-// A race on the run's map in the view asked for, steered by the run, as a player would start it
-// after the last (the view is the option the options page switches).
-bool StartRace(VaApp& app, const ShippedRun& run, bool threeD) {
-    app.commandLine.autoplay = run.recording;
-    app.coordinator->SetOption(QmOptions::k3DGraphics, threeD ? "1" : "0");
-    std::string error;
-    return app.coordinator->PlayMap(run.tour, run.map, error);
-}
-
 struct TimedFrame {
     double at = 0.0; // seconds since the soak began
     double ms = 0.0;
 };
-
-double Percentile(std::vector<double> values, double p) {
-    if (values.empty()) {
-        return 0.0;
-    }
-    std::sort(values.begin(), values.end());
-    const size_t at =
-        std::min(values.size() - 1, static_cast<size_t>(p * static_cast<double>(values.size())));
-    return values[at];
-}
 
 // The p-th percentile of the frames that began in [from, to) seconds.
 double PercentileBetween(const std::vector<TimedFrame>& frames, double p, double from, double to) {
@@ -131,11 +110,7 @@ void BM_Soak(benchmark::State& state) {
     const double allowedGrowthMb = EnvNumber("QM_SOAK_GROWTH_MB", 64.0);
     const double margin = EnvNumber("QM_SOAK_P99_MARGIN", 0.5);
     const double raceSeconds = seconds / 3.0 / static_cast<double>(runs.size() * 2);
-    // As `quillmaze --play T M --3d --autoplay RUN --fixed-dt 0.016667` starts it.
-    const ShippedRun& first = runs.front();
-    if (!game.Start({"--play", std::to_string(first.tour), std::to_string(first.map), "--3d", "--autoplay",
-                     first.recording.ToText(), "--fixed-dt", "0.016667"}) ||
-        game.App()->scene != SceneRace) {
+    if (!game.StartRace(runs.front(), true)) {
         state.SkipWithError("the game could not start a race (no window?)");
         return;
     }
@@ -155,23 +130,24 @@ void BM_Soak(benchmark::State& state) {
     const size_t pairs = runs.size() * 2;
     for (auto _ : state) {
         // Race after race until the time is up (mid-round), but at least two whole rounds.
-        for (size_t r = 0; failure.empty() && (rounds < 2 || elapsed() < seconds); ++r) {
+        for (size_t r = 0; failure.empty() && !game.StopAsked() && (rounds < 2 || elapsed() < seconds); ++r) {
             const ShippedRun& run = runs[(r % pairs) / 2];
             const bool threeD = r % 2 == 1;
-            if (!StartRace(*app, run, threeD)) {
+            if (!game.RaceAgain(run, threeD)) {
                 failure = "the game could not start a race on " + run.name;
                 break;
             }
             ++races;
             const double raceEnd = elapsed() + raceSeconds;
-            for (int i = 0; failure.empty() && (i < kMinFrames || elapsed() < raceEnd); ++i) {
+            for (int i = 0; failure.empty() && !game.StopAsked() && (i < kMinFrames || elapsed() < raceEnd);
+                 ++i) {
                 const double at = elapsed();
                 app->Frame();
                 if (i >= kLoadFrames) {
                     frames[threeD ? 1 : 0].push_back({at, (elapsed() - at) * 1000.0});
                 }
                 if (app->scene != SceneRace) { // finished: the same map again
-                    if (StartRace(*app, run, threeD)) {
+                    if (game.RaceAgain(run, threeD)) {
                         ++races;
                     } else {
                         failure = "the game could not start a race again on " + run.name;
@@ -193,6 +169,9 @@ void BM_Soak(benchmark::State& state) {
         }
     }
     const double total = elapsed();
+    if (failure.empty() && game.StopAsked()) {
+        failure = "stopped on request after " + std::to_string(total) + " s";
+    }
     game.Stop();
 
     const double growth = std::max(0.0, residentPeak - residentAfterWarmUp);

@@ -87,21 +87,17 @@ protected:
     // The login page with the name and password typed over what it holds, "remember me" as asked.
     void LogIn(QmLoginPage& page, const std::string& name, const std::string& password, bool remember) {
         page.Open();
-        for (int i = 0; i < 12; ++i) {
-            Keys(page, {VeKey::Backspace});
+        for (const std::string& text : {name, password}) {
+            for (int i = 0; i < 12; ++i) {
+                Keys(page, {VeKey::Backspace});
+            }
+            Type(page, text);
+            Keys(page, {VeKey::Down});
         }
-        Type(page, name);
-        Keys(page, {VeKey::Down});
-        for (int i = 0; i < 12; ++i) {
-            Keys(page, {VeKey::Backspace});
-        }
-        Type(page, password);
-        Keys(page, {VeKey::Down});
         if (coordinator->Option(QmOptions::kPassword).empty() == remember) {
             Keys(page, {VeKey::Space});
         }
-        Keys(page, {VeKey::Up});
-        Keys(page, {VeKey::Return}); // in the password field: log in
+        Presses(page, {VeKey::Up, VeKey::Return}); // in the password field: log in
         Settle(page);
     }
 
@@ -114,9 +110,7 @@ TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
         QmRegistrationPage page;
         Fill(page, "ann");
         EXPECT_FALSE(app->network->IsWaiting()) << "Register is disabled without the box";
-        Keys(page, {VeKey::Space});
-        Keys(page, {VeKey::Down});
-        Keys(page, {VeKey::Return}); // Register
+        Presses(page, {VeKey::Space, VeKey::Down, VeKey::Return}); // Register
         EXPECT_TRUE(Shows(page, 155)) << "the waiting line";
         Settle(page);
         EXPECT_TRUE(app->network->IsLoggedIn());
@@ -125,13 +119,7 @@ TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
     app->network->Logout();
     coordinator->SetMenuPage(QmMenuPages::kRegistration);
     QmRegistrationPage again;
-    Keys(again, {VeKey::Down});
-    Keys(again, {VeKey::Down});
-    Keys(again, {VeKey::Down});
-    Keys(again, {VeKey::Space});
-    Keys(again, {VeKey::Up});
-    Keys(again, {VeKey::Up});
-    Keys(again, {VeKey::Up});
+    Presses(again, {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space, VeKey::Up, VeKey::Up, VeKey::Up});
     Fill(again, "ann"); // Return in the e-mail field registers now
     Settle(again);
     EXPECT_TRUE(Shows(again, 147)) << "the name is taken";

@@ -63,6 +63,26 @@ protected:
         }
         return false;
     }
+    // Logged in as name on the players' list, then through the buttons below it to the player's own
+    // maps, and the play page's map offered for slot 2: the page asks before it uploads, and Yes.
+    void UploadPlayPageMap(const std::string& name) {
+        net().Register(name, "pw", name + "@example.org");
+        ASSERT_TRUE(Settled());
+        coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
+        page().Open();
+        ASSERT_TRUE(Settled());
+        EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
+        EXPECT_TRUE(Shows(162)) << "the title of the players' list";
+        Presses(menu(), {VeKey::Down, VeKey::Return});
+        ASSERT_TRUE(Settled());
+        EXPECT_EQ(page().GetState(), QmSharedMapsPage::OwnMaps);
+        Presses(menu(), {VeKey::Up, VeKey::Return});
+        EXPECT_EQ(page().GetState(), QmSharedMapsPage::UploadSlot);
+        EXPECT_TRUE(Shows(175));
+        Presses(menu(), {VeKey::Down, VeKey::Return});
+        ASSERT_TRUE(dialog().Visible()) << "the page asks before uploading";
+        Press(VeKey::Return);
+    }
     int DownloadedMaps() {
         const int tour = QmDownloadsTour::Find(*coordinator->environment);
         return tour < 0
@@ -74,27 +94,7 @@ protected:
 };
 
 TEST_F(SharedMapsPageTest, UploadThenAnotherPlayerDownloadsAndPlaysTheMap) {
-    net().Register("ann", "pw", "ann@example.org");
-    ASSERT_TRUE(Settled());
-    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
-    page().Open();
-    ASSERT_TRUE(Settled());
-    EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
-    EXPECT_TRUE(Shows(162)) << "the title of the players' list";
-
-    // Own maps, through the buttons below the (empty) list; then the play page's map into slot 2.
-    Press(VeKey::Down);
-    Press(VeKey::Return);
-    ASSERT_TRUE(Settled());
-    EXPECT_EQ(page().GetState(), QmSharedMapsPage::OwnMaps);
-    Press(VeKey::Up);
-    Press(VeKey::Return);
-    EXPECT_EQ(page().GetState(), QmSharedMapsPage::UploadSlot);
-    EXPECT_TRUE(Shows(175));
-    Press(VeKey::Down);
-    Press(VeKey::Return);
-    ASSERT_TRUE(dialog().Visible()) << "the page asks before uploading";
-    Press(VeKey::Return);
+    UploadPlayPageMap("ann");
     ASSERT_TRUE(Until([this] { return dialog().Visible(); })) << "the check, the upload and its answer";
     EXPECT_EQ(dialog().Body().text, coordinator->GetLine(178));
     Press(VeKey::Return);
@@ -131,7 +131,7 @@ TEST_F(SharedMapsPageTest, UploadThenAnotherPlayerDownloadsAndPlaysTheMap) {
     EXPECT_EQ(coordinator->environment->tourIndex, QmDownloadsTour::Find(*coordinator->environment));
 }
 
-TEST_F(SharedMapsPageTest, AMapThatCannotBeFinishedIsRefusedAndNeverSent) {
+TEST_F(SharedMapsPageTest, AMapThatCannotBeFinishedIsRefusedAndNeverSentTextsFitAndBackLeadsOut) {
     // The play page's map loses its finish.
     const QmPlayPage& play = menu().PlayPage();
     const auto& world = *coordinator->environment;
@@ -144,20 +144,7 @@ TEST_F(SharedMapsPageTest, AMapThatCannotBeFinishedIsRefusedAndNeverSent) {
     std::replace(map.blocks.begin(), map.blocks.end(), Block::Finish, Block::Blank);
     ASSERT_TRUE(WriteTextLinesAtomic(path, QmMapFile::Format(map)));
 
-    net().Register("dee", "pw", "dee@example.org");
-    ASSERT_TRUE(Settled());
-    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
-    page().Open();
-    ASSERT_TRUE(Settled());
-    Press(VeKey::Down);
-    Press(VeKey::Return);
-    ASSERT_TRUE(Settled());
-    Press(VeKey::Up);
-    Press(VeKey::Return);
-    Press(VeKey::Down);
-    Press(VeKey::Return);
-    ASSERT_TRUE(dialog().Visible());
-    Press(VeKey::Return);
+    UploadPlayPageMap("dee");
     ASSERT_TRUE(Until([this] { return dialog().Visible(); })) << "the check's verdict";
     EXPECT_EQ(dialog().Body().text, coordinator->GetLine(216));
     EXPECT_FALSE(net().IsWaiting()) << "no upload went out";
@@ -165,24 +152,18 @@ TEST_F(SharedMapsPageTest, AMapThatCannotBeFinishedIsRefusedAndNeverSent) {
     net().RequestMaps(net().GetUserId());
     ASSERT_TRUE(Settled());
     EXPECT_TRUE(net().GetMaps().empty()) << "the service holds no map of dee's";
-}
 
-TEST_F(SharedMapsPageTest, TextsFitInEveryLanguageAndBackLeadsOut) {
-    net().Register("cy", "pw", "cy@example.org");
-    ASSERT_TRUE(Settled());
-    coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
-    page().Open();
-    ASSERT_TRUE(Settled());
-    Press(VeKey::Down);
-    Press(VeKey::Return);
-    ASSERT_TRUE(Settled());
-    for (const char* language : {"English", "Dutch", "French", "Norwegian"}) {
-        coordinator->Language().Load(language);
-        page().Relabel();
-        Run(menu());
-        EXPECT_TRUE(AllFit(page().TextBoxes())) << language;
+    // Every text fits in every language on the slots and on the player's own maps; Back leads out.
+    for (const auto state : {QmSharedMapsPage::UploadSlot, QmSharedMapsPage::OwnMaps}) {
+        EXPECT_EQ(page().GetState(), state);
+        for (const char* language : {"English", "Dutch", "French", "Norwegian"}) {
+            coordinator->Language().Load(language);
+            page().Relabel();
+            Run(menu());
+            EXPECT_TRUE(AllFit(page().TextBoxes())) << language;
+        }
+        Press(VeKey::Escape);
     }
-    Press(VeKey::Escape);
     EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
     Press(VeKey::Escape);
     EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kMainMenu);

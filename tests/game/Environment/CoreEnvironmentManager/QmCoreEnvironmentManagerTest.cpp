@@ -534,19 +534,7 @@ TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
     EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.map")));
 }
 
-TEST_F(WorldTest, DeletingATourRemovesItsFolder) {
-    AddTour("Forest", "Forest", {"Level.map"});
-    AddTour("Desert", "Desert", {"Dune.map"});
-    LogCapture log;
-    world.DeleteTour(0);
-    EXPECT_EQ(log.all, "Deleting Tour: 'Forest'\nret 0\n");
-    EXPECT_FALSE(IsDirectory(Game("Maps/Forest")));
-    EXPECT_EQ(world.tourFolders, Lines{"Desert"});
-    EXPECT_EQ(world.tourLevels[0], Lines{"Dune.map"});
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"Desert"});
-}
-
-TEST_F(WorldTest, ToursMoveUnlessOfficial) {
+TEST_F(WorldTest, ToursMoveUnlessOfficialAndADeletedTourTakesItsFolder) {
     AddTour("First", "First", {"A.map"});
     AddTour("Second", "Second", {"B.map"});
     AddTour("Shipped", "Shipped", {}, true);
@@ -568,6 +556,14 @@ TEST_F(WorldTest, ToursMoveUnlessOfficial) {
     world.tourIndex = 1;
     EXPECT_TRUE(world.MoveTourUp());
     EXPECT_EQ(world.tourFolders, (Lines{"First", "Second", "Shipped"}));
+
+    LogCapture log;
+    world.DeleteTour(0);
+    EXPECT_EQ(log.all, "Deleting Tour: 'First'\nret 0\n");
+    EXPECT_FALSE(IsDirectory(Game("Maps/First")));
+    EXPECT_EQ(world.tourFolders, (Lines{"Second", "Shipped"}));
+    EXPECT_EQ(world.tourLevels[0], Lines{"B.map"});
+    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Second", "Shipped"}));
 }
 
 TEST_F(WorldTest, MapsMoveWithinEditableToursOnly) {

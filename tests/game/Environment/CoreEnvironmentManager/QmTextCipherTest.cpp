@@ -15,14 +15,6 @@ std::string Bytes(std::initializer_list<int> values) {
     return text;
 }
 
-// Every byte from 32 to 255, repeated so the step sequence wraps several times.
-std::string AllPrintableAndHighBytes(size_t length) {
-    std::string text;
-    for (size_t i = 0; i < length; ++i) {
-        text.push_back(static_cast<char>(32 + (i * 7) % 224));
-    }
-    return text;
-}
 } // namespace
 
 TEST(QmTextCipherTest, AbcGoesThroughTheThreeStages) {
@@ -68,19 +60,6 @@ TEST(QmTextCipherTest, StepRunsUpToThirtyOneAndDownToZero) {
     EXPECT_EQ(step(63), 2);
 }
 
-TEST(QmTextCipherTest, LinesOfAnyLengthComeBackWhole) {
-    for (size_t length : {1u, 2u, 3u, 4u, 5u, 61u, 62u, 63u, 64u, 200u, 5000u}) {
-        const std::string plain = AllPrintableAndHighBytes(length);
-        const std::string cipher = QmTextCipher::EncodeText(4, plain);
-        EXPECT_EQ(QmTextCipher::DecodeText(4, cipher), plain) << "length " << length;
-        for (char c : cipher) {
-            EXPECT_GE(static_cast<unsigned char>(c), 32) << "an enciphered line holds no control character";
-        }
-        EXPECT_EQ(QmTextCipher::DecodeText(3, QmTextCipher::EncodeText(3, plain)), plain);
-        EXPECT_EQ(QmTextCipher::DecodeText(2, QmTextCipher::EncodeText(2, plain)), plain);
-    }
-}
-
 TEST(QmTextCipherTest, BlankWithLargeNegativeStepWrapsHighAndBack) {
     // Byte 1 has sign -1 and step 2; byte 29 has sign -1 and step 30.
     std::string plain(30, 'a');
@@ -88,12 +67,4 @@ TEST(QmTextCipherTest, BlankWithLargeNegativeStepWrapsHighAndBack) {
     const std::string shifted = QmTextCipher::EncodeText(2, plain);
     EXPECT_GT(static_cast<unsigned char>(shifted[29]), 223);
     EXPECT_EQ(QmTextCipher::DecodeText(2, shifted), plain);
-}
-
-TEST(QmTextCipherTest, DecodingArbitraryBytesNeverFails) {
-    std::string noise;
-    for (int i = 0; i < 1000; ++i) {
-        noise.push_back(static_cast<char>((i * 131 + 17) % 256));
-        EXPECT_LE(QmTextCipher::DecodeText(4, noise).size(), noise.size());
-    }
 }

@@ -154,32 +154,6 @@ TEST_F(CellCacheTest, TheBackdropsLightIsBakedAgainOnlyWhenWhatCastsShadowsOnItC
     EXPECT_EQ(world->BackdropBakes(), bakes + 3);
 }
 
-TEST_F(CellCacheTest, OnlyTheFinishIsDrawnAtHalfSizeAndOnlyFireAndPickupsAndDecorationsAreFlat) {
-    struct Case {
-        BlockId id;
-        bool halfSize, flat, spinning;
-    };
-    const BlockId lastDecoration = Block::FirstDecoration + world->art.DecorationCount() - 1;
-    world->PrepareGraphics(); // the textures (a world pass makes them too)
-    for (const Case& c :
-         {Case{1, false, false, false}, Case{17, false, false, false},
-          Case{Block::RedGate, false, false, false}, Case{Block::Finish, true, false, false},
-          Case{Block::Enemy, false, false, false}, Case{Block::Fire, false, true, false},
-          Case{Block::JumpImpulse, false, true, true}, Case{Block::DiscoConfusion, false, true, true},
-          Case{lastDecoration, false, true, false}}) {
-        QmCellLook look;
-        ASSERT_TRUE(world->CellLook(c.id, look)) << c.id;
-        EXPECT_EQ(look.halfSize, c.halfSize) << c.id;
-        EXPECT_EQ(look.flat, c.flat) << c.id;
-        EXPECT_EQ(look.castsShadow, !c.flat) << c.id;
-        EXPECT_EQ(look.spinning, c.spinning) << c.id;
-        EXPECT_NE(look.texture, nullptr) << c.id;
-    }
-    QmCellLook look;
-    EXPECT_FALSE(world->CellLook(Block::Blank, look));
-    EXPECT_FALSE(world->CellLook(lastDecoration + 1, look));
-}
-
 TEST_F(CellCacheTest, PickupsSpinInTheRaceAndStandStillInTheEditor) {
     BuildMap({"..........", "..........", "..........", "..........", "....U.....", "..........",
               "..........", "..........", "..........", ".........."});

@@ -6,10 +6,6 @@
 
 namespace {
 
-glm::vec3 Centre(const glm::mat4& model) {
-    return glm::vec3(model[3]);
-}
-
 // Where a world point lands on the screen (x and y from -1 to 1).
 glm::vec2 OnScreen(const glm::mat4& viewProjection, const glm::vec3& point) {
     const glm::vec4 clip = viewProjection * glm::vec4(point, 1.0f);
@@ -35,39 +31,6 @@ TEST(QmWorldSpaceTest, TheLightStandsTwiceAsHighOverALargeMap) {
             }
         }
     }
-}
-
-TEST(QmWorldSpaceTest, BothMapSizesShareTheTenUnitSquareAndTheBorderRing) {
-    const glm::mat4 rest(1.0f);
-    // Cells of edge 1.0 on the small map, 0.5 on the large one, the same front plane.
-    const glm::mat4 small = QmWorldSpace::BlockModel(0, 0, 10, false, false, false, false, rest);
-    const glm::mat4 large = QmWorldSpace::BlockModel(0, 0, 20, false, false, false, false, rest);
-    EXPECT_FLOAT_EQ(small[0][0], 0.5f);
-    EXPECT_FLOAT_EQ(large[0][0], 0.25f);
-    EXPECT_FLOAT_EQ(Centre(small).x - small[0][0], -5.0f);
-    EXPECT_FLOAT_EQ(Centre(large).x - large[0][0], -5.0f);
-    EXPECT_FLOAT_EQ(Centre(small).z + small[0][0], Centre(large).z + large[0][0]);
-    // The ring is placed on the 10-block grid whatever the map: cubes of edge 1.0 around the square.
-    const glm::mat4 ring = QmWorldSpace::BlockModel(10, -1, 10, false, false, false, false, rest);
-    EXPECT_FLOAT_EQ(ring[0][0], 0.5f);
-    EXPECT_FLOAT_EQ(Centre(ring).x, 5.5f);
-    EXPECT_FLOAT_EQ(Centre(ring).y, 5.5f);
-}
-
-TEST(QmWorldSpaceTest, HalfSizeFlatOverlayAndCursorPlacement) {
-    const glm::mat4 rest(1.0f);
-    const glm::mat4 cube = QmWorldSpace::BlockModel(2, 3, 10, false, false, false, false, rest);
-    const glm::mat4 half = QmWorldSpace::BlockModel(2, 3, 10, true, false, false, false, rest);
-    const glm::mat4 flat = QmWorldSpace::BlockModel(2, 3, 10, false, true, false, false, rest);
-    const glm::mat4 overlay = QmWorldSpace::BlockModel(2, 3, 10, false, false, true, false, rest);
-    const glm::mat4 cursor = QmWorldSpace::BlockModel(2, 3, 10, false, false, false, true, rest);
-    EXPECT_FLOAT_EQ(half[0][0], cube[0][0] / 2.0f);
-    EXPECT_FLOAT_EQ(Centre(flat).z, Centre(cube).z + 0.5f) << "half a block in front";
-    EXPECT_GT(Centre(overlay).z, Centre(cube).z);
-    EXPECT_GT(overlay[0][0], cube[0][0]);
-    EXPECT_GT(cursor[0][0], overlay[0][0]) << "the cursor wraps around an overlay item";
-    EXPECT_FLOAT_EQ(Centre(cube).x, -2.5f);
-    EXPECT_FLOAT_EQ(Centre(cube).y, 1.5f);
 }
 
 TEST(QmWorldSpaceTest, TheRaceCameraKeepsTheMapFramedWhileTheRacerMoves) {

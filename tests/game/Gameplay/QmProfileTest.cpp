@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(QmProfileTest, TheCharacterNumberRoundTripsAndAMissingFileReadsZero) {
+TEST(QmProfileTest, TheCharacterNumberRoundTripsDamagedFilesReadZeroAndAFailedSaveKeepsTheOld) {
     TempUserData data;
     EXPECT_EQ(QmProfile::LoadProfile(), 0);
     QmProfile::SaveProfile(3);
@@ -18,11 +18,6 @@ TEST(QmProfileTest, TheCharacterNumberRoundTripsAndAMissingFileReadsZero) {
     EXPECT_EQ(QmProfile::LoadProfile(), 12);
     ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "not a number"));
     EXPECT_EQ(QmProfile::LoadProfile(), 0);
-}
-
-TEST(QmProfileTest, DamagedFilesReadAsCharacterZeroAndAFailedSaveKeepsTheOldFile) {
-    TempUserData data;
-    ASSERT_TRUE(QmProfile::SaveProfile(2));
     ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", "-7"));
     EXPECT_EQ(QmProfile::LoadProfile(), 0) << "a negative number is no character";
     ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", std::string("\0\xff\x01", 3)));

@@ -204,7 +204,7 @@ class Journey:
     def mouse(self, x, y, click=False):
         """The pointer moved and, when asked, the left button held there within the same xdotool
         run, long enough for a slow frame on a busy machine to see it."""
-        press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.2", "mouseup", "1"] if click else []
+        press = ["sleep", "0.1", "mousedown", "1", "sleep", "0.3", "mouseup", "1"] if click else []
         subprocess.run(["xdotool", "mousemove", str(x), str(y), *press], check=True)
 
     def page_point(self, px, py):
@@ -218,7 +218,7 @@ class Journey:
         self.mouse(*self.page_point(px, py), click)
         time.sleep(0.3)
 
-    def keys(self, *names, hold=0.18, pause=0.3, settle=0.2):
+    def keys(self, *names, hold=0.18, pause=0.22, settle=0.2):
         """Presses in one xdotool run, each held long enough for a slow frame to see it: a press
         whose down and up come from separate runs can be lost by a slow frame or stretched into a
         key repeat (the name entry's starts at 0.3 s) on a busy machine."""

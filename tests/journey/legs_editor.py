@@ -63,7 +63,7 @@ def drag(j, points):
     subprocess.run(["xdotool", "mousedown", "1"], check=True)
     for point in points[1:]:
         time.sleep(0.25)
-        j.click_page(*point, click=False)
+        j.mouse(*j.page_point(*point))
     subprocess.run(["xdotool", "mouseup", "1"], check=True)
     time.sleep(0.3)
 

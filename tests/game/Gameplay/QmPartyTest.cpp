@@ -136,19 +136,3 @@ TEST(QmPartyTest, TheDrawTakesThreeDistinctMapIndicesOfTheAllowedSizesOrFails) {
     DrawWorld empty({});
     EXPECT_FALSE(fresh.PrepareParty(false, true, empty.world, 3)) << "no tours: no draw, no crash";
 }
-
-TEST(QmPartyTest, PlayersComeAndGoWithinTwoToEight) {
-    QmParty party = Party(QmParty::Versus, 1);
-    EXPECT_FALSE(party.CanStart());
-    for (int i = 1; i < 8; ++i) {
-        EXPECT_TRUE(party.AddPlayer("X", 0));
-    }
-    EXPECT_FALSE(party.AddPlayer("Ninth", 0));
-    EXPECT_TRUE(party.CanStart());
-    EXPECT_TRUE(party.RemovePlayer(0));
-    EXPECT_FALSE(party.RemovePlayer(7));
-    party.SetPlayerCharacter(6, 4);
-    party.SetPlayerName(6, "LAST");
-    EXPECT_EQ(party.Players().back().name, "LAST");
-    EXPECT_EQ(party.Players().back().character, 4);
-}

@@ -10,12 +10,12 @@
 #include "Environment/ArEnvironmentManager.h"
 #include "Environment/ClientEnvironmentManager/QmWorldViewHost.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
-#include "Platform/VeLog.h"
 #include "Platform/VeRandom.h"
 #include "Platform/VeTime.h"
 #include "Screen/Surface/VeImage.h"
 #include "Screen/VeScreen.h"
 
+#include "Support/LogCapture.h"
 #include "Support/Screenshot.h"
 #include "Support/TempUserData.h"
 
@@ -113,11 +113,6 @@ protected:
         previousFolder = std::filesystem::current_path();
         std::filesystem::current_path(QM_SOURCE_DIR);
         setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        previousSink = SetLogSink([](const std::string& text) {
-            if (std::getenv("QUILLMAZE_TEST_LOG") != nullptr) {
-                fputs(text.c_str(), stderr);
-            }
-        });
         SetTimeSource([this] { return now; });
         SeedRand(1234);
         SeedTour();
@@ -128,7 +123,6 @@ protected:
         screen.reset();
         VeScreen::ForceSoftwarePath(false);
         SetTimeSource(nullptr);
-        SetLogSink(previousSink);
         std::filesystem::current_path(previousFolder);
     }
 
@@ -202,6 +196,7 @@ protected:
         return image;
     }
 
+    LogCapture quiet;
     TempUserData data;
     ScriptedHost host;
     std::unique_ptr<VeScreen> screen;
@@ -211,7 +206,6 @@ protected:
 
 private:
     std::filesystem::path previousFolder;
-    VeLogSink previousSink;
 };
 
 } // namespace renderer_test

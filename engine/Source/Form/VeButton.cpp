@@ -1,6 +1,5 @@
 #include "Form/VeButton.h"
 
-#include "Audio/VeAudioManager.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
@@ -90,16 +89,7 @@ void VeButton::Draw(VeSurface& target, bool checkBounds, bool /*mouseOver*/) {
 }
 
 void VeButton::Update(VeInput& /*input*/, bool mouseOver) {
-    if (!enabled) {
-        mouseWasOver = false;
-        return;
-    }
     ShowHoverCursor(mouseOver);
-    if (mouseOver && !mouseWasOver && sounds != nullptr && !look.hoverSound.empty() &&
-        sounds->IsLoaded(look.hoverSound)) {
-        sounds->Play(look.hoverSound);
-    }
-    mouseWasOver = mouseOver;
 }
 
 bool VeButton::Clicked(const VeInput& input, bool mouseOver) const {

@@ -9,7 +9,6 @@
 
 #include <string>
 
-class VeAudioManager;
 class VeTextStyle;
 
 class VeButton : public VeFormElement {
@@ -20,7 +19,7 @@ public:
                       const VeTextStyle* labelStyle = nullptr);
 
     void Draw(VeSurface& target, bool checkBounds, bool mouseOver) override;
-    // Cursor feedback, and the hover sound when the mouse comes onto the button.
+    // Cursor feedback.
     void Update(VeInput& input, bool mouseOver) override;
     void StoreValue() override {}
 
@@ -33,8 +32,6 @@ public:
     void SetLabel(const std::string& text);
     const std::string& Label() const { return label.text; }
     const VeText& LabelText() const { return label; }
-    // Where the hover sound is played; none by default.
-    void SetSounds(VeAudioManager* audio) { sounds = audio; }
 
     bool Clicked(const VeInput& input, bool mouseOver) const;
     bool Confirmed(const VeInput& input) const;
@@ -50,6 +47,4 @@ private:
     VeText label;
     uint32_t normalLabelColour = 0;
     const VeButtonStyle* style = nullptr;
-    VeAudioManager* sounds = nullptr;
-    bool mouseWasOver = false;
 };

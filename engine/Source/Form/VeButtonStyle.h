@@ -1,7 +1,7 @@
 #pragma once
 // How a button looks: its images or fill colours, its border rings, its look while it has the
-// focus, the position and size it is made with, the label's colours and the shared sound played
-// when the mouse comes onto it. Colours are 0xRRGGBB; images are drawn with 0xFF00FF as the
+// focus, the position and size it is made with, the label's colours and the sound its row plays
+// when the selection moves. Colours are 0xRRGGBB; images are drawn with 0xFF00FF as the
 // transparent key and are owned elsewhere.
 #include <cstdint>
 #include <string>
@@ -36,6 +36,6 @@ public:
     bool hoverLabelColourOn = false;
     uint32_t hoverLabelColour = 0;
     uint32_t disabledLabelColour = 0;
-    // A sound loaded under this name plays when the mouse comes onto the button; empty: none.
+    // The sound a row of these buttons plays when its selection moves; empty: none.
     std::string hoverSound;
 };

@@ -1,11 +1,9 @@
 #include "Form/VeButton.h"
 
-#include "engine/Audio/AudioTestKit.h"
 #include "engine/Form/FormTestKit.h"
 
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
-#include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
 
@@ -205,37 +203,11 @@ TEST_F(VeButtonTest, ConfirmKeysPressTheFocusedButton) {
     EXPECT_FALSE(button->Confirmed(*rig.input));
 }
 
-TEST_F(VeButtonTest, TheMouseComingOverShowsTheHandAndPlaysTheHoverSoundOnce) {
-    TempUserData data;
-    CreateFolder(data.path);
-    MixerRig mixer(data.path);
-    mixer.Load("Hover", 22050, 1, std::vector<int16_t>(2000, 1000));
-    button->look.hoverSound = "Hover";
-    button->SetSounds(mixer.audio.get());
-
+TEST_F(VeButtonTest, TheMouseOverTheButtonShowsTheHand) {
     rig.MoveMouse(5, 5);
     rig.Frame(*button);
     EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
-    EXPECT_EQ(mixer.audio->ChannelCount(), 0);
-
     rig.MoveMouse(30, 10);
     rig.Frame(*button);
     EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand);
-    EXPECT_EQ(mixer.audio->ChannelCount(), 1);
-    rig.MoveMouse(40, 12);
-    rig.Frame(*button);
-    EXPECT_EQ(mixer.audio->ChannelCount(), 1) << "staying over the button plays nothing more";
-
-    // Leaving and coming back plays it again; a sound that was never loaded plays nothing.
-    rig.MoveMouse(75, 35);
-    rig.Frame(*button);
-    rig.MoveMouse(30, 10);
-    rig.Frame(*button);
-    EXPECT_EQ(mixer.audio->ChannelCount(), 2);
-    button->look.hoverSound = "Missing";
-    rig.MoveMouse(75, 35);
-    rig.Frame(*button);
-    rig.MoveMouse(30, 10);
-    rig.Frame(*button);
-    EXPECT_EQ(mixer.audio->ChannelCount(), 2);
 }

@@ -10,8 +10,8 @@ namespace {
 constexpr float kDisabledShade = 0.5f;
 } // namespace
 
-VeCheckbox::VeCheckbox(const VeCheckboxStyle* givenStyle, float atX, float atY, bool startChecked)
-    : checked(startChecked), checkedAtStore(startChecked), style(givenStyle), markText("V") {
+VeCheckbox::VeCheckbox(const VeCheckboxStyle* style, float atX, float atY, bool startChecked)
+    : checked(startChecked), markText("V") {
     if (style != nullptr) {
         backgroundColour = style->backgroundColour;
         borderColour = style->borderColour;
@@ -97,5 +97,4 @@ void VeCheckbox::Activate() {
 
 void VeCheckbox::StoreValue() {
     value.assign(1, checked ? '1' : '0');
-    checkedAtStore = checked;
 }

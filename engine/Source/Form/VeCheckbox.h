@@ -1,7 +1,7 @@
 #pragma once
 // A checkbox. Space flips it while it has the focus (every auto-repeat of a held Space flips it
 // again), and so does Activate; a disabled box draws darkened and stays as it is. StoreValue
-// makes value "1" or "0" and remembers the state it stored.
+// makes value "1" or "0".
 #include "Form/VeCheckboxStyle.h"
 #include "Screen/Text/VeText.h"
 
@@ -16,17 +16,10 @@ public:
     void Activate() override;
     void StoreValue() override;
 
-    // The box differs from what the last StoreValue stored.
-    bool ChangedSinceStore() const { return checked != checkedAtStore; }
-    const VeText& MarkText() const { return markText; }
-    const VeCheckboxStyle* Style() const { return style; }
-
     bool checked = false;
-    bool checkedAtStore = false;
 
 private:
     void MakeMarkText();
 
-    const VeCheckboxStyle* style;
     VeText markText;
 };

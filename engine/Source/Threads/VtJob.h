@@ -25,7 +25,6 @@ public:
     int32_t GetState() const { return state.load(std::memory_order_acquire); }
     // Takes the unit that reaching Done released; blocks until the job is done (again).
     void Wait();
-    bool IsDestroying() const { return destroying.load(std::memory_order_acquire); }
 
     static constexpr int32_t kDoneMaximum = 99999999;
 

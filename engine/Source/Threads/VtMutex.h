@@ -13,7 +13,6 @@ public:
 
     bool Lock();
     bool Unlock();
-    bool IsLocked() const { return locked.load(std::memory_order_relaxed); }
 
 private:
     std::atomic<bool> locked{false};

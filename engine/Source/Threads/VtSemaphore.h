@@ -21,7 +21,6 @@ public:
     void Replace();
 
     int32_t GetCount() const;
-    int32_t GetMaximum() const { return maximum; }
 
     // Blocks until either semaphore has a unit and takes one; when both have units the first wins.
     // Returns 0 when the unit came from the first, 1 from the second.

@@ -19,7 +19,6 @@ public:
     bool Start();
     // True when the thread was running and has now ended; false at once when it was not running.
     bool Join();
-    bool IsRunning() const { return running.load(std::memory_order_acquire); }
 
 protected:
     void WaitForEnd();

@@ -26,7 +26,6 @@ public:
 
     void AddJob(VtJob* job);
 
-    int32_t GetThreadCount() const { return threadCount; }
     // Jobs queued and not yet taken by a worker.
     int32_t GetQueuedCount();
 

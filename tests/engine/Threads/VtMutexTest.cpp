@@ -10,7 +10,6 @@ TEST(VtMutexTest, IsRecursiveAndExcludesOtherThreads) {
     VtMutex mutex;
     EXPECT_TRUE(mutex.Lock());
     EXPECT_TRUE(mutex.Lock()); // the holder may enter again
-    EXPECT_TRUE(mutex.IsLocked());
 
     std::atomic<bool> entered{false};
     std::thread other([&] {
@@ -26,5 +25,4 @@ TEST(VtMutexTest, IsRecursiveAndExcludesOtherThreads) {
     mutex.Unlock();
     other.join();
     EXPECT_TRUE(entered.load());
-    EXPECT_FALSE(mutex.IsLocked());
 }

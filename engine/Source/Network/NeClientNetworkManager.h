@@ -42,14 +42,10 @@ public:
     bool SendText(const std::string& text, int32_t type, int32_t level);
 
     bool IsConnected() const { return connected.load(); }
-    bool IsConnecting() const { return connecting.load(); }
     bool IsStopped() const { return restart.load(); }
     bool IsStopping() const { return stopping.load(); }
-    bool IsIdle() const { return idle.load(); }
-    int64_t GetStopTime() const { return stopTime.load(); }
     // True once after a connect attempt failed.
     bool TakeConnectFailed() { return connectFailed.exchange(false); }
-    const NeAddress& GetServerAddress() const { return server; }
     NePacketManager* GetPacketManager() { return packetManager; }
     // The packets the base HandlePacket kept since the last call.
     std::vector<NePacket> TakeReceived();

@@ -37,7 +37,7 @@ int64_t NumberAfter(const std::string& text, char mark) {
 } // namespace
 
 NeSocket::NeSocket(int32_t protocol, uint16_t port)
-    : lastReceived(GetTimeMs()), created(GetTimeMs()), protocol(protocol), port(port) {}
+    : lastReceived(GetTimeMs()), protocol(protocol), port(port) {}
 
 NeSocket::~NeSocket() {
     closed = true;

@@ -75,7 +75,6 @@ public:
     bool IsDisconnected() const { return disconnected; }
     void SetDisconnected(bool value) { disconnected = value; }
     bool IsPeerClosed() const { return peerClosed; }
-    int32_t GetDefaultEncryption() const { return defaultEncryption; }
     void SetDefaultEncryption(int32_t level) { defaultEncryption = level; }
     int64_t GetTimeout() const { return timeout; }
     void SetTimeout(int64_t milliseconds) { timeout = milliseconds; }
@@ -85,7 +84,6 @@ public:
     void SetLastReceived(int64_t value) { lastReceived = value; }
     int64_t GetLastSent() const { return lastSent; }
     void SetLastSent(int64_t value) { lastSent = value; }
-    int64_t GetCreated() const { return created; }
 
 private:
     std::atomic<int32_t> handle{-1};
@@ -93,7 +91,6 @@ private:
     std::atomic<bool> serverFull{false};
     std::atomic<int32_t> defaultEncryption{1};
     std::atomic<int64_t> lastReceived;
-    int64_t created;
     std::atomic<int64_t> timeout{5000};
     std::atomic<bool> disconnected{false};
     VtMutex closeLock;

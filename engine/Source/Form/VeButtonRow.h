@@ -41,21 +41,16 @@ public:
     // Styles are kept by the page (not owned); absent ones are made by Layout.
     void SetButtonStyle(const VeButtonStyle* style) { buttonStyle = style; }
     void SetLabelStyle(const VeTextStyle* style) { labelStyle = style; }
-    const VeButtonStyle* ButtonStyle() const { return buttonStyle; }
     // Where the row's sounds go instead of the audio manager (tools and tests).
     void SetSoundPlayer(std::function<void(const std::string&)> player) { soundPlayer = std::move(player); }
     // Pixels between neighbouring buttons (5 by default).
     void SetSpacing(int32_t pixels) { spacing = pixels; }
-    int32_t Spacing() const { return spacing; }
-    // Horizontal rows are centred on the target at the button style's offset; a vertical column
-    // is centred on the target's width at the style's x offset, its top at the given y.
-    void SetDirection(Direction value) { direction = value; }
-    Direction GetDirection() const { return direction; }
 
     void AddButton(const std::string& label);
     // Removes every button.
     void Clear();
-    // Completes missing styles, styles the unstyled buttons and labels, and places the buttons.
+    // Completes missing styles, styles the unstyled buttons and labels, and places the buttons
+    // (until an Arrange, a horizontal row centred on the target at the button style's offset).
     void Layout();
     // Places the buttons with their left-right or top-down run centred on centreX, starting at top
     // (Horizontal: every button's top; Vertical: the first button's top).
@@ -74,7 +69,6 @@ public:
     void MouseMoved(float x, float y);
 
     void SetActive(bool on) { active = on; }
-    bool Active() const { return active; }
     void SetEnabled(const std::string& label, bool enabled);
     // The button with this label (null when none): its position, size and look for placement.
     VeButton* Button(const std::string& label);

@@ -45,7 +45,6 @@ public:
     // Uploads the faces sorted by texture (in the order they were added within a texture) and
     // returns one range per texture.
     const std::vector<Range>& Upload();
-    const std::vector<Range>& Ranges() const { return ranges; }
     // Binds the range's texture on the active unit and draws it.
     void Draw(const Range& range) const;
     // Draws every range; returns the draw calls made.

@@ -15,7 +15,6 @@ public:
 
     // The value of a field; empty when absent.
     const std::string& Get(const std::string& key) const;
-    bool Has(const std::string& key) const { return fields.count(key) != 0; }
     // A field read as a whole decimal number (an optional '-' and 1 to 18 digits, nothing else).
     std::optional<int64_t> Number(const std::string& key) const;
 

@@ -174,7 +174,12 @@ TEST_F(VaCoordinatorTest, EscapeQuitsOnlyFromTheIntroPageOfTheMenu) {
 
 TEST_F(VaCoordinatorTest, PulseAndBlinkSwingWithinTheirRanges) {
     Start();
-    // At 60 frames a second for almost ten seconds both stay inside and keep turning.
+    // From the bottom of both swings, at 60 frames a second for almost ten seconds, both stay
+    // inside and keep turning.
+    coordinator->pulse = 0.8f;
+    coordinator->pulseRising = true;
+    coordinator->blink = 0.0f;
+    coordinator->blinkRising = true;
     int pulseTurns = 0;
     int blinkTurns = 0;
     for (int frame = 0; frame < 590; ++frame) {

@@ -51,6 +51,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "racing platformer: race a square through 
 set(CPACK_PACKAGE_DESCRIPTION "Steer a square racer from Start to Finish through maps of square blocks against the clock: tours that unlock in order, a top ten per map with the best run raced as a ghost, an endless random-level run, party play on one machine, a map editor and map sharing through the game's web service (quillmaze-server).")
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The game loads libcurl on its first transfer rather than linking it, so the library scan cannot
+# find it (CURLOPT_PROTOCOLS_STR needs 7.85).
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcurl4 (>= 7.85)")
 # The OpenGL driver is found at run time, so the library scan cannot name it.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libgl1-mesa-dri, libglx-mesa0")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

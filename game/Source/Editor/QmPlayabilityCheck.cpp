@@ -1,63 +1,31 @@
 #include "Editor/QmPlayabilityCheck.h"
 
 #include "Gameplay/QmRouteSearch.h"
-#include "Threads/VtJob.h"
-#include "Threads/VtWorkerPool.h"
 
 #include <algorithm>
-
-class QmPlayabilityCheck::Job : public VtJob {
-public:
-    void Run() override { report = QmPlayabilityCheck::Find(blocks, blockSize, knownRuns, &cancel); }
-
-    std::array<BlockId, QmCoreEnvironmentManager::kCellCount> blocks{};
-    int32_t blockSize = QmCoreEnvironmentManager::kLargeBlockSize;
-    std::vector<std::string> knownRuns;
-    std::atomic<bool> cancel{false};
-    Report report;
-};
-
-QmPlayabilityCheck::QmPlayabilityCheck() : job(std::make_unique<Job>()) {}
-
-QmPlayabilityCheck::~QmPlayabilityCheck() {
-    Stop();
-}
 
 void QmPlayabilityCheck::Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks,
                                int32_t blockSize, const std::vector<std::string>& knownRuns) {
     Stop();
-    if (!ownPool) {
-        ownPool = std::make_unique<VtWorkerPool>(1);
-    }
-    job->blocks = blocks;
-    job->blockSize = blockSize;
-    job->knownRuns = knownRuns;
-    job->cancel.store(false);
-    queued = true;
-    ownPool->AddJob(job.get());
+    holder.Start([this, blocks, blockSize, knownRuns](const std::atomic<bool>& cancel) {
+        finished = Find(blocks, blockSize, knownRuns, &cancel);
+    });
 }
 
 bool QmPlayabilityCheck::Running() const {
-    return queued && job->GetState() != VtJob::Done;
+    return holder.Busy();
 }
 
 bool QmPlayabilityCheck::Poll(Report& report) {
-    if (!queued || job->GetState() != VtJob::Done) {
+    if (!holder.Take()) {
         return false;
     }
-    job->Wait();
-    queued = false;
-    report = std::move(job->report);
+    report = std::move(finished);
     return report.outcome != Outcome::Stopped;
 }
 
 void QmPlayabilityCheck::Stop() {
-    if (!queued) {
-        return;
-    }
-    job->cancel.store(true);
-    job->Wait();
-    queued = false;
+    holder.Stop();
 }
 
 QmPlayabilityCheck::Report

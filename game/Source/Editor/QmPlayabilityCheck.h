@@ -15,16 +15,14 @@
 // - Find runs the same check on the calling thread (the shared-maps upload uses it too).
 #include "Environment/CoreEnvironmentManager/QmBlocks.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Threads/VtJobHolder.h"
 
 #include <array>
 #include <atomic>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-class VtWorkerPool;
 
 class QmPlayabilityCheck {
 public:
@@ -45,11 +43,6 @@ public:
     // and when a run takes longer than this in the race.
     static constexpr float kRaceSeconds = 90.0f;
 
-    QmPlayabilityCheck();
-    ~QmPlayabilityCheck();
-    QmPlayabilityCheck(const QmPlayabilityCheck&) = delete;
-    QmPlayabilityCheck& operator=(const QmPlayabilityCheck&) = delete;
-
     void Start(const std::array<BlockId, QmCoreEnvironmentManager::kCellCount>& blocks, int32_t blockSize,
                const std::vector<std::string>& knownRuns = {});
     bool Running() const;
@@ -65,9 +58,7 @@ public:
     static int RoundedSeconds(int64_t timeMs);
 
 private:
-    class Job;
-
-    std::unique_ptr<VtWorkerPool> ownPool;
-    std::unique_ptr<Job> job;
-    bool queued = false;
+    // Written by the running check, read once it has finished.
+    Report finished;
+    VtJobHolder holder; // after what its work writes: it stops first
 };

@@ -43,6 +43,7 @@ test-fast: deps
 bench: build
 	scripts/run-bench $(BUILD)
 	bench/startup/run $(BUILD)
+	bench/menu-idle/run $(BUILD)
 
 # The web service on 127.0.0.1:8080, its data under the user data folder (Ctrl+C stops it).
 serve: deps $(BUILD)/build.ninja

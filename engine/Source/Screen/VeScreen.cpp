@@ -279,6 +279,9 @@ bool VeScreen::InitGL() {
     const char* version = reinterpret_cast<const char*>(glGetString(GL_VERSION));
     std::string versionText = version != nullptr ? version : "(unknown)";
     Log("OpenGL version supported by this platform: %s\n\n", versionText.c_str());
+    const char* rendererName = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    softwareRasteriser = rendererName != nullptr && (std::strstr(rendererName, "llvmpipe") != nullptr ||
+                                                     std::strstr(rendererName, "softpipe") != nullptr);
     int major = 0;
     int minor = 0;
     if (!ParseVersion(version, major, minor)) {
@@ -428,7 +431,9 @@ void VeScreen::Present(float frameDelta) {
 
 void VeScreen::PresentGL() {
     MakeContextCurrent();
-    if (!shadowMapShader && PresentCopied()) {
+    // A rasteriser on the CPU spends several times more on drawing the overlay as a texture than
+    // composing it directly costs, so a frame without the 3D scene skips it there.
+    if ((!shadowMapShader || (softwareRasteriser && !threeD)) && PresentCopied()) {
         return;
     }
     while (!PrepareShaders()) {

@@ -14,7 +14,9 @@
 // them, a frame the window shows 1:1 is composed in software (as the software path does) and handed
 // to the window system as a plain picture, without OpenGL. Where that cannot be done (another
 // size, no such service) or anything else needs a shader, the shaders are made on the spot. The 3D
-// scene needs them, so it cannot have been drawn while they wait.
+// scene needs them, so it cannot have been drawn while they wait. On a driver that rasterises on
+// the CPU, frames without the 3D scene (threeD off: the menus, the 2D race) are shown that way too,
+// for a fraction of what drawing the overlay through the driver costs.
 // Vertical synchronisation that the driver refuses is logged once and left off; frames are then
 // paced to about 60 a second by sleeping, so the loop never spins a core.
 // Main thread only.
@@ -163,6 +165,8 @@ private:
     VeSurface uploadSurface;
     bool lastFrameCopied = false;
     bool copyRefused = false;
+    // The OpenGL driver rasterises on the CPU (Mesa's llvmpipe or softpipe).
+    bool softwareRasteriser = false;
     VeFpsTextDrawer fpsTextDrawer;
     std::function<void(const VeViewportMapping&)> viewportListener;
 };

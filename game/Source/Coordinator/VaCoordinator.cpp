@@ -568,9 +568,6 @@ void VaCoordinator::GameFrame() {
     }
 
     const bool is3D = OptionOn(QmOptions::k3DGraphics);
-    if (screen != nullptr) {
-        screen->threeD = is3D && screen->glEnabled;
-    }
 
     bool worldDrawn = false;
     switch (app->scene) {
@@ -629,6 +626,9 @@ void VaCoordinator::GameFrame() {
     }
     if (worldDrawn) {
         environment->ComposeWorld(false, false);
+    }
+    if (screen != nullptr) { // the pages cover the whole screen: no 3D scene under them
+        screen->threeD = is3D && screen->glEnabled && worldDrawn;
     }
     // What stands over the race comes after the world is composed, so the flipped or grey world
     // never turns or greys it.

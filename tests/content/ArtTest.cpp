@@ -147,18 +147,13 @@ bool FileExists(const std::string& path) {
     return std::filesystem::exists(std::string(QM_SOURCE_DIR) + "/" + path);
 }
 
-int Red(uint32_t c) {
-    return int((c >> 16) & 0xFF);
-}
-int Green(uint32_t c) {
-    return int((c >> 8) & 0xFF);
-}
-int Blue(uint32_t c) {
-    return int(c & 0xFF);
-}
-int Luma(uint32_t c) {
-    return (Red(c) * 299 + Green(c) * 587 + Blue(c) * 114) / 1000;
-}
+// A pixel's channels, its brightness and how far it is from grey.
+struct Rgb {
+    explicit Rgb(uint32_t c) : r(int((c >> 16) & 0xFF)), g(int((c >> 8) & 0xFF)), b(int(c & 0xFF)) {}
+    int Luma() const { return (r * 299 + g * 587 + b * 114) / 1000; }
+    int Saturation() const { return std::max({r, g, b}) - std::min({r, g, b}); }
+    int r, g, b;
+};
 
 int CharacterCount() {
     int count = 0;
@@ -232,7 +227,7 @@ TEST(ArtTest, NoPixelIsBlendedWithTheKeyAndThePaletteStaysSmall) {
             uint32_t c = p & 0xFFFFFF;
             colours.insert(c);
             // Anything near magenta that is not the key itself would be a fringe against the key.
-            if (c != kKey && Red(c) > 150 && Blue(c) > 150 && Green(c) < 90) {
+            if (c != kKey && Rgb(c).r > 150 && Rgb(c).b > 150 && Rgb(c).g < 90) {
                 ++blended;
             }
         }
@@ -295,10 +290,10 @@ TEST(ArtTest, FinishCarriesTheCyclingColourAndNoOtherColourOnItsPath) {
             }
             // The cycle passes only through colours with one channel full and another empty; a pixel
             // of such a colour would be repainted by mistake when the cycle reaches it.
-            int hi = std::max({Red(c), Green(c), Blue(c)});
-            int lo = std::min({Red(c), Green(c), Blue(c)});
+            const Rgb rgb(c);
             if (c != kKey) {
-                EXPECT_FALSE(hi >= 0xFE && lo == 0) << std::hex << "colour 0x" << c << " lies on the cycle";
+                EXPECT_FALSE(std::max({rgb.r, rgb.g, rgb.b}) >= 0xFE && std::min({rgb.r, rgb.g, rgb.b}) == 0)
+                    << std::hex << "colour 0x" << c << " lies on the cycle";
             }
         }
         EXPECT_GT(marked, int(image.pixels.size()) / 10) << "too little of the finish changes colour";
@@ -317,7 +312,7 @@ TEST(ArtTest, RedGateIsRedBarsWithGapsBetweenThem) {
         int red = 0;
         for (uint32_t p : gate.pixels) {
             uint32_t c = p & 0xFFFFFF;
-            red += (c != kKey && Red(c) > Green(c) + Blue(c)) ? 1 : 0;
+            red += (c != kKey && Rgb(c).r > Rgb(c).g + Rgb(c).b) ? 1 : 0;
         }
         EXPECT_GT(red, (s * s - keys) * 8 / 10) << "the gate is not in the key's red";
         // The bars reach from the top to the bottom: the middle column of some bar is drawn on every row.
@@ -399,10 +394,9 @@ TEST(ArtTest, BackgroundsAreCalmAndDoNotCompeteWithTheBlocks) {
         int lo = 255;
         int hi = 0;
         for (uint32_t p : bg.pixels) {
-            lo = std::min(lo, Luma(p & 0xFFFFFF));
-            hi = std::max(hi, Luma(p & 0xFFFFFF));
-            int saturation = std::max({Red(p), Green(p), Blue(p)}) - std::min({Red(p), Green(p), Blue(p)});
-            EXPECT_LT(saturation, 80) << "a background colour is too vivid";
+            lo = std::min(lo, Rgb(p).Luma());
+            hi = std::max(hi, Rgb(p).Luma());
+            EXPECT_LT(Rgb(p).Saturation(), 80) << "a background colour is too vivid";
         }
         EXPECT_LT(hi - lo, 48) << "the background's contrast is too high";
     }

@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <map>
 #include <numbers>
+#include <numeric>
 #include <set>
 #include <string>
 #include <vector>
@@ -109,12 +110,8 @@ Decoded ReadCanonicalWave(const GameSound& sound) {
     return out;
 }
 
-double Peak(const std::vector<double>& s) {
-    double peak = 0.0;
-    for (double v : s) {
-        peak = std::max(peak, std::fabs(v));
-    }
-    return peak;
+double Mean(const std::vector<double>& s) {
+    return std::accumulate(s.begin(), s.end(), 0.0) / static_cast<double>(s.size());
 }
 
 double Rms(const std::vector<double>& s, size_t from, size_t count) {
@@ -218,7 +215,8 @@ TEST_P(ShippedSound, LoadsThroughTheEngineWithALengthAndLevelThatSuitItsUse) {
     EXPECT_GE(wave.Seconds(), seconds.first) << sound.file;
     EXPECT_LT(wave.Seconds(), seconds.second) << sound.file;
     // Quiet enough to sit in the mix, loud enough to be heard at the game's volume.
-    const double peak = Peak(wave.mono);
+    const double peak =
+        std::fabs(*std::ranges::max_element(wave.mono, {}, [](double v) { return std::fabs(v); }));
     EXPECT_LT(peak, 0.99) << sound.file << " clips";
     EXPECT_GT(peak, 0.3) << sound.file;
     EXPECT_GT(peak * sound.volume, 0.2) << sound.file;
@@ -265,11 +263,7 @@ TEST_P(MusicLoop, WrapsWithoutClickOrOffset) {
         << sound.file << ": the last sample does not lead into the first";
     EXPECT_LE(wrapCurve, 2.0 * largestCurve + floor) << sound.file << ": the slope breaks at the wrap";
     // No offset: the loop averages to silence, and the level is alike on both sides of the wrap.
-    double mean = 0.0;
-    for (double v : s) {
-        mean += v;
-    }
-    EXPECT_LT(std::fabs(mean / static_cast<double>(n)), 0.005) << sound.file;
+    EXPECT_LT(std::fabs(Mean(s)), 0.005) << sound.file;
     const double before = Rms(s, n - 44100, 44100);
     const double after = Rms(s, 0, 44100);
     EXPECT_LT(std::max(before, after) / std::max(std::min(before, after), 1e-9), 2.0)
@@ -281,6 +275,29 @@ INSTANTIATE_TEST_SUITE_P(BothTracks, MusicLoop, ::testing::Values(kSounds[26], k
                              return std::string(info.param.name);
                          });
 
+struct MeasuredEffect {
+    const GameSound* sound;
+    const Decoded& wave;
+    std::vector<double> power;
+    double level; // the loudest 50 ms in the mix
+};
+
+const std::vector<MeasuredEffect>& AllEffects() {
+    static const std::vector<MeasuredEffect> effects = [] {
+        std::vector<MeasuredEffect> measured;
+        for (const GameSound& sound : kSounds) {
+            if (sound.kind != Kind::Music) {
+                EXPECT_TRUE(Wave(sound).ok) << sound.file;
+                const std::vector<double>& mono = Wave(sound).mono;
+                measured.push_back(
+                    {&sound, Wave(sound), PowerSpectrum(mono), LoudestWindowRms(mono) * sound.volume});
+            }
+        }
+        return measured;
+    }();
+    return effects;
+}
+
 // Race effects stand at least 6 dB over the race music while they sound; menu sounds over the
 // menu music.
 TEST(AudioMix, EffectsStandOutOverTheMusicTheyPlayOver) {
@@ -291,45 +308,17 @@ TEST(AudioMix, EffectsStandOutOverTheMusicTheyPlayOver) {
     const double menuMusic = level(kSounds[27]);
     const std::set<std::string> menu = {"Select", "Disabled", "Unlocked", "UnlockedTour",
                                         "Click",  "Swap",     "Hover"};
-    for (const GameSound& sound : kSounds) {
-        const bool inMenu = menu.count(sound.name) != 0;
-        if (!sound.inRace && !inMenu) {
-            continue;
+    for (const MeasuredEffect& e : AllEffects()) {
+        if (e.sound->inRace || menu.count(e.sound->name) != 0) {
+            EXPECT_GT(e.level, e.sound->inRace ? 2.0 * raceMusic : menuMusic) << e.sound->file;
         }
-        const double loudest = LoudestWindowRms(Wave(sound).mono) * sound.volume;
-        EXPECT_GT(loudest, sound.inRace ? 2.0 * raceMusic : menuMusic) << sound.file;
     }
-}
-
-struct MeasuredEffect {
-    const GameSound* sound;
-    const Decoded& wave;
-    std::vector<double> power;
-};
-
-const std::vector<MeasuredEffect>& AllEffects() {
-    static const std::vector<MeasuredEffect> effects = [] {
-        std::vector<MeasuredEffect> measured;
-        for (const GameSound& sound : kSounds) {
-            if (sound.kind != Kind::Music) {
-                EXPECT_TRUE(Wave(sound).ok) << sound.file;
-                measured.push_back({&sound, Wave(sound), PowerSpectrum(Wave(sound).mono)});
-            }
-        }
-        return measured;
-    }();
-    return effects;
 }
 
 TEST(AudioMix, EffectsAreCentredAndCarryOnSmallSpeakers) {
     for (const MeasuredEffect& e : AllEffects()) {
-        double sum = 0.0, squares = 0.0;
-        for (double v : e.wave.mono) {
-            sum += v;
-            squares += v * v;
-        }
-        const double n = static_cast<double>(e.wave.mono.size());
-        EXPECT_LT((sum / n) * (sum / n) / (squares / n), 0.001) << e.sound->file << ": offset";
+        const std::vector<double>& s = e.wave.mono;
+        EXPECT_LT(std::pow(Mean(s) / Rms(s, 0, s.size()), 2.0), 0.001) << e.sound->file << ": offset";
         // Laptop speakers give little below 200 Hz: most of every effect must lie above it.
         double above = 0.0, total = 0.0;
         for (size_t k = 0; k < e.power.size(); ++k) {
@@ -341,20 +330,9 @@ TEST(AudioMix, EffectsAreCentredAndCarryOnSmallSpeakers) {
 }
 
 TEST(AudioMix, EffectsPlayWithinSixDecibelsOfEachOther) {
-    double quietest = 1.0, loudest = 0.0;
-    std::string quietName, loudName;
-    for (const MeasuredEffect& e : AllEffects()) {
-        const double level = LoudestWindowRms(e.wave.mono) * e.sound->volume;
-        if (level < quietest) {
-            quietest = level;
-            quietName = e.sound->name;
-        }
-        if (level > loudest) {
-            loudest = level;
-            loudName = e.sound->name;
-        }
-    }
-    EXPECT_LT(20.0 * std::log10(loudest / quietest), 6.0) << loudName << " against " << quietName;
+    const auto [quiet, loud] = std::ranges::minmax_element(AllEffects(), {}, &MeasuredEffect::level);
+    EXPECT_LT(20.0 * std::log10(loud->level / quiet->level), 6.0)
+        << loud->sound->name << " against " << quiet->sound->name;
 }
 
 TEST(AudioMix, NoTwoEffectsSoundAlike) {

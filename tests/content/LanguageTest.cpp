@@ -32,22 +32,23 @@ bool Drawable(unsigned char c) {
            others.find(static_cast<char>(c)) != std::string::npos;
 }
 
+std::vector<std::string> Split(const std::string& text, char separator) {
+    std::vector<std::string> parts;
+    std::istringstream in(text);
+    for (std::string part; std::getline(in, part, separator);) {
+        parts.push_back(part);
+    }
+    return parts;
+}
+
 // The table's rows, each split at tabs; comment lines are skipped.
 std::vector<std::vector<std::string>> ReadTable() {
     std::vector<std::vector<std::string>> rows;
-    std::istringstream in(ReadBytes(std::string(QM_SOURCE_DIR) + "/tools/lang/lines.tsv"));
-    std::string row;
-    while (std::getline(in, row)) {
-        if (row.empty() || row[0] == '#') {
-            continue;
+    for (const std::string& row :
+         Split(ReadBytes(std::string(QM_SOURCE_DIR) + "/tools/lang/lines.tsv"), '\n')) {
+        if (!row.empty() && row[0] != '#') {
+            rows.push_back(Split(row, '\t'));
         }
-        std::vector<std::string> fields;
-        std::istringstream cells(row);
-        std::string field;
-        while (std::getline(cells, field, '\t')) {
-            fields.push_back(field);
-        }
-        rows.push_back(fields);
     }
     return rows;
 }
@@ -72,21 +73,14 @@ std::string ToFileBytes(const std::string& utf8) {
 // The file split at CR LF; a stray CR or LF, or a missing final CR LF, is reported.
 std::vector<std::string> SplitCrlf(const std::string& bytes, std::string& fault) {
     std::vector<std::string> lines;
-    std::string line;
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        char c = bytes[i];
-        if (c == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') {
-            lines.push_back(line);
-            line.clear();
-            ++i;
-        } else if (c == '\r' || c == '\n') {
-            fault = "a bare CR or LF after line " + std::to_string(lines.size());
+    for (size_t at = 0, end; (end = bytes.find("\r\n", at)) != std::string::npos; at = end + 2) {
+        lines.push_back(bytes.substr(at, end - at));
+        if (lines.back().find_first_of("\r\n") != std::string::npos) {
+            fault = "a bare CR or LF in line " + std::to_string(lines.size());
             return lines;
-        } else {
-            line.push_back(c);
         }
     }
-    if (!line.empty()) {
+    if (!bytes.ends_with("\r\n")) {
         fault = "the last line has no CR LF";
     }
     return lines;
@@ -136,6 +130,22 @@ const Term kTerms[] = {
     {"Norwegian", "ALLE MOT ALLE", {"DUELL"}},
 };
 
+// Where the game shows a text and how many characters fit there.
+struct Room {
+    const char* where;
+    size_t characters;
+    std::vector<int> lines;
+};
+
+const Room kRooms[] = {
+    {"a notice dialog's 100-pixel button", 9, {7, 76, 77}},
+    {"a 400-pixel main menu button", 19, {27, 167, 38, 141, 65, 79, 16, 68}},
+    {"the play page's title across the 640-pixel screen", 21, {27, 28, 29, 30, 167, 153, 175}},
+    {"a notice title in a dialog half the screen wide", 16, {75, 114, 120}},
+    {"the missing-OpenGL notice's title, 0.7 of the screen wide", 24, {172}},
+    {"a time unit after every time in the results table", 3, {1, 169, 170}},
+};
+
 class LanguageFile : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
@@ -144,15 +154,15 @@ protected:
         std::string fault;
         lines = SplitCrlf(bytes, fault);
         ASSERT_TRUE(fault.empty()) << GetParam() << ": " << fault;
+        ASSERT_GE(lines.size(), 185u);
     }
     const std::string& Line(int number) const { return lines.at(static_cast<size_t>(number - 1)); }
 
     std::vector<std::string> lines;
 };
 
-TEST_P(LanguageFile, HoldsEveryLineOfTheTableInOrder) {
+TEST_P(LanguageFile, HoldsEveryLineOfTheTableInOrderAsDrawableText) {
     std::vector<std::vector<std::string>> table = ReadTable();
-    ASSERT_GE(table.size(), 185u);
     ASSERT_EQ(lines.size(), table.size()) << GetParam() << " is out of step with tools/lang/lines.tsv";
     const int column = ColumnOf(GetParam());
     for (size_t i = 0; i < table.size(); ++i) {
@@ -160,11 +170,6 @@ TEST_P(LanguageFile, HoldsEveryLineOfTheTableInOrder) {
         EXPECT_EQ(table[i][0], std::to_string(i + 1));
         EXPECT_EQ(lines[i], ToFileBytes(table[i][column]))
             << GetParam() << " line " << i + 1 << " differs from the table; run gen-lang";
-    }
-}
-
-TEST_P(LanguageFile, EveryLineIsDrawableText) {
-    for (size_t i = 0; i < lines.size(); ++i) {
         EXPECT_FALSE(lines[i].empty()) << GetParam() << " line " << i + 1;
         for (unsigned char c : lines[i]) {
             EXPECT_TRUE(Drawable(c)) << GetParam() << " line " << i + 1 << " holds byte "
@@ -174,33 +179,14 @@ TEST_P(LanguageFile, EveryLineIsDrawableText) {
 }
 
 TEST_P(LanguageFile, TextsFitWhereTheGameShowsThem) {
-    ASSERT_GE(lines.size(), 185u);
-    // Notice dialog buttons are 100 pixels wide: 9 characters of their labels.
-    for (int n : {7, 76, 77}) {
-        EXPECT_LE(Line(n).size(), 9u) << GetParam() << " line " << n;
-    }
-    // Main menu buttons are 400 pixels wide: 19 characters.
-    for (int n : {27, 167, 38, 141, 65, 79, 16, 68}) {
-        EXPECT_LE(Line(n).size(), 19u) << GetParam() << " line " << n;
-    }
-    // Play page titles across the 640-pixel screen: 21 characters.
-    for (int n : {27, 28, 29, 30, 167, 153, 175}) {
-        EXPECT_LE(Line(n).size(), 21u) << GetParam() << " line " << n;
-    }
-    // Notice titles in a dialog half the screen wide: 16 characters; the missing-OpenGL notice is
-    // wider (0.7 of the screen): 24.
-    for (int n : {75, 114, 120}) {
-        EXPECT_LE(Line(n).size(), 16u) << GetParam() << " line " << n;
-    }
-    EXPECT_LE(Line(172).size(), 24u) << GetParam();
-    // Time units follow every time in the results table.
-    for (int n : {1, 169, 170}) {
-        EXPECT_LE(Line(n).size(), 3u) << GetParam() << " line " << n;
+    for (const Room& room : kRooms) {
+        for (int n : room.lines) {
+            EXPECT_LE(Line(n).size(), room.characters) << GetParam() << " line " << n << " on " << room.where;
+        }
     }
 }
 
 TEST_P(LanguageFile, TextsThatBecomeNamesOrPrefixesAreShapedForIt) {
-    ASSERT_GE(lines.size(), 185u);
     // The default map and tour names become file and folder names.
     for (int n : {9, 117}) {
         for (char c : Line(n)) {
@@ -210,8 +196,7 @@ TEST_P(LanguageFile, TextsThatBecomeNamesOrPrefixesAreShapedForIt) {
     // These are followed by ": " and a name or the version, so they end in a whole word that
     // leads into nothing.
     for (int n : {52, 113, 130, 185}) {
-        unsigned char last = static_cast<unsigned char>(Line(n).back());
-        EXPECT_TRUE((last >= 'A' && last <= 'Z') || last >= 0xC0)
+        EXPECT_TRUE(IsLetter(static_cast<unsigned char>(Line(n).back())))
             << GetParam() << " line " << n << " ends in punctuation";
         const std::vector<std::string> words = Words(Line(n));
         for (const char* dangling : {"DE", "DU", "OF", "TO", "THE", "VAN", "TIL", "AV"}) {

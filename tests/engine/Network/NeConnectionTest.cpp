@@ -3,7 +3,7 @@
 #include "Network/NePacketManager.h"
 #include "Network/NeSocket.h"
 #include "Platform/VeSockets.h"
-#include "engine/Threads/Eventually.h"
+#include "engine/Threads/ThreadTestKit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,28 +1,21 @@
 #include "Threads/VtMutex.h"
 
-#include <gtest/gtest.h>
+#include "engine/Threads/ThreadTestKit.h"
 
-#include <atomic>
-#include <chrono>
-#include <thread>
+#include <gtest/gtest.h>
 
 TEST(VtMutexTest, IsRecursiveAndExcludesOtherThreads) {
     VtMutex mutex;
     EXPECT_TRUE(mutex.Lock());
     EXPECT_TRUE(mutex.Lock()); // the holder may enter again
 
-    std::atomic<bool> entered{false};
-    std::thread other([&] {
+    BackgroundCall other([&] {
         mutex.Lock();
-        entered = true;
         mutex.Unlock();
     });
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_FALSE(entered.load());
+    EXPECT_FALSE(other.ReturnedAfterPause());
     mutex.Unlock();
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_FALSE(entered.load()); // still held once
+    EXPECT_FALSE(other.ReturnedAfterPause()) << "still held once";
     mutex.Unlock();
-    other.join();
-    EXPECT_TRUE(entered.load());
+    EXPECT_TRUE(other.Join());
 }

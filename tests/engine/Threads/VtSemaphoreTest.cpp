@@ -1,12 +1,10 @@
 #include "Threads/VtSemaphore.h"
 
-#include "engine/Threads/Eventually.h"
+#include "engine/Threads/ThreadTestKit.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
-#include <thread>
+#include <vector>
 
 TEST(VtSemaphoreTest, StartsEmptyWhateverTheInitialCountAndKeepsToItsMaximum) {
     VtSemaphore semaphore(5, 3);
@@ -33,23 +31,21 @@ TEST(VtSemaphoreTest, StartsEmptyWhateverTheInitialCountAndKeepsToItsMaximum) {
 TEST(VtSemaphoreTest, WaitBlocksUntilEachUnitIsReleasedEvenAcrossAReplacement) {
     VtSemaphore semaphore(0, 10);
     std::atomic<int> taken{0};
-    std::thread waiter([&] {
+    BackgroundCall waiter([&] {
         for (int i = 0; i < 3; ++i) {
             semaphore.Wait();
             taken++;
         }
     });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    EXPECT_FALSE(waiter.ReturnedAfterPause(30));
     EXPECT_EQ(taken.load(), 0);
     semaphore.Release(2);
     EXPECT_TRUE(Eventually([&] { return taken.load() == 2; }));
     // The waiter survives a replacement and takes the next release.
     semaphore.Replace();
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_EQ(taken.load(), 2);
+    EXPECT_FALSE(waiter.ReturnedAfterPause(30));
     semaphore.Release(1);
-    waiter.join();
-    EXPECT_EQ(taken.load(), 3);
+    EXPECT_TRUE(waiter.Join());
     EXPECT_EQ(semaphore.GetCount(), 0);
 }
 
@@ -66,11 +62,10 @@ TEST(VtSemaphoreTest, WaitAnyPrefersTheFirstAndWakesForEither) {
     // Blocked on both: a unit on either one wakes it.
     for (int which = 0; which < 2; ++which) {
         std::atomic<int> result{-1};
-        std::thread waiter([&] { result = VtSemaphore::WaitAny(quit, work); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        EXPECT_EQ(result.load(), -1);
+        BackgroundCall waiter([&] { result = VtSemaphore::WaitAny(quit, work); });
+        EXPECT_FALSE(waiter.ReturnedAfterPause());
         (which == 0 ? quit : work).Release(1);
-        waiter.join();
+        EXPECT_TRUE(waiter.Join());
         EXPECT_EQ(result.load(), which);
     }
     EXPECT_EQ(quit.GetCount() + work.GetCount(), 0);

@@ -1,15 +1,17 @@
 #include "Threads/VtThread.h"
 
-#include "engine/Threads/Eventually.h"
+#include "engine/Threads/ThreadTestKit.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 
 namespace {
-// Runs until released; counts its runs.
+// Runs until its gate opens, counting its runs; when given a flag it sets it as its last act, a
+// while after the gate opened. Its destructor opens the gate and waits for the body.
 class GateThread : public VtThread {
 public:
+    explicit GateThread(std::atomic<bool>* ended = nullptr) : ended(ended) {}
     ~GateThread() override {
         open = true;
         WaitForEnd();
@@ -17,11 +19,18 @@ public:
     void Run() override {
         runs++;
         while (!open.load()) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            Pause(1);
+        }
+        if (ended != nullptr) {
+            Pause(30);
+            *ended = true;
         }
     }
     std::atomic<bool> open{false};
     std::atomic<int> runs{0};
+
+private:
+    std::atomic<bool>* ended;
 };
 } // namespace
 
@@ -31,7 +40,7 @@ TEST(VtThreadTest, StartingARunningThreadCreatesNothing) {
     EXPECT_TRUE(thread.Start());
     EXPECT_FALSE(thread.Start());
     EXPECT_TRUE(Eventually([&] { return thread.runs.load() == 1; }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    Pause(20);
     EXPECT_EQ(thread.runs.load(), 1);
 
     thread.open = true;
@@ -48,20 +57,10 @@ TEST(VtThreadTest, StartingARunningThreadCreatesNothing) {
 }
 
 TEST(VtThreadTest, DestructionWaitsForTheBody) {
-    std::atomic<bool> finished{false};
-    class Slow : public VtThread {
-    public:
-        explicit Slow(std::atomic<bool>& finished) : finished(finished) {}
-        ~Slow() override { WaitForEnd(); }
-        void Run() override {
-            std::this_thread::sleep_for(std::chrono::milliseconds(30));
-            finished = true;
-        }
-        std::atomic<bool>& finished;
-    };
+    std::atomic<bool> ended{false};
     {
-        Slow thread(finished);
+        GateThread thread(&ended);
         thread.Start();
     }
-    EXPECT_TRUE(finished.load());
+    EXPECT_TRUE(ended.load());
 }

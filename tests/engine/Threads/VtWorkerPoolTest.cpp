@@ -1,14 +1,13 @@
 #include "Threads/VtWorkerPool.h"
 #include "Threads/VtJob.h"
 
-#include "engine/Threads/Eventually.h"
+#include "engine/Threads/ThreadTestKit.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -25,54 +24,37 @@ public:
     std::mutex& mutex;
 };
 
-// A long-running job in the style of a connection loop: polls until its stop flag is set.
-class LoopingJob : public VtJob {
-public:
-    explicit LoopingJob(std::atomic<int>& active) : active(active) {}
-    void Run() override {
-        active++;
-        runs++;
-        while (!stopRequested.load()) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        active--;
-    }
-    std::atomic<bool> stopRequested{false};
-    std::atomic<int>& active;
-    std::atomic<int> runs{0};
-};
-
-class CountingJob : public VtJob {
-public:
-    void Run() override { runs++; }
-    std::atomic<int> runs{0};
-};
-
-// Occupies every worker of a pool with a looping job; on leaving, stops its jobs and waits for
-// them, as a job's owner must before deleting it.
+// Occupies workers of a pool with jobs waiting at their shut gates; on leaving, opens the gates
+// and waits for the jobs, as a job's owner must before deleting it.
 struct BusyWorkers {
+    BusyWorkers(VtWorkerPool& pool, int count) {
+        for (int i = 0; i < count; ++i) {
+            jobs.push_back(std::make_unique<GatedJob>(false));
+            pool.AddJob(jobs.back().get());
+        }
+    }
     ~BusyWorkers() {
-        StopAll();
+        OpenAll();
         for (auto& job : jobs) {
             if (job->GetState() != VtJob::Done) {
                 job->Wait();
             }
         }
     }
-    BusyWorkers(VtWorkerPool& pool, int count) {
-        for (int i = 0; i < count; ++i) {
-            jobs.push_back(std::make_unique<LoopingJob>(active));
-            pool.AddJob(jobs.back().get());
-        }
-    }
-    void Stop(size_t index) { jobs[index]->stopRequested = true; }
-    void StopAll() {
+    void OpenAll() {
         for (auto& job : jobs) {
-            job->stopRequested = true;
+            job->open = true;
         }
     }
-    std::atomic<int> active{0};
-    std::vector<std::unique_ptr<LoopingJob>> jobs;
+    // Jobs that started and have not yet passed their gate.
+    int Waiting() const {
+        int count = 0;
+        for (const auto& job : jobs) {
+            count += job->started.load() - job->runs.load();
+        }
+        return count;
+    }
+    std::vector<std::unique_ptr<GatedJob>> jobs;
 };
 } // namespace
 
@@ -84,43 +66,40 @@ TEST(VtWorkerPoolTest, NLoopingJobsRunTogetherAndFurtherJobsWaitForAFreeWorkerFi
     VtWorkerPool pool(kThreads);
     EXPECT_EQ(VtWorkerPool::Current(), &pool);
     BusyWorkers busy(pool, kThreads);
-    ASSERT_TRUE(Eventually([&] { return busy.active.load() == kThreads; }));
+    ASSERT_TRUE(Eventually([&] { return busy.Waiting() == kThreads; }));
     for (int i = 0; i < kThreads; ++i) {
         queued.push_back(std::make_unique<OrderedJob>(i, order, mutex));
         pool.AddJob(queued.back().get());
     }
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    Pause(30);
     EXPECT_EQ(queued[0]->GetState(), VtJob::Queued);
     EXPECT_EQ(pool.GetQueuedCount(), kThreads);
 
-    busy.Stop(1); // one free worker takes the queue in order
+    busy.jobs[1]->open = true; // one free worker takes the queue in order
     busy.jobs[1]->Wait();
     for (auto& job : queued) {
         job->Wait();
     }
     EXPECT_EQ(order, (std::vector<int>{0, 1, 2}));
     EXPECT_EQ(pool.GetQueuedCount(), 0);
-    EXPECT_EQ(busy.active.load(), kThreads - 1);
+    EXPECT_EQ(busy.Waiting(), kThreads - 1);
 }
 
 TEST(VtWorkerPoolTest, EveryAddedJobRunsExactlyOnce) {
     constexpr int kThreads = 4;
     VtWorkerPool pool(kThreads);
-    std::vector<std::unique_ptr<CountingJob>> jobs;
-    for (int i = 0; i < kThreads; ++i) {
-        jobs.push_back(std::make_unique<CountingJob>());
-    }
+    std::vector<GatedJob> jobs(kThreads);
     for (int round = 0; round < 100; ++round) {
         for (auto& job : jobs) {
-            pool.AddJob(job.get());
+            pool.AddJob(&job);
         }
         for (auto& job : jobs) {
-            job->Wait();
+            job.Wait();
         }
     }
     for (auto& job : jobs) {
-        EXPECT_EQ(job->runs.load(), 100);
-        EXPECT_EQ(job->GetState(), VtJob::Done);
+        EXPECT_EQ(job.runs.load(), 100);
+        EXPECT_EQ(job.GetState(), VtJob::Done);
     }
     EXPECT_EQ(pool.GetQueuedCount(), 0);
 }
@@ -129,38 +108,26 @@ TEST(VtWorkerPoolTest, QuitWinsOverQueuedWork) {
     constexpr int kThreads = 2;
     auto pool = std::make_unique<VtWorkerPool>(kThreads);
     BusyWorkers busy(*pool, kThreads);
-    ASSERT_TRUE(Eventually([&] { return busy.active.load() == kThreads; }));
-    CountingJob first;
-    CountingJob second;
+    ASSERT_TRUE(Eventually([&] { return busy.Waiting() == kThreads; }));
+    GatedJob first;
+    GatedJob second;
     pool->AddJob(&first);
     pool->AddJob(&second);
 
     // The pool's destruction asks every worker to quit, then waits for them; the workers see quit
-    // and the queued work together once their looping jobs end.
-    std::thread destroyer([&] { pool.reset(); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    busy.StopAll();
-    destroyer.join();
+    // and the queued work together once their gated jobs end.
+    BackgroundCall destroyer([&] { pool.reset(); });
+    Pause(50);
+    busy.OpenAll();
+    EXPECT_TRUE(destroyer.Join());
 
     EXPECT_EQ(VtWorkerPool::Current(), nullptr);
-    EXPECT_EQ(first.runs.load(), 0);
-    EXPECT_EQ(second.runs.load(), 0);
+    EXPECT_EQ(first.started.load() + second.started.load(), 0);
     EXPECT_EQ(first.GetState(), VtJob::Queued);
     EXPECT_EQ(second.GetState(), VtJob::Queued);
 }
 
 TEST(VtWorkerPoolTest, RequeueingDiscardsTheEarlierCompletion) {
-    class GatedJob : public VtJob {
-    public:
-        void Run() override {
-            while (!open.load()) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            }
-            runs++;
-        }
-        std::atomic<bool> open{true};
-        std::atomic<int> runs{0};
-    };
     VtWorkerPool pool(1);
     GatedJob job;
     pool.AddJob(&job);
@@ -169,15 +136,10 @@ TEST(VtWorkerPoolTest, RequeueingDiscardsTheEarlierCompletion) {
     // Nobody waited for the first run. Queued again, its Wait must belong to the second run.
     job.open = false;
     pool.AddJob(&job);
-    std::atomic<bool> returned{false};
-    std::thread waiter([&] {
-        job.Wait();
-        returned = true;
-    });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_FALSE(returned.load());
+    BackgroundCall waiter([&] { job.Wait(); });
+    EXPECT_FALSE(waiter.ReturnedAfterPause(30));
     EXPECT_EQ(job.runs.load(), 1);
     job.open = true;
-    waiter.join();
+    EXPECT_TRUE(waiter.Join());
     EXPECT_EQ(job.runs.load(), 2);
 }

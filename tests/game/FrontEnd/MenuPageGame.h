@@ -4,10 +4,15 @@
 // a driven clock. A page runs one frame at a time over a plain background, as the menu's frame
 // runs it, and its picture is the screen's overlay.
 #include "FrontEnd/QmTextBox.h"
+#include "Network/QmNetworkManager.h"
 #include "Support/Screenshot.h"
 #include "game/Coordinator/HeadlessGame.h"
 
+#include <algorithm>
+#include <chrono>
+#include <functional>
 #include <string>
+#include <thread>
 
 class MenuPageGame : public HeadlessGame {
 protected:
@@ -59,6 +64,34 @@ protected:
         app->screen->overlay.Fill(kBackground);
         page.Frame();
         app->input->ClearPressed();
+    }
+
+    // Frames of the page with the client's answers taken after each, until done() or about twenty
+    // seconds. The driven clock stands still meanwhile: the threads of the connection layer run in
+    // real time, however slowly.
+    template <typename Page> bool Until(Page& page, const std::function<bool()>& done) {
+        for (int frame = 0; frame < 4000; ++frame) {
+            Run(page);
+            now -= 17;
+            app->network->Update();
+            if (done()) {
+                return true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return false;
+    }
+
+    // Until no request is out.
+    template <typename Page> bool Settled(Page& page) {
+        return Until(page, [this] { return !app->network->IsWaiting(); });
+    }
+
+    // One of the boxes shows the language line.
+    bool Shows(const QmTextBoxes& boxes, int line) {
+        const std::string text = coordinator->GetLine(line);
+        return std::any_of(boxes.begin(), boxes.end(),
+                           [&](const QmTextBox& box) { return box.text == text; });
     }
 
     ScreenshotImage Picture() const { return ScreenshotOf(app->screen->overlay); }

@@ -31,58 +31,36 @@ protected:
         coordinator->Language().Load(GetParam());
     }
 
-    // These keys pressed one a frame and a frame more; then the picture within rounding of the
-    // stored one, and the page's texts inside their boxes.
+    // The page opened as menu page number, these keys pressed one a frame and a frame more; then
+    // the picture within rounding of the stored one, and the page's texts inside their boxes.
     template <typename Page>
-    void Check(Page& page, const std::string& name, std::initializer_list<int> keys = {}) {
+    void Check(int number, const std::string& name, std::initializer_list<int> keys) {
+        SCOPED_TRACE(name);
+        coordinator->SetMenuPage(number);
+        Page page;
+        if constexpr (requires { page.RebuildLists(); }) {
+            page.RebuildLists();
+        }
         Presses(page, keys);
         Run(page);
-        EXPECT_TRUE(AllFit(page.TextBoxes())) << name;
+        EXPECT_TRUE(AllFit(page.TextBoxes()));
         EXPECT_TRUE(MatchesStoredImage("frontend/" + name + "-" + GetParam() + ".png", Picture(), 4, 0));
     }
 };
 
-TEST_P(PageCheck, PlayPage) {
-    coordinator->SetMenuPage(2);
-    QmPlayPage page;
-    page.RebuildLists();
-    Check(page, "play", {VeKey::Right, VeKey::Down, VeKey::Return}); // a locked map: the page says why
+TEST_P(PageCheck, ThePagesWithForms) {
+    // A locked map chosen: the page says why.
+    Check<QmPlayPage>(2, "play", {VeKey::Right, VeKey::Down, VeKey::Return});
     EXPECT_GT(Drawn(QmTourMapList::kMapX, QmTourMapList::kRowsY + QmTourMapList::kRowHeight, 24, 30), 0)
         << "the lock mark";
-}
-
-TEST_P(PageCheck, ManagementPage) {
-    coordinator->SetMenuPage(3);
-    QmManagementPage page;
-    page.RebuildLists();
-    Check(page, "management", {VeKey::Right});
-}
-
-TEST_P(PageCheck, OptionsPage) {
-    coordinator->SetMenuPage(12);
-    QmOptionsPage page;
-    Check(page, "options", {VeKey::Down, VeKey::Down});
-}
-
-TEST_P(PageCheck, LoginPage) {
-    coordinator->SetMenuPage(4);
-    QmLoginPage page;
+    Check<QmManagementPage>(3, "management", {VeKey::Right});
+    Check<QmOptionsPage>(12, "options", {VeKey::Down, VeKey::Down});
     // Log in with nothing typed: the page says what is missing, in red.
-    Check(page, "login", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
+    Check<QmLoginPage>(4, "login", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
     EXPECT_GT(Drawn(80, 122, 480, 32), 0) << "the user name input";
-}
-
-TEST_P(PageCheck, RegistrationPage) {
-    coordinator->SetMenuPage(5);
-    QmRegistrationPage page;
     // The agreement box checked: Register enabled.
-    Check(page, "registration", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space});
-}
-
-TEST_P(PageCheck, RulesPage) {
-    coordinator->SetMenuPage(6);
-    QmRulesPage page;
-    Check(page, "rules");
+    Check<QmRegistrationPage>(5, "registration", {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space});
+    Check<QmRulesPage>(6, "rules", {});
 }
 
 TEST_P(PageCheck, IntroMainMenuCreditsAndADialog) {

@@ -9,15 +9,12 @@
 #include "FrontEnd/QmRegistrationPage.h"
 #include "Input/VeKey.h"
 #include "MenuPageGame.h"
-#include "Network/QmNetworkManager.h"
 #include "Platform/VeFiles.h"
 #include "Support/LoopbackService.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <sys/stat.h>
-#include <thread>
 
 namespace {
 
@@ -49,28 +46,10 @@ protected:
         }
     }
 
-    // Frames of the page with the client polled after each, as the game runs them, until no
-    // request is out; then one more for the page to read the answer. The driven clock stands
-    // still meanwhile: the threads of the connection layer run in real time, however slowly.
+    // The page's frames until no request is out, then one more for the page to read the answer.
     template <typename Page> void Settle(Page& page) {
-        for (int i = 0; i < 600 && (i < 2 || app->network->IsWaiting()); ++i) {
-            Run(page);
-            now -= 17;
-            app->network->Update();
-            std::this_thread::sleep_for(std::chrono::milliseconds(17));
-        }
+        EXPECT_TRUE(Settled(page));
         Run(page);
-    }
-
-    // The page shows the language line.
-    template <typename Page> bool Shows(const Page& page, int line) {
-        const std::string text = coordinator->Language().GetLine(line);
-        for (const QmTextBox& box : page.TextBoxes()) {
-            if (box.text == text) {
-                return true;
-            }
-        }
-        return false;
     }
 
     // Name, password and e-mail typed on a fresh registration page, then Return in the e-mail
@@ -111,7 +90,7 @@ TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
         Fill(page, "ann");
         EXPECT_FALSE(app->network->IsWaiting()) << "Register is disabled without the box";
         Presses(page, {VeKey::Space, VeKey::Down, VeKey::Return}); // Register
-        EXPECT_TRUE(Shows(page, 155)) << "the waiting line";
+        EXPECT_TRUE(Shows(page.TextBoxes(), 155)) << "the waiting line";
         Settle(page);
         EXPECT_TRUE(app->network->IsLoggedIn());
         EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kSharedMaps);
@@ -122,26 +101,23 @@ TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
     Presses(again, {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Space, VeKey::Up, VeKey::Up, VeKey::Up});
     Fill(again, "ann"); // Return in the e-mail field registers now
     Settle(again);
-    EXPECT_TRUE(Shows(again, 147)) << "the name is taken";
+    EXPECT_TRUE(Shows(again.TextBoxes(), 147)) << "the name is taken";
     EXPECT_FALSE(app->network->IsLoggedIn());
     app->network->SetService("http://203.0.113.7:8080");
     Keys(again, {VeKey::Return});
     Settle(again);
-    EXPECT_TRUE(Shows(again, 209)) << "no password in clear text to a public address";
+    EXPECT_TRUE(Shows(again.TextBoxes(), 209)) << "no password in clear text to a public address";
 }
 
 TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {
-    app->network->Register("bea", "secret1", "bea@example.org");
-    for (int i = 0; i < 600 && app->network->IsWaiting(); ++i) {
-        app->network->Update();
-        std::this_thread::sleep_for(std::chrono::milliseconds(17));
-    }
-    app->network->Logout();
     coordinator->SetMenuPage(QmMenuPages::kLogin);
     QmLoginPage page;
+    app->network->Register("bea", "secret1", "bea@example.org");
+    Settle(page);
+    app->network->Logout();
 
     LogIn(page, "bea", "wrong", true);
-    EXPECT_TRUE(Shows(page, 152)) << "wrong name or password, in red";
+    EXPECT_TRUE(Shows(page.TextBoxes(), 152)) << "wrong name or password, in red";
     EXPECT_EQ(coordinator->CurrentMenuPage(), QmMenuPages::kLogin);
 
     LogIn(page, "bea", "secret1", true);
@@ -165,10 +141,10 @@ TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {
     coordinator->SetMenuPage(QmMenuPages::kLogin);
     app->network->SetService("http://127.0.0.1:" + std::to_string(LoopbackService::FreePort()));
     LogIn(page, "bea", "secret1", false);
-    EXPECT_TRUE(Shows(page, 165)) << "nobody answers";
+    EXPECT_TRUE(Shows(page.TextBoxes(), 165)) << "nobody answers";
     app->network->SetService("http://203.0.113.7:8080");
     LogIn(page, "bea", "secret1", false);
-    EXPECT_TRUE(Shows(page, 209)) << "no password in clear text to a public address";
+    EXPECT_TRUE(Shows(page.TextBoxes(), 209)) << "no password in clear text to a public address";
     EXPECT_FALSE(app->network->IsLoggedIn());
 }
 
@@ -182,18 +158,9 @@ TEST_F(AccountPagesTest, YesOnTheUpdateNoticeFetchesThePackageAndSaysWhereItIs) 
     QmMenuPages& menu = coordinator->FrontEnd().MenuPages();
     menu.SetPage(QmMenuPages::kMainMenu);
     QmNoticeDialog& dialog = coordinator->FrontEnd().Dialog();
-    for (int i = 0; i < 600 && !dialog.Visible(); ++i) {
-        Run(menu);
-        now -= 17;
-        app->network->Update();
-        std::this_thread::sleep_for(std::chrono::milliseconds(17));
-    }
-    ASSERT_TRUE(dialog.Visible()) << "the version check announces the update";
+    ASSERT_TRUE(Until(menu, [&] { return dialog.Visible(); })) << "the version check announces the update";
     Keys(menu, {VeKey::Return}); // Yes
-    for (int i = 0; i < 600 && menu.UpdateDownloading(); ++i) {
-        Run(menu);
-        std::this_thread::sleep_for(std::chrono::milliseconds(17));
-    }
+    ASSERT_TRUE(Until(menu, [&] { return !menu.UpdateDownloading(); }));
     Run(menu);
     ASSERT_TRUE(dialog.Visible());
     EXPECT_NE(dialog.Body().text.find(GetGameFolder() + "/quillmaze-update.tar.gz"), std::string::npos);

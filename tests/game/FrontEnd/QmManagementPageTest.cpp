@@ -19,14 +19,7 @@ protected:
         }
     }
 
-    bool Asking(const QmManagementPage& page) const {
-        for (const QmTextBox& box : page.TextBoxes()) {
-            if (box.text == coordinator->GetLine(131)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    bool Asking(const QmManagementPage& page) { return Shows(page.TextBoxes(), 131); }
 
     ArEnvironmentManager& World() { return *coordinator->environment; }
 };

@@ -11,15 +11,12 @@
 #include "Input/VeKey.h"
 #include "MenuPageGame.h"
 #include "Network/QmDownloadsTour.h"
-#include "Network/QmNetworkManager.h"
 #include "Platform/VeFiles.h"
 #include "Support/LoopbackService.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
-#include <thread>
 
 namespace {
 
@@ -36,33 +33,13 @@ protected:
     QmSharedMapsPage& page() { return menu().SharedMapsPage(); }
     QmNoticeDialog& dialog() { return coordinator->FrontEnd().Dialog(); }
 
-    // Menu frames (with the service's answers) until done() or about twenty seconds.
-    bool Until(const std::function<bool()>& done) {
-        for (int frame = 0; frame < 4000; ++frame) {
-            Run(menu());
-            net().Update();
-            if (done()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        return false;
-    }
-    bool Settled() {
-        return Until([this] { return !net().IsWaiting(); });
-    }
+    bool Until(const std::function<bool()>& done) { return MenuPageGame::Until(menu(), done); }
+    bool Settled() { return MenuPageGame::Settled(menu()); }
     void Press(int key) {
         Keys(menu(), {key});
         net().Update();
     }
-    bool Shows(int line) {
-        for (const QmTextBox& box : page().TextBoxes()) {
-            if (box.text == coordinator->GetLine(line)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    bool Shows(int line) { return MenuPageGame::Shows(page().TextBoxes(), line); }
     // Logged in as name on the players' list, then through the buttons below it to the player's own
     // maps, and the play page's map offered for slot 2: the page asks before it uploads, and Yes.
     void UploadPlayPageMap(const std::string& name) {

@@ -13,6 +13,15 @@ int Index(int x, int y) {
     return x * 20 + y;
 }
 
+// Passability of row y from x = -1 to x = 20: '#' a wall, '.' open.
+std::string PassableRow(const QmCoreEnvironmentManager& world, int y, bool gatesClosed = false) {
+    std::string row;
+    for (int x = -1; x <= 20; ++x) {
+        row += world.IsPassable(x, y, gatesClosed) ? '.' : '#';
+    }
+    return row;
+}
+
 // Counts what goes through the virtual operations, as the client's cell cache would see it.
 class CountingWorld : public QmCoreEnvironmentManager {
 public:
@@ -39,32 +48,22 @@ public:
 TEST(QmCoreEnvironmentManagerRecordTest, PassabilityFollowsBlocksGatesAndTheOuterRing) {
     QmCoreEnvironmentManager world;
     world.SetBlockSize(64);
-    world.SetBlock(0, 0, 1);
-    world.SetBlock(1, 0, 149);
-    world.SetBlock(2, 0, 150);
-    world.SetBlock(3, 0, Block::RedGate);
-    world.SetBlock(4, 0, 9999);
-    world.SetBlock(5, 0, -4);
-    world.SetBlock(12, 0, 0); // outside the 10 x 10 playing area
-    EXPECT_FALSE(world.IsPassable(0, 0, false));
-    EXPECT_FALSE(world.IsPassable(1, 0, false));
-    EXPECT_TRUE(world.IsPassable(2, 0, false));
-    EXPECT_TRUE(world.IsPassable(4, 0, false));
-    EXPECT_TRUE(world.IsPassable(5, 0, false));
-    EXPECT_TRUE(world.IsPassable(9, 9, false));
-    EXPECT_FALSE(world.IsPassable(10, 0, false)) << "x = mapSize is a wall";
-    EXPECT_FALSE(world.IsPassable(0, -1, false)) << "y = -1 is a wall";
-    EXPECT_FALSE(world.IsPassable(12, 0, false));
-
-    EXPECT_FALSE(world.IsPassable(3, 0, false)) << "gates closed";
+    // Row 0 from x = 0: a block, the last default block, a decoration, a gate, ids out of range.
+    const BlockId row0[] = {1, 149, 150, Block::RedGate, 9999, -4};
+    for (int x = 0; x < 6; ++x) {
+        world.SetBlock(x, 0, row0[x]);
+    }
+    // From x = -1 to 20: the ring around the 10 x 10 playing area is a wall.
+    EXPECT_EQ(PassableRow(world, 0), "###.#......###########") << "gates closed";
+    EXPECT_EQ(PassableRow(world, -1), std::string(22, '#'));
+    EXPECT_EQ(PassableRow(world, 9), "#..........###########");
     world.gatesOpen = true;
-    EXPECT_TRUE(world.IsPassable(3, 0, false));
-    EXPECT_FALSE(world.IsPassable(3, 0, true)) << "asked with gatesClosed";
+    EXPECT_EQ(PassableRow(world, 0), "###........###########");
+    EXPECT_EQ(PassableRow(world, 0, true), "###.#......###########") << "asked with gatesClosed";
 
     world.SetBlockSize(32);
     EXPECT_EQ(world.mapSize, 20);
-    EXPECT_TRUE(world.IsPassable(12, 0, false));
-    EXPECT_FALSE(world.IsPassable(20, 0, false));
+    EXPECT_EQ(PassableRow(world, 0), "###..................#");
 }
 
 TEST(QmCoreEnvironmentManagerRecordTest, FillRemoveStartSpawnsAndGatesWorkOnThePlayingArea) {
@@ -108,17 +107,12 @@ TEST(QmCoreEnvironmentManagerRecordTest, ReportErrorStopsAtAnAssertionNamingTheS
     QmCoreEnvironmentManager world;
     LogCapture log;
     MessageBoxCapture capture;
-    bool halted = false;
-    try {
-        world.ReportError("Something broke");
-    } catch (const HaltIntercepted& halt) {
-        halted = true;
-        EXPECT_NE(halt.text.find("Assertion failed in game/Source/Environment/CoreEnvironmentManager/"
-                                 "QmCoreEnvironmentManager.cpp, line "),
-                  std::string::npos)
-            << halt.text;
-    }
-    EXPECT_TRUE(halted);
+    EXPECT_THROW(world.ReportError("Something broke"), HaltIntercepted);
+    ASSERT_EQ(capture.boxes.size(), 1u);
+    EXPECT_EQ(capture.boxes[0].text.find("Assertion failed in game/Source/Environment/CoreEnvironmentManager/"
+                                         "QmCoreEnvironmentManager.cpp, line "),
+              0u)
+        << capture.boxes[0].text;
     EXPECT_EQ(log.all, "Something broke\n");
 }
 
@@ -146,11 +140,7 @@ TEST_F(WorldTest, SavedMapLoadsBackWithEveryCellAndANewUidEachSave) {
     world.ClearMap();
     world.LoadLevel(0, false);
     EXPECT_EQ(world.blocks, saved);
-    EXPECT_EQ(world.mapName, "Forest Run");
-    EXPECT_TRUE(world.locked);
-    EXPECT_TRUE(world.editable);
-    EXPECT_EQ(world.mapTourUid, "uidForest");
-    EXPECT_FLOAT_EQ(world.startX, 1);
+    EXPECT_EQ(MapState(world), "Forest Run: 10 x 10 of 64, locked, editable, tour uidForest, start 1,1");
 
     // The file lines are those of the format, enciphered after the marker.
     Lines raw;
@@ -163,8 +153,7 @@ TEST_F(WorldTest, SavedMapLoadsBackWithEveryCellAndANewUidEachSave) {
     world.SetBlockSize(32);
     world.SaveMap(false);
     world.LoadLevel(0, false);
-    EXPECT_EQ(world.blockSize, 32);
-    EXPECT_EQ(world.mapSize, 20);
+    EXPECT_EQ(MapState(world), "Forest Run: 20 x 20 of 32, locked, editable, tour uidForest, start 1,1");
     EXPECT_EQ(world.GetBlock(14, 3), 160);
 }
 
@@ -178,56 +167,43 @@ TEST_F(WorldTest, LoadingResetsTheRecordAndReadsHandWrittenFiles) {
     world.SetBlockSize(32);
     world.locked = true;
     world.LoadLevel(0, false);
-    EXPECT_EQ(world.blockSize, 64);
-    EXPECT_EQ(world.mapName, "Hand Made");
-    EXPECT_FALSE(world.locked);
+    EXPECT_EQ(MapState(world), "Hand Made: 10 x 10 of 64, editable, tour , start 1,8");
 
     world.LoadLevel(1, false);
-    EXPECT_EQ(world.mapName, "A Name Much Lon");
+    EXPECT_EQ(MapState(world), "A Name Much Lon: 10 x 10 of 64, locked, tour , start 0,0");
     EXPECT_EQ(world.GetMapField('n'), "A Name Much Longer Than Fifteen") << "the file keeps the long name";
-    EXPECT_TRUE(world.locked);
-    EXPECT_FALSE(world.editable);
     world.SaveMap(false);
     EXPECT_EQ(world.GetMapField('n'), "A Name Much Lon") << "until it is saved again";
 
     world.startX = 3;
     world.LoadLevel(2, false);
-    EXPECT_EQ(world.mapName, "Level") << "a missing file gives the cleared map with the default name";
+    // A missing file gives the cleared map with the default name; without Start the start stays.
+    EXPECT_EQ(MapState(world), "Level: 10 x 10 of 64, editable, tour , start 3,0");
     EXPECT_TRUE(world.AllBlocksAre(0));
-    EXPECT_EQ(world.mapSize, 10);
-    EXPECT_FLOAT_EQ(world.startX, 3) << "a map without Start leaves the start where it was";
 }
 
-TEST_F(WorldTest, LoadingPastTheEndAddsANewMap) {
+TEST_F(WorldTest, LoadingPastTheEndAddsANewMapAndLoadsGoThroughTheVirtualOperations) {
     AddTour("Forest", "Forest", {"Level.map"});
     world.LoadLevel(1, false);
-    EXPECT_EQ(world.tourLevels[0], (Lines{"Level.map", "Level_2.map"}));
+    EXPECT_EQ(Maps(world, 0), "Level.map,Level_2.map");
     EXPECT_EQ(world.levelIndex, 1);
     EXPECT_EQ(world.mapName, "Level");
     EXPECT_TRUE(FileExists(Game("Maps/Forest/Level_2.map")));
     EXPECT_TRUE(world.AllBlocksAre(0));
 
-    QmCoreEnvironmentManager bare; // the base SaveMap stores nothing
-    bare.tours = world.tours;
-    bare.tourFolders = world.tourFolders;
-    bare.tourLevels = world.tourLevels;
-    bare.LoadLevel(5, false);
-    EXPECT_EQ(bare.tourLevels[0].size(), 2u);
-    EXPECT_EQ(bare.mapName, "Level");
-}
-
-TEST_F(WorldTest, LoadingGoesThroughTheVirtualOperations) {
-    AddTour("Forest", "Forest", {});
+    // The base SaveMap stores nothing; every load clears the map and sets its size, 64 pixels first.
     WritePlain("Maps/Forest/Big.map", {"i32", "nBig"});
     CountingWorld counting;
     counting.tours = world.tours;
     counting.tourFolders = world.tourFolders;
     counting.tourLevels = {{"Big.map"}};
     counting.LoadLevel(0, false);
-    EXPECT_EQ(counting.clears, 1);
-    EXPECT_EQ(counting.sizes, (std::vector<int>{32}));
     counting.LoadLevel(0, false);
-    EXPECT_EQ(counting.sizes, (std::vector<int>{32, 64, 32})) << "back to 64 pixels first";
+    EXPECT_EQ(counting.clears, 2);
+    EXPECT_EQ(counting.sizes, (std::vector<int>{32, 64, 32}));
+    counting.LoadLevel(5, false);
+    EXPECT_EQ(counting.tourLevels[0].size(), 1u);
+    EXPECT_EQ(counting.mapName, "Level");
 }
 
 TEST_F(WorldTest, RacerAndEnemiesFollowLoadsAndWritesOutsideStartUp) {
@@ -359,23 +335,22 @@ TEST_F(WorldTest, RenamingAMapMovesItsFilesAndTellsTheRace) {
 
     world.mapName = "dark woods";
     world.CommitName();
-    EXPECT_EQ(world.tourLevels[0], (Lines{"DarkWoods.map", "Other.map"}));
+    EXPECT_EQ(Maps(world, 0), "DarkWoods.map,Other.map");
     EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.map")));
     EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.dat")));
     EXPECT_EQ(ReadLines("Maps/Forest/DarkWoods.dat"), Lines{"scores"}) << "the score file moves with its map";
     EXPECT_EQ(world.GetMapField('n'), "dark woods");
     EXPECT_EQ(gameplay.renamed, 1);
-    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "DarkWoods.map,Other.map");
 
     world.mapName = "Dark  Woods"; // the same file name: only the name changes
     world.CommitName();
-    EXPECT_EQ(world.tourLevels[0][0], "DarkWoods.map");
+    EXPECT_EQ(Maps(world, 0), "DarkWoods.map,Other.map");
     EXPECT_EQ(gameplay.renamed, 1);
 
     world.mapName.clear();
     world.CommitName();
     EXPECT_EQ(world.mapName, "Level");
-    EXPECT_EQ(world.tourLevels[0][0], "Level.map");
+    EXPECT_EQ(Maps(world, 0), "Level.map,Other.map");
 }
 
 TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
@@ -387,7 +362,7 @@ TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
     EXPECT_TRUE(world.DeleteLevel(0, 0, false));
     EXPECT_FALSE(FileExists(Game("Maps/Forest/A.map")));
     EXPECT_FALSE(FileExists(Game("Maps/Forest/A.dat")));
-    EXPECT_EQ(world.tourLevels[0].size(), 3u);
+    EXPECT_EQ(Maps(world, 0), "A.map,B.map,C.map") << "the list stays unless asked";
 
     EXPECT_FALSE(world.DeleteLevel(0, 2, false));
     EXPECT_TRUE(FileExists(Game("Maps/Forest/C.dat"))) << "a missing map keeps its score file";
@@ -396,8 +371,7 @@ TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
     EXPECT_FALSE(world.DeleteLevel(-1, 0, true));
 
     EXPECT_TRUE(world.DeleteLevel(0, 1, true));
-    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "C.map"}));
-    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "A.map,C.map");
+    EXPECT_EQ(Maps(world, 0), "A.map,C.map");
 }
 
 TEST_F(WorldTest, AnInterruptedSaveLeavesTheOldMapWhole) {
@@ -417,24 +391,21 @@ TEST_F(WorldTest, AnInterruptedSaveLeavesTheOldMapWhole) {
 TEST_F(WorldTest, ANewTourGetsAUidTheDefaultNameAndAFolder) {
     SeedRand(3);
     world.NewTour();
-    ASSERT_EQ(world.tours.size(), 1u);
-    EXPECT_EQ(world.tours[0].name, "My Tour");
+    EXPECT_EQ(Tours(world), "MyTour");
     EXPECT_FALSE(world.tours[0].uid.empty());
-    EXPECT_EQ(world.tourFolders[0], "MyTour");
     EXPECT_TRUE(IsDirectory(Game("Maps/MyTour")));
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"MyTour"});
     EXPECT_EQ(ReadLines("Maps/MyTour/tour.dat"),
               (Lines{"o0", "nMy Tour", "l0", "e1", "a1", "u" + world.tours[0].uid}));
 
     world.NewTour();
-    EXPECT_EQ(world.tourFolders[1], "MyTour_2");
+    EXPECT_EQ(Tours(world), "MyTour,MyTour_2");
     EXPECT_NE(world.tours[1].uid, world.tours[0].uid);
     std::string bytes;
     ASSERT_TRUE(ReadFileBytes(Game("Maps/tours.dat"), bytes));
     EXPECT_NE(bytes.substr(bytes.size() - 2), "\r\n") << "the last tour line has no line end";
 
     world.ReadTours();
-    EXPECT_EQ(world.tourFolders, (Lines{"MyTour", "MyTour_2"}));
+    EXPECT_EQ(Tours(world), "MyTour,MyTour_2");
     world.ReadTour(1);
     EXPECT_EQ(world.tours[1].name, "My Tour");
 }
@@ -451,10 +422,9 @@ TEST_F(WorldTest, SavingATourRetagsItsMapsAndRenamesItsFolder) {
 
     world.tours[t].name = "deep forest";
     world.SaveTour(t, false);
-    EXPECT_EQ(world.tourFolders[t], "DeepForest");
+    EXPECT_EQ(Tours(world), "DeepForest");
     EXPECT_FALSE(IsDirectory(Game("Maps/Forest")));
     EXPECT_TRUE(FileExists(Game("Maps/DeepForest/A.map"))) << "the maps stay inside the renamed folder";
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), Lines{"DeepForest"});
 
     const int official = AddTour("Shipped", "", {}, true);
     EXPECT_EQ(world.tourFolders[official], "Shipped") << "an official tour without a name keeps its folder";
@@ -484,9 +454,9 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     fresh.tourIndex = 1;
     ASSERT_TRUE(fresh.ScanWorld());
     EXPECT_EQ(fresh.tourIndex, 1);
-    EXPECT_EQ(fresh.tourFolders, (Lines{"Forest", "Strict", "Gone", "Shipped"}));
-    EXPECT_EQ(fresh.tourLevels[0], (Lines{"Level.map", "SunnyHills.map"}));
-    EXPECT_EQ(fresh.tourLevels[1], Lines{"Own.map"}) << "a tour that does not collect keeps its own list";
+    EXPECT_EQ(Tours(fresh), "Forest,Strict,Gone,Shipped");
+    EXPECT_EQ(Maps(fresh, 0), "Level.map,SunnyHills.map");
+    EXPECT_EQ(Maps(fresh, 1), "Own.map") << "a tour that does not collect keeps its own list";
     EXPECT_TRUE(FileExists(Game("Maps/Forest/SunnyHills.map")));
     EXPECT_EQ(ReadLines("Maps/Forest/SunnyHills.dat"), Lines{"scores"});
     EXPECT_FALSE(FileExists(Game("Maps/Forest/Orphan.dat")));
@@ -496,8 +466,6 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     EXPECT_EQ(fresh.tours[2].name, "") << "a missing folder keeps the default record";
     EXPECT_FALSE(IsDirectory(Game("Maps/Gone")));
     EXPECT_FALSE(IsDirectory(Game("Maps/Shipped"))) << "shipped tours are not copied";
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Forest", "Strict", "Gone", "Shipped"}));
-    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "Level.map,SunnyHills.map");
 
     // A map whose file does not carry its name's form is renamed at the next scan.
     fresh.tourIndex = 0;
@@ -505,7 +473,7 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     EXPECT_EQ(fresh.tourLevels[0][1], "SunnyHillsTwo.map");
     WritePlain("Maps/Forest/Level.map", MapLines("meadow"));
     ASSERT_TRUE(fresh.ScanWorld());
-    EXPECT_EQ(fresh.tourLevels[0], (Lines{"Meadow.map", "SunnyHillsTwo.map"}));
+    EXPECT_EQ(Maps(fresh, 0), "Meadow.map,SunnyHillsTwo.map");
     EXPECT_EQ(ReadLines("Maps/Forest/Meadow.dat"), Lines{"kept"});
 }
 
@@ -515,8 +483,8 @@ TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
     WritePlain("Maps/tours.dat", {"..", "../..", "", "Forest"});
     WritePlain("Maps/Forest/tour.dat", {"nForest", "Level.map,../../Precious.txt"});
     ASSERT_TRUE(world.ScanWorld());
-    EXPECT_EQ(world.tourFolders, Lines{"Forest"});
-    EXPECT_EQ(world.tourLevels[0], Lines{"Level.map"});
+    EXPECT_EQ(Tours(world), "Forest");
+    EXPECT_EQ(Maps(world, 0), "Level.map");
 
     world.tourFolders.push_back("..");
     world.tours.emplace_back();
@@ -541,9 +509,8 @@ TEST_F(WorldTest, ToursMoveUnlessOfficialAndADeletedTourTakesItsFolder) {
     world.tourIndex = 0;
     EXPECT_FALSE(world.MoveTourUp());
     EXPECT_TRUE(world.MoveTourDown());
-    EXPECT_EQ(world.tourFolders, (Lines{"Second", "First", "Shipped"}));
-    EXPECT_EQ(world.tourLevels[1], Lines{"A.map"});
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Second", "First", "Shipped"}));
+    EXPECT_EQ(Tours(world), "Second,First,Shipped");
+    EXPECT_EQ(Maps(world, 1), "A.map");
     EXPECT_TRUE(frontEnd.notices.empty());
 
     world.tourIndex = 1;
@@ -552,31 +519,29 @@ TEST_F(WorldTest, ToursMoveUnlessOfficialAndADeletedTourTakesItsFolder) {
     world.tourIndex = 2;
     EXPECT_FALSE(world.MoveTourUp());
     EXPECT_FALSE(world.MoveTourDown());
-    EXPECT_EQ(world.tourFolders, (Lines{"Second", "First", "Shipped"}));
+    EXPECT_EQ(Tours(world), "Second,First,Shipped");
     world.tourIndex = 1;
     EXPECT_TRUE(world.MoveTourUp());
-    EXPECT_EQ(world.tourFolders, (Lines{"First", "Second", "Shipped"}));
+    EXPECT_EQ(Tours(world), "First,Second,Shipped");
 
     LogCapture log;
     world.DeleteTour(0);
     EXPECT_EQ(log.all, "Deleting Tour: 'First'\nret 0\n");
     EXPECT_FALSE(IsDirectory(Game("Maps/First")));
-    EXPECT_EQ(world.tourFolders, (Lines{"Second", "Shipped"}));
-    EXPECT_EQ(world.tourLevels[0], Lines{"B.map"});
-    EXPECT_EQ(ReadLines("Maps/tours.dat"), (Lines{"Second", "Shipped"}));
+    EXPECT_EQ(Tours(world), "Second,Shipped");
+    EXPECT_EQ(Maps(world, 0), "B.map");
 }
 
 TEST_F(WorldTest, MapsMoveWithinEditableToursOnly) {
     AddTour("Forest", "Forest", {"A.map", "B.map", "C.map", "D.map"});
     world.levelIndex = 1;
     EXPECT_TRUE(world.MoveLevelDown(false));
-    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "C.map", "B.map", "D.map"}));
+    EXPECT_EQ(Maps(world, 0), "A.map,C.map,B.map,D.map");
     EXPECT_EQ(world.levelIndex, 1) << "levelIndex stays";
     EXPECT_TRUE(world.MoveLevelDown(true));
-    EXPECT_EQ(world.tourLevels[0], (Lines{"A.map", "D.map", "B.map", "C.map"}));
+    EXPECT_EQ(Maps(world, 0), "A.map,D.map,B.map,C.map");
     EXPECT_TRUE(world.MoveLevelUp(true));
-    EXPECT_EQ(world.tourLevels[0], (Lines{"D.map", "A.map", "B.map", "C.map"}));
-    EXPECT_EQ(ReadLines("Maps/Forest/tour.dat").back(), "D.map,A.map,B.map,C.map");
+    EXPECT_EQ(Maps(world, 0), "D.map,A.map,B.map,C.map");
     world.levelIndex = 0;
     EXPECT_FALSE(world.MoveLevelUp(false));
     world.levelIndex = 3;
@@ -587,7 +552,7 @@ TEST_F(WorldTest, MapsMoveWithinEditableToursOnly) {
     EXPECT_FALSE(world.MoveLevelDown(false));
     EXPECT_FALSE(world.MoveLevelUp(false));
     EXPECT_EQ(frontEnd.notices, (Lines{"L120|L129", "L120|L129"}));
-    EXPECT_EQ(world.tourLevels[0], (Lines{"D.map", "A.map", "B.map", "C.map"}));
+    EXPECT_EQ(Maps(world, 0), "D.map,A.map,B.map,C.map");
 }
 
 TEST_F(WorldTest, FinishingAMapUnlocksTheNextMapOrTheNextTourOnce) {
@@ -636,10 +601,7 @@ TEST_F(WorldTest, StartingUpLoadsTheFirstMapOfTheFirstTour) {
     fresh.InitWorld();
     EXPECT_FALSE(fresh.startingUp);
     EXPECT_EQ(fresh.tourIndex, 0);
-    EXPECT_EQ(fresh.mapName, "Opening");
-    EXPECT_EQ(fresh.blockSize, 64);
-    EXPECT_FALSE(fresh.gatesOpen);
-    EXPECT_FLOAT_EQ(fresh.startX, 2);
+    EXPECT_EQ(MapState(fresh), "Opening: 10 x 10 of 64, editable, tour uidForest, start 2,3");
     EXPECT_TRUE(gameplay.placed.empty()) << "no racer is placed while starting up";
     EXPECT_EQ(gameplay.ready, 0);
 }

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,38 @@ protected:
             lines.push_back(column);
         }
         return lines;
+    }
+
+    // The loaded map's record in one line.
+    static std::string MapState(const QmCoreEnvironmentManager& w) {
+        std::ostringstream out;
+        out << w.mapName << ": " << w.mapSize << " x " << w.mapSize << " of " << w.blockSize
+            << (w.locked ? ", locked" : "") << (w.editable ? ", editable" : "") << ", tour " << w.mapTourUid
+            << ", start " << w.startX << "," << w.startY << (w.gatesOpen ? ", gates open" : "");
+        return out.str();
+    }
+
+    // The tour folders as listed, then as tours.dat lists them when the two differ.
+    std::string Tours(const QmCoreEnvironmentManager& w) const {
+        return Both(Join(w.tourFolders), Join(ReadLines("Maps/tours.dat")));
+    }
+
+    // A tour's maps as listed, then as its tour.dat lists them when the two differ.
+    std::string Maps(const QmCoreEnvironmentManager& w, int t) const {
+        const Lines file = ReadLines("Maps/" + w.tourFolders[t] + "/tour.dat");
+        return Both(Join(w.tourLevels[t]), file.empty() ? "" : file.back());
+    }
+
+    static std::string Both(const std::string& listed, const std::string& written) {
+        return written == listed ? listed : listed + " (on disk " + written + ")";
+    }
+
+    static std::string Join(const Lines& lines) {
+        std::string joined;
+        for (const std::string& line : lines) {
+            joined += (joined.empty() ? "" : ",") + line;
+        }
+        return joined;
     }
 
     // A tour on disk and in the lists, as the scan would leave it.

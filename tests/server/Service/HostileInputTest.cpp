@@ -40,10 +40,9 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
     EXPECT_EQ(server.Upload({user.id, other.session}, 2, map, ""), "POSTMAP0") << "another user's session";
     // A name full of path and markup: the stored name stays one safe file name.
     EXPECT_EQ(server.Upload(user, 2, ServerHarness::MapFile("../../etc/x", "7"), ""), "POSTMAP1");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2");
     EXPECT_EQ(server.Upload(user, 3, ServerHarness::MapFile("a:b,c?d", "8"), ""), "POSTMAP1");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
-              "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
 
     std::string good = ServerHarness::Multipart(
         {{"qcode", "postmap"}, {"mapno", "3"}, {"s", user.session}, {"user_id", user.id}},
@@ -53,8 +52,7 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
     std::string broken = good;
     broken.replace(broken.find("multipart/form-data; boundary="), 30, "multipart/form-data; boundary=zz");
     EXPECT_NE(server.Raw(broken).find(" 400 "), std::string::npos);
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
-              "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
 }
 
 TEST(HostileInput, TraversalQuotesAndBadSessions) {
@@ -85,10 +83,7 @@ TEST(HostileInput, TraversalQuotesAndBadSessions) {
     EXPECT_EQ(server.Form("qcode=login&username=" + quoted + "&password=pw&build=106").substr(0, 6),
               "LOGIN1");
 
-    std::string now = std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(
-                                         std::chrono::system_clock::now().time_since_epoch())
-                                         .count() +
-                                     100000);
+    std::string now = std::to_string(ServerHarness::Now() + 100000);
     std::string tail = "&mapno=1&prevtimems=" + now + "&timems=" + now + "&s=";
     EXPECT_EQ(server.Form("qcode=deletemap&user_id=" + user.id + tail + std::string(32, 'a')), "DELETEMAP0");
     EXPECT_EQ(server.Form("qcode=deletemap&user_id=" + user.id + tail + user.session + "' OR '1'='1"),
@@ -96,7 +91,7 @@ TEST(HostileInput, TraversalQuotesAndBadSessions) {
     EXPECT_EQ(server.Form("qcode=swapmaps&user_id=1 OR 1=1&mapno=1&map2offset=1&prevtimems=1&timems=1&s=" +
                           user.session),
               "SWAPMAPSNEXT0");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1A.map:1");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1A.map:1");
 
     SrvConfig shortLived;
     shortLived.sessionLifetimeMs = 200;

@@ -58,6 +58,13 @@ public:
     const std::string& Database() const { return database; }
     const std::filesystem::path& Folder() const { return folder; }
 
+    // The wall clock in milliseconds, as the game sends its times.
+    static int64_t Now() {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+                   std::chrono::system_clock::now().time_since_epoch())
+            .count();
+    }
+
     // A name no other test or run has used (the PostgreSQL database outlives one run).
     static std::string Unique() {
         static std::mt19937_64 random(std::random_device{}());
@@ -128,6 +135,9 @@ public:
                std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body;
     }
     std::string Form(const std::string& body) const { return Message(Raw(FormRequest(body))); }
+
+    // The player's shared maps as the service lists them.
+    std::string Maps(const std::string& uid) const { return Form("qcode=requestmaps&uid=" + uid); }
 
     std::string Get(const std::string& path) const {
         return Raw("GET " + path + " HTTP/1.1\r\nHost: test\r\nConnection: close\r\n\r\n");

@@ -9,12 +9,6 @@
 #include <thread>
 
 namespace {
-int64_t Now() {
-    return std::chrono::duration_cast<std::chrono::milliseconds>(
-               std::chrono::system_clock::now().time_since_epoch())
-        .count();
-}
-
 std::string Number(const std::string& text) {
     return text.substr(0, text.find_first_not_of("-0123456789"));
 }
@@ -90,8 +84,7 @@ TEST(WireContract, UploadListAndDownload) {
     EXPECT_EQ(server.Upload(user, 3, map, scores), "POSTMAP1");
     std::string second = ServerHarness::MapFile("My Cool Map", "99");
     EXPECT_EQ(server.Upload(user, 1, second, ""), "POSTMAP1");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
-              "REQUESTMAPS1MyCoolMap_2.map:1,MyCoolMap.map:3");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1MyCoolMap_2.map:1,MyCoolMap.map:3");
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.map")), map);
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap.dat")), scores);
     EXPECT_EQ(ServerHarness::Body(server.Get("/uploads/" + user.id + "/MyCoolMap_2.dat")), "");
@@ -99,7 +92,7 @@ TEST(WireContract, UploadListAndDownload) {
 
     // A new upload to a taken slot replaces that map (and what was downloaded of it is gone).
     EXPECT_EQ(server.Upload(user, 1, ServerHarness::MapFile("Other", "5"), ""), "POSTMAP1");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Other.map:1,MyCoolMap.map:3");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Other.map:1,MyCoolMap.map:3");
     EXPECT_NE(server.Get("/uploads/" + user.id + "/MyCoolMap_2.map").find(" 404 "), std::string::npos);
 
     // The list made before the uploads is not answered again; changes by another process (the admin
@@ -114,14 +107,14 @@ TEST(WireContract, UploadListAndDownload) {
         }
         return false;
     };
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=999999999"), "REQUESTMAPS1");
+    EXPECT_EQ(server.Maps("999999999"), "REQUESTMAPS1");
     EXPECT_EQ(SrvAdmin::Run(server.Database(), {"remove-map", name, "3"}), 0);
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1Other.map:1");
+    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Other.map:1");
     EXPECT_TRUE(listedSoon(user.id + "," + name + ",1,1", true));
     EXPECT_EQ(SrvAdmin::Run(server.Database(), {"remove-user", name}), 0);
     EXPECT_TRUE(listedSoon("," + name + ",", false)) << "removed users leave the list";
     EXPECT_EQ(server.Form("qcode=login&username=" + name + "&password=pw&build=106"), "LOGIN0");
-    EXPECT_EQ(server.Form("qcode=requestmaps&uid=x"), "REQUESTMAPS0");
+    EXPECT_EQ(server.Maps("x"), "REQUESTMAPS0");
 }
 
 // Delete and move answer in the game's own clock, so a game whose clock is far from the service's
@@ -134,29 +127,28 @@ TEST(WireContract, DeleteAndMoveWithStaleListsAndSkewedClocks) {
             ASSERT_EQ(server.Upload(user, slot, ServerHarness::MapFile("m" + std::to_string(slot), "1"), ""),
                       "POSTMAP1");
         }
-        auto game = [&] { return std::to_string(Now() + skew); };
+        auto game = [&] { return std::to_string(ServerHarness::Now() + skew); };
         // A change as the game asks for it: the game's time when its list arrived, and now.
         auto change = [&](const std::string& what, const std::string& fields, const std::string& listTime) {
             return server.Form("qcode=" + what + "&user_id=" + user.id + fields + "&prevtimems=" + listTime +
                                "&timems=" + game() + "&s=" + user.session);
         };
         std::string seen = game();
-        server.Form("qcode=requestmaps&uid=" + user.id);
+        server.Maps(user.id);
         std::string moved = change("swapmaps", "&mapno=1&map2offset=L", seen);
         ASSERT_EQ(moved.rfind("SWAPMAPSLAST1", 0), 0u) << moved << " skew " << skew;
         seen = moved.substr(13);
-        EXPECT_NEAR(std::stoll(seen), Now() + skew, 5000);
-        EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id),
-                  "REQUESTMAPS1M4.map:1,M2.map:2,M3.map:3,M1.map:4");
+        EXPECT_NEAR(std::stoll(seen), ServerHarness::Now() + skew, 5000);
+        EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1M4.map:1,M2.map:2,M3.map:3,M1.map:4");
         moved = change("swapmaps", "&mapno=2&map2offset=-1", seen);
         ASSERT_EQ(moved.rfind("SWAPMAPSPREV1", 0), 0u) << moved;
         std::string deleted = change("deletemap", "&mapno=3", moved.substr(13));
         ASSERT_EQ(deleted.rfind("DELETEMAP1", 0), 0u) << deleted;
-        EXPECT_EQ(server.Form("qcode=requestmaps&uid=" + user.id), "REQUESTMAPS1M2.map:1,M4.map:2,M1.map:4");
+        EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1M2.map:1,M4.map:2,M1.map:4");
 
         // Another machine of the same player changes the list: the old view is stale ...
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        std::string old = std::to_string(Now() + skew - 10000);
+        std::string old = std::to_string(ServerHarness::Now() + skew - 10000);
         EXPECT_EQ(change("deletemap", "&mapno=1", old), "DELETEMAPR");
         EXPECT_EQ(change("swapmaps", "&mapno=1&map2offset=F", old), "SWAPMAPSFRSTR");
         // ... and one refresh (the game's time at the new list) is enough to go on.

@@ -1,6 +1,7 @@
 #include "Form/VeButton.h"
 
 #include "engine/Form/FormTestKit.h"
+#include "engine/Screen/PixelProbe.h"
 
 #include "Screen/Surface/VeSurface.h"
 #include "Screen/Text/VeTextStyle.h"
@@ -26,24 +27,22 @@ protected:
         button->Draw(target, true, false);
         return target;
     }
-    static uint32_t At(const VeSurface& target, int32_t px, int32_t py) {
-        return target.GetXY(px, py) & 0xFFFFFF;
-    }
     // Pixels of the colour inside the label's box ("OK" is 11 x 5 at size 1, centred at
     // 10 + 30 - 5 = 35, 5 + 10 - 2 = 13); -1 when any lies outside it.
     static int LabelPixels(const VeSurface& target, uint32_t colour) {
-        int count = 0;
-        for (int32_t py = 0; py < target.height; ++py) {
-            for (int32_t px = 0; px < target.width; ++px) {
-                if (At(target, px, py) == colour) {
-                    if (px < 35 || px >= 46 || py < 13 || py >= 18) {
-                        return -1;
-                    }
-                    ++count;
-                }
-            }
-        }
-        return count;
+        const int inside = CountColour(target, colour, 35, 13, 46, 18);
+        return inside == CountColour(target, colour) ? inside : -1;
+    }
+    // One frame with the mouse at (x, y), the left button down or up: whether it counted as a click.
+    bool ClickFrame(int mouseX, int mouseY, bool down) {
+        rig.MoveMouse(mouseX, mouseY);
+        rig.devices.buttons = down ? 1 : 0;
+        rig.input->Update();
+        const bool over = button->MouseOver(*rig.input);
+        button->Update(*rig.input, over);
+        const bool clicked = button->Clicked(*rig.input, over);
+        rig.input->ClearPressed();
+        return clicked;
     }
 
     FormRig rig;
@@ -57,18 +56,17 @@ protected:
 TEST_F(VeButtonTest, DrawsFillBorderRingsAndACentredLabelOnWholePixels) {
     const VeSurface target = Drawn();
     // Three rings of the border colour, then the fill (both 0xCCCCCC by default).
-    EXPECT_EQ(At(target, 10, 5), 0xCCCCCCu);
-    EXPECT_EQ(At(target, 69, 24), 0xCCCCCCu);
-    EXPECT_EQ(At(target, 9, 5), kBackdrop);
-    EXPECT_EQ(At(target, 70, 24), kBackdrop);
-    EXPECT_EQ(At(target, 10, 25), kBackdrop);
+    EXPECT_EQ(Mismatches(target, {{10, 5, 0xCCCCCC},
+                                  {69, 24, 0xCCCCCC},
+                                  {9, 5, kBackdrop},
+                                  {70, 24, kBackdrop},
+                                  {10, 25, kBackdrop}}),
+              "");
     EXPECT_GT(LabelPixels(target, 0x00FF00), 10);
 
     style.borderColour = 0x000000;
     button->SetStyle(&style);
-    const VeSurface ringed = Drawn();
-    EXPECT_EQ(At(ringed, 12, 7), 0x000000u);
-    EXPECT_EQ(At(ringed, 13, 8), 0xCCCCCCu);
+    EXPECT_EQ(Mismatches(Drawn(), {{12, 7, 0x000000}, {13, 8, 0xCCCCCC}}), "");
 
     button->look.showLabel = false;
     EXPECT_EQ(LabelPixels(Drawn(), 0x00FF00), 0);
@@ -88,16 +86,14 @@ TEST_F(VeButtonTest, TheFocusedButtonShowsTheHoverLook) {
     button->SetStyle(&style);
     button->selected = true;
     VeSurface focused = Drawn();
-    EXPECT_EQ(At(focused, 10, 5), 0x0000FFu);
-    EXPECT_EQ(At(focused, 11, 6), 0x0000FFu);
-    EXPECT_EQ(At(focused, 12, 7), 0xCCCCCCu);
+    EXPECT_EQ(Mismatches(focused, {{10, 5, 0x0000FF}, {11, 6, 0x0000FF}, {12, 7, 0xCCCCCC}}), "");
     EXPECT_GT(LabelPixels(focused, 0xFFFF00), 10);
     EXPECT_EQ(LabelPixels(focused, 0x00FF00), 0);
 
     // Losing the focus gives the label its own colour back.
     button->selected = false;
     VeSurface plain = Drawn();
-    EXPECT_EQ(At(plain, 10, 5), 0xCCCCCCu);
+    EXPECT_EQ(ColourAt(plain, 10, 5), 0xCCCCCCu);
     EXPECT_EQ(LabelPixels(plain, 0xFFFF00), 0);
     EXPECT_GT(LabelPixels(plain, 0x00FF00), 10);
 
@@ -106,8 +102,7 @@ TEST_F(VeButtonTest, TheFocusedButtonShowsTheHoverLook) {
     button->look.hoverFillColour = 0x880000;
     button->selected = true;
     VeSurface filled = Drawn();
-    EXPECT_EQ(At(filled, 10, 5), 0x880000u);
-    EXPECT_EQ(At(filled, 20, 15), 0x880000u);
+    EXPECT_EQ(Mismatches(filled, {{10, 5, 0x880000}, {20, 15, 0x880000}}), "");
     EXPECT_GT(LabelPixels(filled, 0xFFFF00), 10);
 }
 
@@ -125,13 +120,10 @@ TEST_F(VeButtonTest, ImagesReplaceTheFillsAndKeepTheirTransparentKey) {
     button->SetStyle(&style);
     button->look.showLabel = false;
 
-    VeSurface plain = Drawn();
-    EXPECT_EQ(At(plain, 20, 15), 0x00AA00u);
-    EXPECT_EQ(At(plain, 10, 5), kBackdrop) << "the key shows what is beneath";
+    // The key shows what is beneath; the hover image is drawn over the normal one.
+    EXPECT_EQ(Mismatches(Drawn(), {{20, 15, 0x00AA00}, {10, 5, kBackdrop}}), "");
     button->selected = true;
-    VeSurface focused = Drawn();
-    EXPECT_EQ(At(focused, 35, 15), 0xAA00AAu);
-    EXPECT_EQ(At(focused, 20, 15), 0x00AA00u);
+    EXPECT_EQ(Mismatches(Drawn(), {{35, 15, 0xAA00AA}, {20, 15, 0x00AA00}}), "");
 }
 
 TEST_F(VeButtonTest, ADisabledButtonIsDarkenedAndAnswersNoPress) {
@@ -140,8 +132,8 @@ TEST_F(VeButtonTest, ADisabledButtonIsDarkenedAndAnswersNoPress) {
     button->enabled = false;
     button->selected = true;
     const VeSurface target = Drawn();
-    EXPECT_EQ(At(target, 20, 10), 0x606060u) << "the disabled fill at half brightness";
-    EXPECT_EQ(At(target, 75, 30), kBackdrop);
+    EXPECT_EQ(Mismatches(target, {{20, 10, 0x606060}, {75, 30, kBackdrop}}), "")
+        << "the disabled fill at half brightness";
     EXPECT_GT(LabelPixels(target, 0x404040), 10) << "the label in the disabled colour";
 
     rig.MoveMouse(30, 10);
@@ -162,26 +154,18 @@ TEST_F(VeButtonTest, ADisabledButtonIsDarkenedAndAnswersNoPress) {
     EXPECT_GT(LabelPixels(Drawn(), 0x00FF00), 10);
 }
 
-TEST_F(VeButtonTest, ClicksCountOnlyOverTheButtonInTheirFirstFrame) {
-    auto frame = [&](int mouseX, int mouseY, bool down) {
-        rig.MoveMouse(mouseX, mouseY);
-        rig.devices.buttons = down ? 1 : 0;
-        rig.input->Update();
-        const bool over = button->MouseOver(*rig.input);
-        button->Update(*rig.input, over);
-        const bool clicked = button->Clicked(*rig.input, over);
-        rig.input->ClearPressed();
-        return clicked;
-    };
-    EXPECT_FALSE(frame(5, 5, true)) << "outside";
-    EXPECT_FALSE(frame(30, 10, true)) << "the button was already down when it came over";
-    EXPECT_FALSE(frame(30, 10, false));
-    EXPECT_TRUE(frame(30, 10, true));
-    EXPECT_FALSE(frame(30, 10, true)) << "held";
-    EXPECT_FALSE(frame(30, 10, false));
-    EXPECT_TRUE(frame(70, 25, true)) << "the far corner is inside";
-    EXPECT_FALSE(frame(71, 25, false));
-    EXPECT_FALSE(frame(71, 25, true));
+TEST_F(VeButtonTest, ClicksCountOnlyOverTheButtonInTheirFirstFrameWhereTheHandShows) {
+    EXPECT_FALSE(ClickFrame(5, 5, true)) << "outside";
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
+    EXPECT_FALSE(ClickFrame(30, 10, true)) << "the button was already down when it came over";
+    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand) << "the mouse over the button shows the hand";
+    EXPECT_FALSE(ClickFrame(30, 10, false));
+    EXPECT_TRUE(ClickFrame(30, 10, true));
+    EXPECT_FALSE(ClickFrame(30, 10, true)) << "held";
+    EXPECT_FALSE(ClickFrame(30, 10, false));
+    EXPECT_TRUE(ClickFrame(70, 25, true)) << "the far corner is inside";
+    EXPECT_FALSE(ClickFrame(71, 25, false));
+    EXPECT_FALSE(ClickFrame(71, 25, true));
 }
 
 TEST_F(VeButtonTest, ConfirmKeysPressTheFocusedButton) {
@@ -201,13 +185,4 @@ TEST_F(VeButtonTest, ConfirmKeysPressTheFocusedButton) {
     rig.devices.keys[VeKey::Escape] = 1;
     rig.input->Update();
     EXPECT_FALSE(button->Confirmed(*rig.input));
-}
-
-TEST_F(VeButtonTest, TheMouseOverTheButtonShowsTheHand) {
-    rig.MoveMouse(5, 5);
-    rig.Frame(*button);
-    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
-    rig.MoveMouse(30, 10);
-    rig.Frame(*button);
-    EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand);
 }

@@ -28,15 +28,25 @@ protected:
     }
     void TearDown() override { VeClipboard::SetSource(nullptr); }
 
-    void Type(std::initializer_list<int> keys) {
+    // Each key tapped in turn, with the modifier held when one is given (0: none).
+    void Type(std::initializer_list<int> keys, int modifier = 0) {
         for (int key : keys) {
-            rig.Tap(*field, {key});
+            if (modifier == 0) {
+                rig.Tap(*field, {key});
+            } else {
+                rig.TapWith(*field, modifier, key);
+            }
         }
     }
-    void Shifted(int key) { rig.TapWith(*field, VeKey::LeftShift, key); }
     void Ctrl(int key) { rig.TapWith(*field, VeKey::RightCtrl, key); }
-    void SetClipboard(const std::string& text) {
-        VeClipboard::SetSource([text] { return text; });
+    void Paste(const std::string& clipboard) {
+        VeClipboard::SetSource([clipboard] { return clipboard; });
+        Ctrl(VeKey::V);
+    }
+    // The content with "|" at the caret.
+    std::string State() const {
+        std::string state = field->Content();
+        return state.insert(static_cast<size_t>(field->caret), "|");
     }
     // Draws the input on a grey surface at the rig's current time.
     VeSurface Drawn() {
@@ -66,40 +76,32 @@ protected:
 } // namespace
 
 TEST_F(VeTextInputTest, KeysTypeTheUsLayoutCharacters) {
-    Type({VeKey::Q, VeKey::Num1, VeKey::Num2, VeKey::Num9, VeKey::Num0, VeKey::Num3, VeKey::Num8});
-    EXPECT_EQ(field->Content(), "q12903"
-                                "8");
-    field->Clear();
-    for (int key : {VeKey::Z, VeKey::Num1, VeKey::Num2, VeKey::Num9, VeKey::Num0, VeKey::Num3, VeKey::Num7}) {
-        Shifted(key);
+    using namespace VeKey;
+    struct Row {
+        int modifier;
+        std::initializer_list<int> keys;
+        std::string typed;
+    };
+    const Row rows[] = {
+        {0, {Q, Num1, Num2, Num9, Num0, Num3, Num8}, "q129038"},
+        {LeftShift, {Z, Num1, Num2, Num9, Num0, Num3, Num7}, "Z!@()37"},
+        // Minus types only with Shift; the punctuation of the table either way.
+        {0, {Minus, Comma, Period, Semicolon, Slash, Backslash, Space}, ",.;/\\ "},
+        {RightShift, {Minus, Comma, Period, Semicolon, Slash, Backslash}, "_,.:?\\"},
+        // Keys outside the table type nothing.
+        {0, {Equals, Apostrophe, Keypad1, KeypadMinus, F1, Tab, Return, Grave}, ""},
+    };
+    for (const Row& row : rows) {
+        field->Clear();
+        Type(row.keys, row.modifier);
+        EXPECT_EQ(State(), row.typed + "|");
     }
-    EXPECT_EQ(field->Content(), "Z!@()37");
-
-    // Minus types only with Shift; the punctuation of the table either way.
-    field->Clear();
-    Type({VeKey::Minus, VeKey::Comma, VeKey::Period, VeKey::Semicolon, VeKey::Slash, VeKey::Backslash,
-          VeKey::Space});
-    EXPECT_EQ(field->Content(), ",.;/\\ ");
-    field->Clear();
-    for (int key :
-         {VeKey::Minus, VeKey::Comma, VeKey::Period, VeKey::Semicolon, VeKey::Slash, VeKey::Backslash}) {
-        rig.TapWith(*field, VeKey::RightShift, key);
-    }
-    EXPECT_EQ(field->Content(), "_,.:?\\");
-
-    // Keys outside the table type nothing.
-    field->Clear();
-    Type({VeKey::Equals, VeKey::Apostrophe, VeKey::Keypad1, VeKey::KeypadMinus, VeKey::F1, VeKey::Tab,
-          VeKey::Return, VeKey::Grave});
-    EXPECT_EQ(field->Content(), "");
-    EXPECT_EQ(field->caret, 0);
 }
 
 TEST_F(VeTextInputTest, TypingInsertsAtTheCaretAndLeavesTheValueUntilStored) {
     field->SetText("ac", 1);
     Type({VeKey::B});
-    EXPECT_EQ(field->Content(), "abc");
-    EXPECT_EQ(field->caret, 2);
+    EXPECT_EQ(State(), "ab|c");
     EXPECT_EQ(field->value, "");
     field->StoreValue();
     EXPECT_EQ(field->value, "abc");
@@ -110,82 +112,58 @@ TEST_F(VeTextInputTest, TypingInsertsAtTheCaretAndLeavesTheValueUntilStored) {
 TEST_F(VeTextInputTest, BackspaceAtTheStartAndDeleteAtTheEndChangeNothing) {
     field->SetText("abc", 0);
     Type({VeKey::Backspace});
-    EXPECT_EQ(field->Content(), "abc");
-    EXPECT_EQ(field->caret, 0);
-
+    EXPECT_EQ(State(), "|abc");
     field->SetText("abc", 3);
     Type({VeKey::Delete, VeKey::KeypadPeriod});
-    EXPECT_EQ(field->Content(), "abc");
-    EXPECT_EQ(field->caret, 3);
+    EXPECT_EQ(State(), "abc|");
 
     Type({VeKey::Backspace});
-    EXPECT_EQ(field->Content(), "ab");
-    EXPECT_EQ(field->caret, 2);
+    EXPECT_EQ(State(), "ab|");
     Type({VeKey::Home, VeKey::Delete});
-    EXPECT_EQ(field->Content(), "b");
+    EXPECT_EQ(State(), "|b");
     Type({VeKey::KeypadPeriod});
-    EXPECT_EQ(field->Content(), "");
-    EXPECT_EQ(field->caret, 0);
+    EXPECT_EQ(State(), "|");
 }
 
 TEST_F(VeTextInputTest, ArrowsMoveByCharactersOrWithCtrlToTheSpaces) {
     field->SetText("one two three", 13);
-    Type({VeKey::Right});
-    EXPECT_EQ(field->caret, 13);
-    Type({VeKey::Left, VeKey::Left});
-    EXPECT_EQ(field->caret, 11);
-
-    field->caret = 13;
-    Ctrl(VeKey::Left);
-    EXPECT_EQ(field->caret, 7);
-    Ctrl(VeKey::Left);
-    EXPECT_EQ(field->caret, 3);
-    Ctrl(VeKey::Left);
-    EXPECT_EQ(field->caret, 0) << "no space before the first word";
-    Type({VeKey::Left});
-    EXPECT_EQ(field->caret, 0);
-
-    Ctrl(VeKey::Right);
-    EXPECT_EQ(field->caret, 3);
-    Ctrl(VeKey::Right);
-    EXPECT_EQ(field->caret, 7);
-    Ctrl(VeKey::Right);
-    EXPECT_EQ(field->caret, 13) << "no space after the last word";
-
-    Type({VeKey::Home});
-    EXPECT_EQ(field->caret, 0);
-    Type({VeKey::End});
-    EXPECT_EQ(field->caret, 13);
-    EXPECT_EQ(field->Content(), "one two three") << "moving the caret types nothing";
+    // Each key's caret in turn; Ctrl stops at the spaces, or at either end when none is left.
+    const std::tuple<bool, int, std::string> steps[] = {
+        {false, VeKey::Right, "one two three|"}, {false, VeKey::Left, "one two thre|e"},
+        {false, VeKey::End, "one two three|"},   {true, VeKey::Left, "one two| three"},
+        {true, VeKey::Left, "one| two three"},   {true, VeKey::Left, "|one two three"},
+        {false, VeKey::Left, "|one two three"},  {true, VeKey::Right, "one| two three"},
+        {true, VeKey::Right, "one two| three"},  {true, VeKey::Right, "one two three|"},
+        {false, VeKey::Home, "|one two three"},
+    };
+    for (const auto& [ctrl, key, state] : steps) {
+        Type({key}, ctrl ? VeKey::RightCtrl : 0);
+        EXPECT_EQ(State(), state) << (ctrl ? "Ctrl+" : "") << key;
+    }
 }
 
 TEST_F(VeTextInputTest, AFullInputTypesNothingMorePastesAreCutToTheRoomLeftAndBecomeOneLine) {
     field->maxCharacters = 4;
     Type({VeKey::A, VeKey::B, VeKey::C, VeKey::D, VeKey::E, VeKey::F});
-    EXPECT_EQ(field->Content(), "abcd");
+    EXPECT_EQ(State(), "abcd|");
     Type({VeKey::Backspace, VeKey::X});
-    EXPECT_EQ(field->Content(), "abcx");
+    EXPECT_EQ(State(), "abcx|");
 
     field->maxCharacters = 10;
     field->SetText("abc", 1);
-    SetClipboard("0123456789");
-    Ctrl(VeKey::V);
-    EXPECT_EQ(field->Content(), "a0123456bc");
-    EXPECT_EQ(field->caret, 8);
+    Paste("0123456789");
+    EXPECT_EQ(State(), "a0123456|bc");
     // Full: nothing goes in, and Ctrl+V does not type a "v" either.
     Ctrl(VeKey::V);
-    EXPECT_EQ(field->Content(), "a0123456bc");
+    EXPECT_EQ(State(), "a0123456|bc");
 
     field->maxCharacters = 30;
     field->SetText("", 0);
-    SetClipboard(std::string("top\r\nmid\nend\tx\x01\x7F!"));
-    Ctrl(VeKey::V);
-    EXPECT_EQ(field->Content(), "top mid end x!");
-    EXPECT_EQ(field->caret, 14);
-    SetClipboard("");
-    Ctrl(VeKey::V);
+    Paste(std::string("top\r\nmid\nend\tx\x01\x7F!"));
+    EXPECT_EQ(State(), "top mid end x!|");
+    Paste("");
     Type({VeKey::V});
-    EXPECT_EQ(field->Content(), "top mid end x!v");
+    EXPECT_EQ(State(), "top mid end x!v|");
 }
 
 TEST_F(VeTextInputTest, AHeldKeyRepeatsWithTheInputsOwnTimingWhileFocused) {
@@ -245,21 +223,15 @@ TEST_F(VeTextInputTest, TheCaretBlinksWithTheClockUnlessAKeyIsHeld) {
 
 TEST_F(VeTextInputTest, AClickPutsTheCaretUnderTheMouseWhichShowsTheTextCursor) {
     field->SetText("abcdef", 0);
-    // Column 2 spans x = 35 to 44 (origin 10 + padding 5).
-    rig.Click(*field, 37, 30);
-    EXPECT_EQ(field->caret, 2);
-    rig.Click(*field, 44, 30);
-    EXPECT_EQ(field->caret, 2);
-    rig.Click(*field, 45, 30);
-    EXPECT_EQ(field->caret, 3);
-    // Past the last character: the end; left of the text: the start.
-    rig.Click(*field, 205, 58);
-    EXPECT_EQ(field->caret, 6);
-    rig.Click(*field, 11, 21);
-    EXPECT_EQ(field->caret, 0);
-    // A click outside the box, or a click that only moved, leaves the caret.
-    rig.Click(*field, 215, 30);
-    EXPECT_EQ(field->caret, 0);
+    // Column 2 spans x = 35 to 44 (origin 10 + padding 5). Past the last character: the end; left
+    // of the text: the start; a click outside the box leaves the caret.
+    const std::tuple<int, int, int> clicks[] = {{37, 30, 2},  {44, 30, 2}, {45, 30, 3},
+                                                {205, 58, 6}, {11, 21, 0}, {215, 30, 0}};
+    for (const auto& [x, y, caret] : clicks) {
+        rig.Click(*field, x, y);
+        EXPECT_EQ(field->caret, caret) << x << "," << y;
+    }
+    // A click that only moved leaves it too.
     rig.MoveMouse(60, 30);
     rig.Frame(*field);
     EXPECT_EQ(field->caret, 0);
@@ -273,14 +245,14 @@ TEST_F(VeTextInputTest, WrappedTextPlacesAndDrawsTheCaretByLine) {
     field->SetText("abc def ghi", 0);
     ASSERT_EQ(field->text.wrapPositions, (std::vector<int32_t>{3, 7}));
 
-    rig.Click(*field, 15 + 10 + 3, 25 + 18 + 2); // row 2, column 1
-    EXPECT_EQ(field->caret, 5);
-    rig.Click(*field, 200, 25 + 36 + 2); // right of the last line
-    EXPECT_EQ(field->caret, 11);
-    rig.Click(*field, 200, 25 + 18 + 2); // right of the second line: its end
-    EXPECT_EQ(field->caret, 7);
-    rig.Click(*field, 60, 25 + 2); // right of the first line
-    EXPECT_EQ(field->caret, 3);
+    // Row 2, column 1; right of the last line; right of the second line (its end); right of the
+    // first line.
+    const std::tuple<int, int, int> clicks[] = {
+        {15 + 10 + 3, 25 + 18 + 2, 5}, {200, 25 + 36 + 2, 11}, {200, 25 + 18 + 2, 7}, {60, 25 + 2, 3}};
+    for (const auto& [x, y, caret] : clicks) {
+        rig.Click(*field, x, y);
+        EXPECT_EQ(field->caret, caret) << x << "," << y;
+    }
 
     rig.now = 50000;
     field->caret = 5;
@@ -295,11 +267,9 @@ TEST_F(VeTextInputTest, WrappedTextPlacesAndDrawsTheCaretByLine) {
 TEST_F(VeTextInputTest, APasswordShowsOneXPerCharacterAndKeepsTheRealValue) {
     field->SetPassword();
     Type({VeKey::S, VeKey::Num3});
-    Shifted(VeKey::K);
-    EXPECT_EQ(field->Content(), "s3K");
+    Type({VeKey::K}, VeKey::LeftShift);
     field->StoreValue();
     EXPECT_EQ(field->value, "s3K");
-
     EXPECT_TRUE(SamePicture(field->text.surface, VeText("XXX", &field->text.style).surface));
 }
 
@@ -309,8 +279,7 @@ TEST_F(VeTextInputTest, ADisabledInputIgnoresInputAndDrawsDarkened) {
     Type({VeKey::D, VeKey::Backspace, VeKey::Home});
     Ctrl(VeKey::V);
     rig.Click(*field, 20, 30);
-    EXPECT_EQ(field->Content(), "abc");
-    EXPECT_EQ(field->caret, 3);
+    EXPECT_EQ(State(), "abc|");
     EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
 
     rig.now = 60000;

@@ -40,12 +40,8 @@ TEST(QmCipherFileTest, ReadsLfAndCrlfFilesAlike) {
     TempUserData data;
     const Lines plain = {"first", "", "third line"};
     const std::string crlf = QmCipherFile::EncodeLines(plain);
-    std::string lf;
-    for (char c : crlf) {
-        if (c != '\r') {
-            lf.push_back(c);
-        }
-    }
+    std::string lf = crlf;
+    std::erase(lf, '\r');
     ASSERT_TRUE(WriteFileAtomic(data.path + "/crlf", crlf));
     ASSERT_TRUE(WriteFileAtomic(data.path + "/lf", lf));
     Lines fromCrlf, fromLf;

@@ -4,62 +4,56 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace {
-std::vector<std::string> ReadDataFile(const std::string& name) {
+using Column = std::vector<BlockId>;
+
+QmMapContents ParseDataFile(const std::string& name) {
     std::vector<std::string> lines;
     EXPECT_TRUE(
         QmCipherFile::ReadLines(std::string(QM_SOURCE_DIR) + "/tests/data/environment/" + name, lines));
-    return lines;
+    return QmMapFile::Parse(lines);
 }
 
-BlockId Cell(const QmMapContents& map, int x, int y) {
-    return map.blocks[x * 20 + y];
+// Everything but the cells in one line.
+std::string Describe(const QmMapContents& map) {
+    std::ostringstream out;
+    out << map.blockSize << " px, name " << (map.nameRead ? "'" + map.name + "'" : "unread") << ", uid "
+        << map.uid << (map.locked ? ", locked" : "") << (map.editable ? ", editable" : "") << ", tour "
+        << (map.tourUidRead ? "'" + map.tourUid + "'" : "unread");
+    return out.str();
+}
+
+// The first rows of a column.
+Column Cells(const QmMapContents& map, int x, int rows = 20) {
+    return Column(map.blocks.begin() + x * 20, map.blocks.begin() + x * 20 + rows);
 }
 } // namespace
 
 TEST(QmMapFileTest, ReadsAHandWrittenPlainMap) {
-    const QmMapContents map = QmMapFile::Parse(ReadDataFile("HandWritten.map"));
-    EXPECT_EQ(map.blockSize, 64);
-    EXPECT_TRUE(map.nameRead);
-    EXPECT_EQ(map.name, "Hand Made");
-    EXPECT_EQ(map.uid, "12345");
-    EXPECT_FALSE(map.locked);
-    EXPECT_TRUE(map.editable);
-    EXPECT_TRUE(map.tourUidRead);
-    EXPECT_EQ(map.tourUid, "");
-    EXPECT_EQ(Cell(map, 1, 8), Block::Start);
-    EXPECT_EQ(Cell(map, 8, 5), Block::Finish);
-    EXPECT_EQ(Cell(map, 0, 9), 1);
-    EXPECT_EQ(Cell(map, 4, 9), 5);
-    EXPECT_EQ(Cell(map, 15, 15), 150) << "cells outside the playing area are kept";
+    const QmMapContents map = ParseDataFile("HandWritten.map");
+    EXPECT_EQ(Describe(map), "64 px, name 'Hand Made', uid 12345, editable, tour ''");
+    EXPECT_EQ(Cells(map, 0, 10), (Column{0, 0, 0, 0, 0, 0, 0, 0, 0, 1}));
+    EXPECT_EQ(Cells(map, 1, 10), (Column{0, 0, 0, 0, 0, 0, 0, 0, Block::Start, 2}));
+    EXPECT_EQ(Cells(map, 4, 10), (Column{0, 0, 0, 0, 0, 0, 0, 0, 253, 5}));
+    EXPECT_EQ(map.blocks[8 * 20 + 5], Block::Finish);
+    EXPECT_EQ(map.blocks[15 * 20 + 15], 150) << "cells outside the playing area are kept";
     EXPECT_EQ(map.startCells, (std::vector<std::pair<int, int>>{{1, 8}}));
 }
 
 TEST(QmMapFileTest, SurvivesShortRowsWordsOverflowAndExtraColumns) {
-    const QmMapContents map = QmMapFile::Parse(ReadDataFile("Faulty.map"));
-    EXPECT_EQ(map.blockSize, 64) << "an i line other than 32 keeps 64 pixels";
-    EXPECT_EQ(map.name, "A Name Much Lon") << "names are cut to 15 characters";
-    EXPECT_TRUE(map.locked);
-    EXPECT_FALSE(map.editable);
-    EXPECT_FALSE(map.tourUidRead);
-
-    // Column 0: "255,1,2," fills three cells; the rest stay Blank.
-    EXPECT_EQ(Cell(map, 0, 0), 255);
-    EXPECT_EQ(Cell(map, 0, 2), 2);
-    EXPECT_EQ(Cell(map, 0, 3), 0);
-    // Column 1: "x,7,,  4,-3,+5,9abc,99999999999,3" (the last value has no comma).
-    const BlockId column1[] = {0, 7, 0, 4, -3, 5, 9, 0, 0};
-    for (int y = 0; y < 9; ++y) {
-        EXPECT_EQ(Cell(map, 1, y), column1[y]) << "row " << y;
-    }
-    // Column 2: 21 values, the 21st ignored.
-    EXPECT_EQ(Cell(map, 2, 0), 1);
-    EXPECT_EQ(Cell(map, 2, 19), 20);
-    EXPECT_EQ(Cell(map, 3, 0), 0) << "the 21st value does not spill into the next column";
-    // Columns past the 20th are ignored.
-    EXPECT_EQ(Cell(map, 19, 0), 0);
+    const QmMapContents map = ParseDataFile("Faulty.map");
+    // An i line other than 32 keeps 64 pixels; names are cut to 15 characters.
+    EXPECT_EQ(Describe(map), "64 px, name 'A Name Much Lon', uid 1, locked, tour unread");
+    EXPECT_EQ(Cells(map, 0, 4), (Column{255, 1, 2, 0})) << "a short column leaves the rest Blank";
+    // "x,7,,  4,-3,+5,9abc,99999999999,3": the last value has no comma.
+    EXPECT_EQ(Cells(map, 1, 9), (Column{0, 7, 0, 4, -3, 5, 9, 0, 0}));
+    EXPECT_EQ(Cells(map, 2, 20),
+              (Column{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}));
+    EXPECT_EQ(Cells(map, 3, 1), Column{0}) << "the 21st value does not spill into the next column";
+    EXPECT_EQ(Cells(map, 19, 1), Column{0}) << "columns past the 20th are ignored";
 }
 
 TEST(QmMapFileTest, ReadsValuesLikeTheIntegerParser) {
@@ -93,20 +87,12 @@ TEST(QmMapFileTest, FormatsAndReadsBackEveryField) {
     }
     const std::vector<std::string> lines = QmMapFile::Format(map);
     ASSERT_EQ(lines.size(), 26u);
-    EXPECT_EQ(lines[0], "i32");
-    EXPECT_EQ(lines[1], "nRound Trip");
-    EXPECT_EQ(lines[3], "l1");
-    EXPECT_EQ(lines[4], "e0");
-    EXPECT_EQ(lines[5], "t99");
+    EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + 6),
+              (std::vector<std::string>{"i32", "nRound Trip", "u17", "l1", "e0", "t99"}));
     EXPECT_EQ(lines[6].substr(0, 12), "0,37,74,111,");
 
     const QmMapContents read = QmMapFile::Parse(lines);
-    EXPECT_EQ(read.blockSize, 32);
-    EXPECT_EQ(read.name, map.name);
-    EXPECT_EQ(read.uid, map.uid);
-    EXPECT_EQ(read.locked, map.locked);
-    EXPECT_EQ(read.editable, map.editable);
-    EXPECT_EQ(read.tourUid, map.tourUid);
+    EXPECT_EQ(Describe(read), "32 px, name 'Round Trip', uid 17, locked, tour '99'");
     EXPECT_EQ(read.blocks, map.blocks);
 
     map.name = "line\r\nbreak";
@@ -115,8 +101,6 @@ TEST(QmMapFileTest, FormatsAndReadsBackEveryField) {
 
 TEST(QmMapFileTest, NamesAreNotCutInsideACharacter) {
     // 14 ASCII bytes, then a two-byte character that would straddle the limit.
-    const QmMapContents map = QmMapFile::Parse({"nAbcdefghijklm\xC3\xA9xyz"});
-    EXPECT_EQ(map.name, "Abcdefghijklm\xC3\xA9");
-    const QmMapContents cut = QmMapFile::Parse({"nAbcdefghijklmn\xC3\xA9"});
-    EXPECT_EQ(cut.name, "Abcdefghijklmn");
+    EXPECT_EQ(QmMapFile::Parse({"nAbcdefghijklm\xC3\xA9xyz"}).name, "Abcdefghijklm\xC3\xA9");
+    EXPECT_EQ(QmMapFile::Parse({"nAbcdefghijklmn\xC3\xA9"}).name, "Abcdefghijklmn");
 }

@@ -162,7 +162,7 @@ public:
         drawn.push_back({kind, alpha});
     }
     void GreyFrame() override { ++greyFrames; }
-    void ReversePixelOrder() override { ++reversals; }
+    void ReversePixelOrder() override {}
     int BodyFrameCount() const override { return 4; }
     void SetRacerFace(int dx, int dy, int frame) override {
         eyeDX = dx;
@@ -184,7 +184,6 @@ public:
     std::string countdown;
     int badge = -2;
     int greyFrames = 0;
-    int reversals = 0;
     int eyeDX = 0;
     int eyeDY = 0;
     std::vector<int> bodyFrames;
@@ -211,6 +210,28 @@ public:
         for (int i = 0; i < count; ++i) {
             Frame(dt);
         }
+    }
+    // Starts the countdown, with right held from the first frame on when asked.
+    void Start(bool holdRight = false) {
+        race->StartRace(false, true);
+        controls.right = holdRight;
+    }
+    // One frame with the control set, then let go.
+    void Tap(bool FakeControls::*control) {
+        controls.*control = true;
+        Frame();
+        controls.*control = false;
+    }
+    // Steps only the race's core (movement and collisions), without the clock or the countdown.
+    void Core(int frames, float dt = 1.0f / 60.0f) {
+        for (int i = 0; i < frames; ++i) {
+            race->CoreUpdate(dt);
+        }
+    }
+    // Settles the racer on the ground and lets the race run.
+    void Run(float dt = 1.0f / 60.0f) {
+        race->CoreUpdate(dt);
+        race->running = 1;
     }
     ArPlayer& Racer() { return *race->Racer(); }
     // Steps the race's core `frames` times with one of the racer's keys held, as the input holds it.

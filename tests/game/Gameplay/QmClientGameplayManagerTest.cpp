@@ -16,73 +16,62 @@ const std::vector<std::string> kOpen = OnFloor({"S........."});
 const std::vector<std::string> kFinishAhead = OnFloor({"S..F......"});
 const std::vector<std::string> kWall = OnFloor({"S.#......."});
 
-// Points the world at tour folder Forest, map Level_1.map, so that the race has a score file.
-void UseScoreFile(QmCoreEnvironmentManager& world) {
+// Gives the rig's map a score file (tour folder Forest, Level_1.map) holding these runs, and
+// lets the race read it.
+void LoadScores(RaceRig& rig, const std::vector<std::pair<std::string, int64_t>>& runs) {
+    QmCoreEnvironmentManager& world = rig.world;
     world.tours.assign(1, TourRecord());
     world.tourFolders = {"Forest"};
     world.tourLevels = {{"Level_1.map"}};
     world.tourIndex = 0;
     world.levelIndex = 0;
     CreateFolder(GetGameFolder() + "/Maps/Forest");
+    QmHighscores scores(world);
+    scores.SaveScores(QmRecording(), false, true, std::string(), false, 0);
+    for (const auto& [name, time] : runs) {
+        scores.SaveScores(QmRecording(), false, false, name, true, time);
+    }
+    rig.race->LoadScores();
 }
 
-void WriteScores(QmCoreEnvironmentManager& world, const std::vector<std::pair<std::string, int64_t>>& runs,
-                 const std::string& recording = std::string()) {
-    QmHighscores scores(world);
-    QmRecording best;
-    best.FromText(recording);
-    scores.SaveScores(best, !recording.empty(), true, std::string(), false, 0);
-    for (const auto& [name, time] : runs) {
-        scores.SaveScores(best, false, false, name, true, time);
-    }
+bool Shown(const RaceRig& rig, const std::string& text) {
+    return std::find(rig.drawer.texts.begin(), rig.drawer.texts.end(), text) != rig.drawer.texts.end();
 }
 } // namespace
 
-TEST(QmClientGameplayManagerTest, TheCountdownRunsTwoSecondsThenStartsTheRace) {
-    RaceRig rig(kOpen);
-    rig.host.music = true;
-    rig.race->StartRace(false, true);
-    EXPECT_EQ(rig.audio.Count("Countdown"), 1);
-    EXPECT_EQ(rig.audio.music, "MusicInGame");
-    rig.Frame();
-    EXPECT_EQ(rig.drawer.countdown, "2");
-    rig.Frames(60);
-    EXPECT_EQ(rig.drawer.countdown, "1");
-    EXPECT_EQ(rig.audio.Count("Countdown"), 2) << "one more at one second";
-    EXPECT_EQ(rig.race->running, 0);
-    rig.Frames(60);
-    EXPECT_EQ(rig.race->running, 1);
-    EXPECT_EQ(rig.audio.Count("Start"), 1);
-    EXPECT_EQ(rig.audio.Count("Countdown"), 2);
-    EXPECT_LE(rig.race->RaceTime(), 17);
-    rig.Frames(60);
-    EXPECT_NEAR(static_cast<double>(rig.race->RaceTime()), 1000.0, 17.0);
-}
-
-TEST(QmClientGameplayManagerTest, TheTutorialCountsDownFiveSecondsWithItsHints) {
-    RaceRig rig(kOpen, "TUTORIAL");
-    rig.race->StartRace(false, true);
-    rig.Frame();
-    EXPECT_EQ(rig.drawer.countdown, "5");
-    EXPECT_NE(std::find(rig.drawer.texts.begin(), rig.drawer.texts.end(), "line 180@160"),
-              rig.drawer.texts.end());
-    EXPECT_NE(std::find(rig.drawer.texts.begin(), rig.drawer.texts.end(), "line 181@480"),
-              rig.drawer.texts.end());
-    rig.Frames(299);
-    EXPECT_EQ(rig.race->running, 0);
-    EXPECT_EQ(rig.audio.Count("Countdown"), 5) << "at 0, 1, 2, 3 and 4 seconds";
-    rig.Frames(2);
-    EXPECT_EQ(rig.race->running, 1);
-    EXPECT_EQ(rig.audio.Count("Start"), 1);
-    rig.drawer.texts.clear();
-    rig.Frame();
-    EXPECT_EQ(rig.drawer.texts.front(), "line 184@480") << "the hint while running";
+TEST(QmClientGameplayManagerTest, TheCountdownRunsTwoSecondsOrFiveInTheTutorialThenStartsTheRace) {
+    for (const bool tutorial : {false, true}) {
+        SCOPED_TRACE(tutorial ? "tutorial" : "race");
+        RaceRig rig(kOpen, tutorial ? "TUTORIAL" : "Test");
+        const int seconds = tutorial ? 5 : 2;
+        rig.host.music = true;
+        rig.Start();
+        EXPECT_EQ(rig.audio.music, "MusicInGame");
+        rig.Frame();
+        EXPECT_EQ(rig.drawer.countdown, std::to_string(seconds));
+        EXPECT_EQ(Shown(rig, "line 180@160") && Shown(rig, "line 181@480"), tutorial) << "the hints";
+        rig.Frames(60);
+        EXPECT_EQ(rig.audio.Count("Countdown"), 2) << "one more at one second";
+        rig.Frames(seconds * 60 - 61);
+        EXPECT_EQ(rig.drawer.countdown, "1");
+        EXPECT_EQ(rig.audio.Count("Countdown"), seconds);
+        EXPECT_EQ(rig.race->running, 0);
+        rig.Frames(2);
+        EXPECT_EQ(rig.race->running, 1);
+        EXPECT_EQ(rig.audio.Count("Start"), 1);
+        EXPECT_EQ(rig.audio.Count("Countdown"), seconds);
+        EXPECT_LE(rig.race->RaceTime(), 17);
+        rig.drawer.texts.clear();
+        rig.Frames(60);
+        EXPECT_NEAR(static_cast<double>(rig.race->RaceTime()), 1000.0, 17.0);
+        EXPECT_EQ(Shown(rig, "line 184@480"), tutorial) << "the hint while running";
+    }
 }
 
 TEST(QmClientGameplayManagerTest, AFreshPressStartsTheRaceButAHeldKeyDoesNot) {
     {
         RaceRig rig(kOpen);
-        rig.race->StartRace(false, true);
+        rig.Start();
         rig.Frames(10);
         rig.controls.right = true;
         rig.Frame();
@@ -97,9 +86,7 @@ TEST(QmClientGameplayManagerTest, AFreshPressStartsTheRaceButAHeldKeyDoesNot) {
         rig.controls.right = true;
         rig.Frames(5);
         EXPECT_EQ(rig.drawer.texts.back(), "line 13@480") << "waiting for the player";
-        rig.controls.confirm = true;
-        rig.Frame();
-        rig.controls.confirm = false;
+        rig.Tap(&FakeControls::confirm);
         EXPECT_EQ(rig.race->countingDown, 1);
         rig.Frames(100);
         EXPECT_EQ(rig.race->running, 0) << "the key was already held";
@@ -113,13 +100,10 @@ TEST(QmClientGameplayManagerTest, APauseOfAnyLengthLeavesTheFinalTimeUnchanged) 
     int64_t times[2] = {0, 0};
     for (int paused = 0; paused < 2; ++paused) {
         RaceRig rig(kFinishAhead);
-        rig.race->StartRace(false, true);
-        rig.controls.right = true;
+        rig.Start(true);
         rig.Frames(20);
         if (paused) {
-            rig.controls.menu = true;
-            rig.Frame();
-            rig.controls.menu = false;
+            rig.Tap(&FakeControls::menu);
             EXPECT_TRUE(rig.host.menuOpen);
             EXPECT_EQ(rig.host.menuLine, 12);
             EXPECT_EQ(rig.host.menuCommand, "EXIT_GAME");
@@ -146,8 +130,7 @@ TEST(QmClientGameplayManagerTest, APauseOfAnyLengthLeavesTheFinalTimeUnchanged) 
 
 TEST(QmClientGameplayManagerTest, TheFinishStopsTheClockAndHandsOverTimeAndRank) {
     RaceRig rig(kFinishAhead);
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
+    rig.Start(true);
     rig.Frames(60);
     ASSERT_EQ(rig.host.finishes, 1);
     EXPECT_EQ(rig.host.finishRank, 1) << "an empty list: any time ranks first";
@@ -161,8 +144,7 @@ TEST(QmClientGameplayManagerTest, TheFinishStopsTheClockAndHandsOverTimeAndRank)
     // The random-level run counts the level and asks for the next one instead.
     RaceRig random(kFinishAhead);
     random.host.playMode = 3;
-    random.race->StartRace(false, true);
-    random.controls.right = true;
+    random.Start(true);
     random.Frames(60);
     EXPECT_EQ(random.host.finishes, 0);
     EXPECT_EQ(random.race->retryRequested, 1);
@@ -171,8 +153,7 @@ TEST(QmClientGameplayManagerTest, TheFinishStopsTheClockAndHandsOverTimeAndRank)
 TEST(QmClientGameplayManagerTest, DeathRumblesTurnsGreyAndWaitsForARetry) {
     RaceRig rig(OnFloor({"S.f......."}));
     rig.host.music = true;
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
+    rig.Start(true);
     for (int i = 0; i < 60 && rig.Racer().active; ++i) {
         rig.Frame();
     }
@@ -188,19 +169,16 @@ TEST(QmClientGameplayManagerTest, DeathRumblesTurnsGreyAndWaitsForARetry) {
     EXPECT_EQ(rig.drawer.texts.back(), "line 13@480");
     EXPECT_EQ(rig.race->RaceTime(), finalTime) << "the clock stands";
     EXPECT_EQ(rig.race->retryRequested, 0);
-    rig.controls.confirm = true;
-    rig.Frame();
+    rig.Tap(&FakeControls::confirm);
     EXPECT_EQ(rig.race->retryRequested, 1);
 }
 
 TEST(QmClientGameplayManagerTest, ExitGameFromTheMenuKillsTheRacerAndReturnsToThePages) {
     RaceRig rig(kOpen);
     rig.host.music = true;
-    rig.race->StartRace(false, true);
+    rig.Start();
     rig.Frames(5);
-    rig.controls.menu = true;
-    rig.Frame();
-    rig.controls.menu = false;
+    rig.Tap(&FakeControls::menu);
     rig.host.choose = "EXIT_GAME";
     rig.Frame();
     EXPECT_EQ(rig.Racer().active, 0);
@@ -211,13 +189,10 @@ TEST(QmClientGameplayManagerTest, ExitGameFromTheMenuKillsTheRacerAndReturnsToTh
 TEST(QmClientGameplayManagerTest, TheMusicHurriesAt30And60SecondsAgainstABestTimeOf60) {
     TempUserData data;
     RaceRig rig(kWall);
-    UseScoreFile(rig.world);
-    WriteScores(rig.world, {{"Ann", 60000}});
-    rig.race->LoadScores();
+    LoadScores(rig, {{"Ann", 60000}});
     ASSERT_EQ(rig.race->Highscores().BestTime(), 60000);
     rig.host.music = true;
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
+    rig.Start(true);
     rig.Frames(1);
     ASSERT_EQ(rig.race->running, 1);
     rig.Frames(29 * 60);
@@ -241,8 +216,7 @@ TEST(QmClientGameplayManagerTest, TheMusicHurriesAt30And60SecondsAgainstABestTim
 TEST(QmClientGameplayManagerTest, WithoutHighscoresTheMusicSpeedsUpOnceAfterTwentySeconds) {
     RaceRig rig(kWall);
     rig.host.music = true;
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
+    rig.Start(true);
     rig.Frames(19 * 60);
     EXPECT_EQ(rig.audio.Count("Hurry"), 0);
     rig.Frames(2 * 60);
@@ -253,8 +227,7 @@ TEST(QmClientGameplayManagerTest, WithoutHighscoresTheMusicSpeedsUpOnceAfterTwen
     EXPECT_EQ(rig.audio.Count("HurryMore"), 0);
     // With the setting off the music is left alone.
     RaceRig quiet(kWall);
-    quiet.race->StartRace(false, true);
-    quiet.controls.right = true;
+    quiet.Start(true);
     quiet.Frames(25 * 60);
     EXPECT_EQ(quiet.audio.Count("Hurry"), 0);
     EXPECT_TRUE(quiet.audio.music.empty());
@@ -263,24 +236,20 @@ TEST(QmClientGameplayManagerTest, WithoutHighscoresTheMusicSpeedsUpOnceAfterTwen
 TEST(QmClientGameplayManagerTest, TheBadgeFollowsTheTimeThroughTheLimits) {
     TempUserData data;
     RaceRig rig(kWall);
-    UseScoreFile(rig.world);
-    WriteScores(rig.world, {{"Ann", 1000}, {"Bob", 2000}, {"Cid", 3000}});
-    rig.race->LoadScores();
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
+    LoadScores(rig, {{"Ann", 1000}, {"Bob", 2000}, {"Cid", 3000}});
+    rig.Start(true);
     rig.Frame();
-    EXPECT_EQ(rig.drawer.badge, QmRaceDrawer::GoldBadge);
-    rig.Frames(60);
-    EXPECT_EQ(rig.drawer.badge, QmRaceDrawer::SilverBadge);
-    rig.Frames(60);
-    EXPECT_EQ(rig.drawer.badge, QmRaceDrawer::BronzeBadge);
-    rig.Frames(60);
-    EXPECT_EQ(rig.drawer.badge, QmRaceDrawer::PlainBadge) << "fewer than ten entries: no last limit";
+    // A second apart; with fewer than ten entries the plain badge has no limit.
+    for (const int badge : {QmRaceDrawer::GoldBadge, QmRaceDrawer::SilverBadge, QmRaceDrawer::BronzeBadge,
+                            QmRaceDrawer::PlainBadge}) {
+        EXPECT_EQ(rig.drawer.badge, badge);
+        rig.Frames(60);
+    }
 }
 
 TEST(QmClientGameplayManagerTest, TheGhostIsDrawnFaintlyOnlyWithARecording) {
     RaceRig rig(kOpen);
-    rig.race->StartRace(false, true);
+    rig.Start();
     rig.Frame();
     ASSERT_EQ(rig.drawer.drawn.size(), 1u) << "the racer alone";
     EXPECT_EQ(rig.drawer.drawn[0].kind, QmRaceDrawer::RacerEntity);
@@ -301,43 +270,25 @@ TEST(QmClientGameplayManagerTest, TheGhostIsDrawnFaintlyOnlyWithARecording) {
 
 TEST(QmClientGameplayManagerTest, TheRunIsRecordedAsItsInputsChange) {
     RaceRig rig(kOpen);
-    rig.race->StartRace(false, true);
-    rig.controls.right = true;
-    rig.Frame(); // pressed during the countdown: race time 0
-    rig.Frames(30);
-    rig.controls.jump = true;
-    rig.Frame();
-    rig.controls.jump = false;
+    rig.Start(true); // pressed during the countdown: race time 0
+    rig.Frames(31);
+    rig.Tap(&FakeControls::jump);
     rig.Frame();
     rig.controls.right = false;
     rig.Frame();
-    const auto& events = rig.race->Recording().Events();
-    ASSERT_EQ(events.size(), 4u);
-    auto it = events.begin();
-    EXPECT_EQ(it->first, 0);
-    EXPECT_EQ(it->second, QmRecording::RightPressed);
-    ++it;
-    EXPECT_NEAR(static_cast<double>(it->first), 31.0 * 1000.0 / 60.0, 1.0);
-    EXPECT_EQ(it->second, QmRecording::JumpPressed);
-    ++it;
-    EXPECT_EQ(it->second, QmRecording::JumpReleased);
-    ++it;
-    EXPECT_EQ(it->second, QmRecording::RightReleased);
+    // Right (2) at 0, jump (0) after 31 frames of 1/60 s and let go (3) a frame later, then right (5).
+    EXPECT_EQ(rig.race->Recording().ToText(), "0:2;517:0;534:3;550:5");
     // A new countdown starts a new recording.
-    rig.race->StartRace(false, true);
+    rig.Start();
     EXPECT_TRUE(rig.race->Recording().Empty());
 }
 
 TEST(QmClientGameplayManagerTest, TheRacerLooksWhereItGoesAndBlinks) {
     RaceRig rig(kOpen);
-    rig.race->StartRace(false, true);
-    rig.controls.left = true;
-    rig.Frame();
+    rig.Start();
+    rig.Tap(&FakeControls::left);
     EXPECT_EQ(rig.drawer.eyeDX, -1);
-    rig.controls.left = false;
-    rig.controls.jump = true;
-    rig.Frame();
-    rig.controls.jump = false;
+    rig.Tap(&FakeControls::jump);
     EXPECT_EQ(rig.drawer.eyeDY, -1) << "looking up while rising";
     rig.Frames(200);
     // A blink of four frames: up to 3 and back to 0 within 200 ms, every two seconds.

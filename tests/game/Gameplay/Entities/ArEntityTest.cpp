@@ -38,8 +38,7 @@ TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnes) {
     for (const float dt : {1.0f / 1000.0f, 1.0f / 60.0f}) {
         for (const Grid grid : {Grid{false, 534.0f, 1500.0f}, Grid{true, 267.0f, 750.0f}}) {
             RaceRig rig(grid.small ? Large(kFlat) : kFlat);
-            rig.race->CoreUpdate(dt); // settle on the floor
-            rig.race->running = 1;
+            rig.Run(dt);
             const float start = rig.Racer().y;
             rig.Hold(&ArPlayer::jumpHeld, 1, dt);
             EXPECT_EQ(rig.Racer().inAir, 1);
@@ -62,8 +61,7 @@ TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnes) {
 
 TEST(ArEntityTest, JumpNeedsTheGroundAndAStillVerticalSpeed) {
     RaceRig rig(kFlat);
-    rig.race->running = 1;
-    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Run();
     rig.Hold(&ArPlayer::jumpHeld, 1);
     ASSERT_EQ(rig.audio.Count("Jump"), 1);
     rig.Hold(&ArPlayer::jumpHeld, 20);
@@ -88,7 +86,7 @@ TEST(ArEntityTest, AFallingRacerNeverPassesAOneCellFloorEvenAtOneFramePerSecond)
         const float floorTop = 5.0f * (large ? 2.0f : 1.0f) * cell;
         float previous = rig.Racer().y;
         for (int i = 0; i < 12; ++i) {
-            rig.race->CoreUpdate(1.0f);
+            rig.Core(1, 1.0f);
             EXPECT_LT(rig.Racer().y - previous, cell) << "less than a cell per frame";
             EXPECT_LE(rig.Racer().y, floorTop - cell);
             previous = rig.Racer().y;
@@ -123,11 +121,10 @@ TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
 
 TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
     RaceRig rig(OnFloor({"##########", "..........", "S........."}));
-    rig.race->running = 1;
-    rig.race->CoreUpdate(1.0f / 60.0f);
+    rig.Run();
     rig.Hold(&ArPlayer::jumpHeld, 1);
     for (int frame = 0; rig.audio.Count("RoofHit") == 0 && frame < 60; ++frame) {
-        rig.race->CoreUpdate(1.0f / 60.0f);
+        rig.Core(1);
     }
     ASSERT_EQ(rig.audio.Count("RoofHit"), 1);
     EXPECT_LT(rig.Racer().verticalSpeed, 0.0f) << "the upward speed stays";
@@ -135,9 +132,7 @@ TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
     EXPECT_FLOAT_EQ(rig.Racer().y, 448.0f) << "snapped under the ceiling";
     EXPECT_EQ(rig.Racer().groundBlock, 0) << "no ground under a roof";
     // Pressed against the ceiling until gravity turns the speed; RoofHit does not repeat.
-    for (int i = 0; i < 60; ++i) {
-        rig.race->CoreUpdate(1.0f / 60.0f);
-    }
+    rig.Core(60);
     EXPECT_EQ(rig.audio.Count("RoofHit"), 1);
     EXPECT_FLOAT_EQ(rig.Racer().y, 512.0f);
     EXPECT_EQ(rig.Racer().inAir, 0);
@@ -145,8 +140,7 @@ TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
 
 TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
     RaceRig rig(OnFloor({"S.UU......"}));
-    rig.race->CoreUpdate(1.0f / 60.0f);
-    rig.race->running = 1;
+    rig.Run();
     rig.Racer().x = 150.0f; // one step away from straddling both pickups
     rig.Hold(&ArPlayer::rightHeld, 1);
     EXPECT_EQ(rig.world.GetBlock(2, 8), Block::Blank);
@@ -161,12 +155,10 @@ TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
 
 TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
     RaceRig rig(OnFloor({"SJVDV.KG.."}));
-    rig.race->CoreUpdate(1.0f / 60.0f);
-    rig.race->running = 1;
+    rig.Run();
     ArPlayer& racer = rig.Racer();
     for (int i = 0; i < 120 && racer.x < 380.0f; ++i) {
-        racer.rightHeld = 1;
-        rig.race->CoreUpdate(1.0f / 60.0f);
+        rig.Hold(&ArPlayer::rightHeld, 1);
     }
     EXPECT_FLOAT_EQ(racer.jumpImpulse, 1004.0f);
     EXPECT_FALSE(rig.race->flip) << "two Flip Vision pickups cancel";
@@ -186,7 +178,7 @@ TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
     racer.jumpHeld = 1;
     float top = floorY;
     for (int i = 0; i < 90; ++i) {
-        rig.race->CoreUpdate(1.0f / 60.0f);
+        rig.Core(1);
         top = std::min(top, racer.y);
     }
     EXPECT_NEAR(floorY - top, 336.0f - 1004.0f / 120.0f, 1.0f);
@@ -219,34 +211,26 @@ TEST(ArEntityTest, TheGhostOpensGatesOnlyForItselfAndLeavesTheMapAlone) {
 
 TEST(ArEntityTest, TheFinishNeedsTheInsetOverlap) {
     for (const bool large : {false, true}) {
-        RaceRig rig(large ? std::vector<std::string>(20, std::string(20, '.'))
-                          : std::vector<std::string>(10, std::string(10, '.')));
-        const int cell = rig.world.blockSize;
+        // The Finish cell's left edge lies at x = 256 on both grids.
+        const std::vector<std::string> rows = OnFloor({"....F....."});
+        RaceRig rig(large ? Large(rows) : rows);
+        const float cell = static_cast<float>(rig.world.blockSize);
         const float inset = large ? 10.0f : 20.0f;
-        const int row = rig.world.mapSize - 2;
-        for (int c = 0; c < rig.world.mapSize; ++c) {
-            rig.world.SetBlock(c, row + 1, 2);
-        }
-        rig.world.SetBlock(4, row, Block::Finish);
         ArPlayer& racer = rig.Racer();
-        racer.y = static_cast<float>(row * cell);
-        const float finishX = static_cast<float>(4 * cell);
-        // Touching the edge, then overlapping by exactly the inset: not yet.
-        for (const float x :
-             {finishX - static_cast<float>(cell), finishX - static_cast<float>(cell) + inset}) {
+        racer.y = 512.0f + (large ? cell : 0.0f);
+        // Touching either edge, or overlapping by exactly the inset, is not yet the finish.
+        for (const auto& [x, reached] :
+             std::vector<std::pair<float, int>>{{256.0f - cell, 0},
+                                                {256.0f - cell + inset, 0},
+                                                {256.0f - cell + inset + 0.5f, 1},
+                                                {256.0f + cell, 0},
+                                                {256.0f + cell - inset, 0},
+                                                {256.0f + cell - inset - 0.5f, 1}}) {
+            rig.race->finishReached = 0;
             racer.x = x;
             racer.Move(x, racer.y, 0.0f, true);
-            EXPECT_EQ(rig.race->finishReached, 0) << x;
+            EXPECT_EQ(rig.race->finishReached, reached) << "x " << x << (large ? " on large cells" : "");
         }
-        racer.Move(finishX - static_cast<float>(cell) + inset + 0.5f, racer.y, 0.0f, true);
-        EXPECT_EQ(rig.race->finishReached, 1);
-        // From the other side as well.
-        rig.race->finishReached = 0;
-        racer.x = finishX + static_cast<float>(cell) - inset;
-        racer.Move(racer.x, racer.y, 0.0f, true);
-        EXPECT_EQ(rig.race->finishReached, 0);
-        racer.Move(racer.x - 0.5f, racer.y, 0.0f, true);
-        EXPECT_EQ(rig.race->finishReached, 1);
     }
 }
 

@@ -34,18 +34,23 @@ protected:
         return plain;
     }
 
+    static QmRecording Run(const std::string& text) {
+        QmRecording run;
+        run.FromText(text);
+        return run;
+    }
+
     TempUserData data;
     QmCoreEnvironmentManager world;
+    QmHighscores scores{world};
     std::string log;
     VeLogSink previousSink;
 };
 } // namespace
 
 TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
-    QmHighscores scores(world);
     EXPECT_EQ(scores.ScoreFileName(), "Maps/Forest/Level_1.dat");
-    QmRecording run;
-    run.FromText("0:2;812:0;1204:3");
+    const QmRecording run = Run("0:2;812:0;1204:3");
     scores.SaveScores(run, true, false, "Ann", true, 61234);
     scores.LoadScores(); // the stored recording is the one read from the file
     scores.SaveScores(run, false, false, "Cid", true, 80000);
@@ -80,14 +85,9 @@ TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
 }
 
 TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecording) {
-    QmHighscores scores(world);
-    QmRecording first;
-    first.FromText("0:2");
-    scores.SaveScores(first, true, false, "Ann", true, 5000);
+    scores.SaveScores(Run("0:2"), true, false, "Ann", true, 5000);
     scores.LoadScores();
-    QmRecording slower;
-    slower.FromText("0:1");
-    scores.SaveScores(slower, false, false, "Bob", true, 6000);
+    scores.SaveScores(Run("0:1"), false, false, "Bob", true, 6000);
     EXPECT_EQ(PlainLines()[1], "0:2");
     // The file's uid comes from the map: a map saved again (new uid) no longer takes it.
     world.mapUid = "999";
@@ -98,9 +98,7 @@ TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecording) {
 }
 
 TEST_F(ScoreFileTest, ResetLeavesTheHeaderAloneAndClearListLogs) {
-    QmHighscores scores(world);
-    QmRecording run;
-    run.FromText("0:2");
+    const QmRecording run = Run("0:2");
     scores.SaveScores(run, true, false, "Ann", true, 5000);
     scores.ResetScoreFile();
     EXPECT_TRUE(scores.List().empty());
@@ -113,9 +111,7 @@ TEST_F(ScoreFileTest, ResetLeavesTheHeaderAloneAndClearListLogs) {
 }
 
 TEST_F(ScoreFileTest, AFailedSaveWarnsAndKeepsTheOldFile) {
-    QmHighscores scores(world);
-    QmRecording run;
-    run.FromText("0:2");
+    const QmRecording run = Run("0:2");
     ASSERT_TRUE(scores.SaveScores(run, true, false, "Ann", true, 5000));
     const std::vector<std::string> before = PlainLines();
     CreateFolder(data.GameFolder() + "/Maps/Forest/Level_1.dat.tmp"); // the temporary file cannot be made
@@ -131,7 +127,6 @@ TEST_F(ScoreFileTest, AFailedSaveWarnsAndKeepsTheOldFile) {
 }
 
 TEST_F(ScoreFileTest, MissingDamagedAndHostileFilesReadSafely) {
-    QmHighscores scores(world);
     scores.LoadScores();
     EXPECT_TRUE(scores.List().empty());
     EXPECT_EQ(log.find("No Highscore Recording found."), std::string::npos) << "nothing read, nothing said";

@@ -16,7 +16,8 @@ std::string MapPath(const std::string& name) {
 }
 
 QmSimResult Race(const std::string& map, const std::string& inputs, float dt = 1.0f / 60.0f,
-                 float maxSeconds = 30.0f, const QmRecording& ghost = QmRecording()) {
+                 float maxSeconds = 30.0f, const QmRecording& ghost = QmRecording(),
+                 std::ostream* trace = nullptr) {
     QmCoreEnvironmentManager world;
     std::string error;
     EXPECT_TRUE(QmRaceSimulator::LoadMap(world, MapPath(map), error)) << error;
@@ -24,8 +25,9 @@ QmSimResult Race(const std::string& map, const std::string& inputs, float dt = 1
     options.dt = dt;
     options.maxSeconds = maxSeconds;
     options.ghost = ghost;
+    options.trace = trace != nullptr;
     EXPECT_TRUE(options.inputs.ParseStrict(inputs, error)) << error;
-    return QmRaceSimulator::Run(world, options, nullptr);
+    return QmRaceSimulator::Run(world, options, trace);
 }
 
 bool Played(const QmSimResult& result, const std::string& name) {
@@ -91,14 +93,8 @@ TEST(QmRaceSimulatorTest, AGhostReplayingARecordingReachesTheFinishWithinAFrame)
 }
 
 TEST(QmRaceSimulatorTest, TheTraceShowsEveryFrame) {
-    QmCoreEnvironmentManager world;
-    std::string error;
-    ASSERT_TRUE(QmRaceSimulator::LoadMap(world, MapPath("FlatRun.map"), error));
-    QmSimOptions options;
-    options.trace = true;
-    options.inputs.FromText("0:2");
     std::ostringstream trace;
-    const QmSimResult result = QmRaceSimulator::Run(world, options, &trace);
+    const QmSimResult result = Race("FlatRun.map", "0:2", 1.0f / 60.0f, 30.0f, QmRecording(), &trace);
     const std::string text = trace.str();
     EXPECT_EQ(static_cast<int>(std::count(text.begin(), text.end(), '\n')), result.frames);
     EXPECT_EQ(text.substr(0, text.find('\n')),

@@ -23,7 +23,7 @@ import legs_finish
 import legs_online
 import legs_results
 import legs_start
-from journeylib import ROOT, Failed, Journey
+from journeylib import ROOT, Journey
 
 MODULES = [legs_start, legs_results, legs_editor, legs_online, legs_finish]
 
@@ -42,7 +42,7 @@ def main():
     broken = None
     try:
         journey.start_service()
-    except Failed as error:
+    except Exception as error:  # the service's own start failure, or a missing program
         legs = []
         results.append(("service", 0.0, str(error)))
     for leg in legs:
@@ -69,16 +69,14 @@ def main():
     shutil.rmtree(journey.data, ignore_errors=True)
     print("journey: pictures and the game's log in " + shots)
     if args.xml:
+        failures = sum(1 for r in results if r[2])
         with open(args.xml, "w") as out:
-            failures = sum(1 for r in results if r[2])
-            out.write('<?xml version="1.0" encoding="UTF-8"?>\n')
-            out.write('<testsuites tests="%d" failures="%d">\n' % (len(results), failures))
-            out.write('<testsuite name="Journey" tests="%d" failures="%d">\n' % (len(results), failures))
+            out.write('<?xml version="1.0" encoding="UTF-8"?>\n<testsuites tests="%d" failures="%d">\n'
+                      '<testsuite name="Journey" tests="%d" failures="%d">\n' % ((len(results), failures) * 2))
             for name, seconds, failure in results:
-                out.write('<testcase classname="Journey" name=%s time="%.2f">' % (quoteattr(name), seconds))
-                if failure:
-                    out.write("<failure message=%s/>" % quoteattr(failure))
-                out.write("</testcase>\n")
+                failed = "<failure message=%s/>" % quoteattr(failure) if failure else ""
+                out.write('<testcase classname="Journey" name=%s time="%.2f">%s</testcase>\n'
+                          % (quoteattr(name), seconds, failed))
             out.write("</testsuite>\n</testsuites>\n")
     return 1 if any(r[2] for r in results) else 0
 

@@ -6,14 +6,16 @@ page is recognised on screen. A leg module may add its own pages to PAGES.
 """
 import os
 import shutil
-import socket
 import struct
 import subprocess
+import sys
 import tempfile
 import time
 import zlib
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+sys.path.insert(0, os.path.join(ROOT, "tests", "server"))
+import server_process  # noqa: E402
 
 
 class Failed(Exception):
@@ -105,36 +107,18 @@ class Journey:
     # ---- the web service ----
     def start_service(self):
         """Our own quillmaze-server (beside the game) on a free loopback port with an empty
-        database; the game is started pointing at it."""
-        program = os.path.join(os.path.dirname(self.game), "quillmaze-server")
+        database, its output in the game's log; the game is started pointing at it."""
+        program = server_process.binary_path(os.path.dirname(self.game))
         if not os.path.exists(program):
             return
-        with socket.socket() as probe:
-            probe.bind(("127.0.0.1", 0))
-            port = probe.getsockname()[1]
         self.service_data = tempfile.mkdtemp(prefix="quillmaze-journey-service-")
-        self.service = subprocess.Popen([program, "--listen", "127.0.0.1:%d" % port, "--data", self.service_data,
-                                         "--assets", os.path.join(ROOT, "Assets"), "--quiet"], cwd=ROOT,
-                                        stdout=self.log, stderr=subprocess.STDOUT)
-        deadline = time.time() + 15
-        while time.time() < deadline:
-            try:
-                with socket.create_connection(("127.0.0.1", port), 0.5):
-                    self.service_url = "http://127.0.0.1:%d" % port
-                    return
-            except OSError:
-                if self.service.poll() is not None:
-                    raise Failed("quillmaze-server ended at start with code %d" % self.service.returncode)
-                time.sleep(0.1)
-        raise Failed("quillmaze-server did not start listening")
+        self.service = server_process.Server(program, self.service_data, assets=os.path.join(ROOT, "Assets"),
+                                             log=self.log).start()
+        self.service_url = "http://127.0.0.1:%d" % self.service.port
 
     def stop_service(self):
-        if self.service and self.service.poll() is None:
-            self.service.terminate()
-            try:
-                self.service.wait(5)
-            except subprocess.TimeoutExpired:
-                self.service.kill()
+        if self.service and self.service.process.poll() is None:
+            self.service.stop()
         if self.service_data:
             shutil.rmtree(self.service_data, ignore_errors=True)
 
@@ -274,9 +258,13 @@ class Journey:
         write_png(path, picture.width, picture.height, picture.rows)
         return picture
 
+    def shows(self, name):
+        """Whether the window shows the page now (see PAGES)."""
+        return PAGES[name](self.pixels())
+
     def wait_page(self, name, seconds=15):
-        """Waits until the window shows the page (see PAGES)."""
-        self.wait_for("the %s page" % name, lambda: PAGES[name](self.pixels()), seconds)
+        """Waits until the window shows the page."""
+        self.wait_for("the %s page" % name, lambda: self.shows(name), seconds)
 
     # ---- files ----
     def map_tool(self, *arguments):
@@ -308,10 +296,14 @@ class Journey:
         return dict(zip(keys, lines))
 
     def wait_for(self, what, check, seconds):
+        """True once check() holds; when the seconds pass, fails naming WHAT, or without WHAT
+        returns False."""
         deadline = time.time() + seconds
         while time.time() < deadline:
             self.require_alive()
             if check():
-                return
+                return True
             time.sleep(0.2)
-        raise Failed("timed out waiting for " + what)
+        if what:
+            raise Failed("timed out waiting for " + what)
+        return False

@@ -68,14 +68,6 @@ def drag(j, points):
     time.sleep(0.3)
 
 
-def wait_quietly(j, check, seconds):
-    try:
-        j.wait_for("", check, seconds)
-        return True
-    except Failed:
-        return False
-
-
 def game_log(j):
     with open(os.path.join(j.shots, "game.log"), errors="replace") as log:
         return log.read()
@@ -94,13 +86,13 @@ def maps_of(j, folder):
 
 
 def on_page(j, name):
-    return lambda: PAGES[name](j.pixels())
+    return lambda: j.shows(name)
 
 
 def leg_editor_new_map(j):
     retry("Play did not open the play page", 3, lambda: j.click_page(320, 165) or time.sleep(1.0), on_page(j, "play"))
     before = tour_folders(j)
-    retry("Manage did not open", 3, lambda: j.click_page(320, 593), lambda: not PAGES["play"](j.pixels()))
+    retry("Manage did not open", 3, lambda: j.click_page(320, 593), lambda: not j.shows("play"))
     retry("Add tour made no tour", 3, lambda: j.click_page(188, 419), lambda: len(tour_folders(j)) > len(before))
     made = sorted(tour_folders(j) - before)
     if len(made) != 1:
@@ -130,12 +122,7 @@ def cell(j, column, row):
 def saved_as(j, column, row, check):
     """Saves with the toolbar and waits a moment for the file's cell to pass check."""
     j.click_page(SAVE_X, TOOLBAR_Y)
-    deadline = time.time() + 4
-    while time.time() < deadline:
-        if check(cell(j, column, row)):
-            return True
-        time.sleep(0.3)
-    return False
+    return j.wait_for(None, lambda: check(cell(j, column, row)), 4)
 
 
 def leg_editor_paint(j):
@@ -163,14 +150,14 @@ def leg_editor_paint(j):
     retry("Clear did not ask", 3, lambda: j.click_page(CLEAR_X, TOOLBAR_Y) or time.sleep(1.0), on_page(j, "question"))
     j.shot("editor-04-question")
     retry("Escape did not close the question", 3, lambda: j.keys("Escape") or time.sleep(0.5),
-          lambda: not PAGES["question"](j.pixels()))
+          lambda: not j.shows("question"))
     if not saved_as(j, 0, 9, lambda id: id == START):
         raise Failed("declining Clear cleared the map")
 
 
 def leg_editor_check(j):
     retry("the check did not answer", 3, lambda: j.click_page(CHECK_X, TOOLBAR_Y),
-          lambda: wait_quietly(j, lambda: "Playability check of" in game_log(j), 20))
+          lambda: j.wait_for(None, lambda: "Playability check of" in game_log(j), 20))
     if ": finishable" not in game_log(j):
         raise Failed("the check did not find a route: " + game_log(j).split("Playability check of")[-1][:80])
     time.sleep(0.5)
@@ -179,7 +166,7 @@ def leg_editor_check(j):
 
 def leg_editor_save_and_play(j):
     retry("save and play did not start the race", 3, lambda: j.click_page(PLAY_X, TOOLBAR_Y) or time.sleep(1.0),
-          lambda: not PAGES["editor"](j.pixels()))
+          lambda: not j.shows("editor"))
     info, rows = map_cells(j)
     if info.get("start") != "0,9" or info.get("finish") != "4,9":
         raise Failed("the saved map's Start and Finish: %s and %s" % (info.get("start"), info.get("finish")))

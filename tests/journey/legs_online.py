@@ -72,9 +72,7 @@ def leg_share_a_map(j):
     j.keys("Return")  # slot 1, and the question
     j.wait_page("notice")
     j.keys("Return")  # Yes: the check runs, then the upload
-    deadline = time.time() + 90
-    while time.time() < deadline and not PAGES["notice"](j.pixels()):
-        time.sleep(0.5)
+    j.wait_for(None, lambda: j.shows("notice"), 90)  # the answer (its picture tells which)
     j.shot("online-05-shared")
     j.keys("Return")
     j.wait_page("shared maps")
@@ -115,7 +113,7 @@ def leg_download_and_play(j):
     j.keys("Return")  # play it
     time.sleep(2.0)
     j.shot("online-11-race")
-    if PAGES["shared maps"](j.pixels()):
+    if j.shows("shared maps"):
         raise Failed("the downloaded map did not start")
     for _ in range(6):  # out of the race through its menu (Leave race), then back to the main menu
         picture = j.pixels()

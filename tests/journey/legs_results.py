@@ -58,7 +58,7 @@ def leg_back_on_play_page(j):
     j.keys("Escape")  # back to the play page
     j.wait_page("play")
     time.sleep(0.5)
-    if PAGES["notice"](j.pixels()):  # the unlock notice
+    if j.shows("notice"):  # the unlock notice
         j.shot("results-04-unlock-notice")
         j.keys("Return")
     if j.second_map_locked():
@@ -85,13 +85,13 @@ def race_turn(j, player):
     j.wait_page("waiting")
     j.shot("results-%02d-waiting-player-%d" % (7 + 2 * player, player))
     j.keys("space")
-    over = lambda: PAGES["party results"](j.pixels())
+    over = lambda: j.shows("party results")
     for _ in range(3):
         if j.race(over, 15):
             break
         j.keys("r")  # stuck: the turn starts over and waits for its player again
         time.sleep(1.0)
-        if PAGES["waiting"](j.pixels()):
+        if j.shows("waiting"):
             j.keys("space")
     j.wait_page("party results", 5)
     return j.shot("results-%02d-party-results-%d" % (8 + 2 * player, player))

@@ -16,23 +16,19 @@ import server_process  # noqa: E402
 
 
 def main():
-    try:
-        return run(server_holder := [])
-    finally:
-        for server in server_holder:  # a failed check must not leave the service running
-            if server.process and server.process.poll() is None:
-                server.kill()
-            shutil.rmtree(server.data, ignore_errors=True)
-
-
-def run(server_holder):
     build = sys.argv[1]
     rounds = min(int(sys.argv[2]) if len(sys.argv) > 2 else 4, 4)  # 2 users a round; 10 registrations an hour per address
-    data = tempfile.mkdtemp(prefix="qm-crash-")
-    server = server_process.Server(server_process.binary_path(build), data,
+    server = server_process.Server(server_process.binary_path(build), tempfile.mkdtemp(prefix="qm-crash-"),
                                    database=os.environ.get("QM_SERVER_TEST_DATABASE"))
-    server_holder.append(server)
-    server.start()
+    try:
+        return run(server.start(), rounds)
+    finally:  # a failed check must not leave the service running
+        if server.process and server.process.poll() is None:
+            server.kill()
+        shutil.rmtree(server.data, ignore_errors=True)
+
+
+def run(server, rounds):
     tag = "%06x" % random.randrange(1 << 24)
     users = []
     for k in range(rounds * 2):

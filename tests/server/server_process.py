@@ -14,12 +14,15 @@ def free_port():
 
 
 class Server:
-    def __init__(self, binary, data, port=None, database=None, assets=None):
+    def __init__(self, binary, data, port=None, database=None, assets=None, log=None):
+        """log: a file for the service's output (by default it is dropped, and shown if it fails
+        to start)."""
         self.binary = binary
         self.data = data
         self.port = port or free_port()
         self.database = database
         self.assets = assets
+        self.log = log
         self.process = None
 
     def start(self):
@@ -28,11 +31,13 @@ class Server:
             args += ["--database", self.database]
         if self.assets:
             args += ["--assets", self.assets]
-        self.process = subprocess.Popen(args, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        self.process = subprocess.Popen(args, stdout=self.log or subprocess.DEVNULL,
+                                        stderr=self.log or subprocess.PIPE)
         deadline = time.time() + 20
         while time.time() < deadline:
             if self.process.poll() is not None:
-                raise RuntimeError("server ended: " + self.process.stderr.read().decode())
+                raise RuntimeError("quillmaze-server ended at start with code %d: %s" % (
+                    self.process.returncode, self.process.stderr.read().decode() if self.process.stderr else ""))
             try:
                 socket.create_connection(("127.0.0.1", self.port), timeout=1).close()
                 return self

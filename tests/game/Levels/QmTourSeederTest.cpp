@@ -10,7 +10,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -23,23 +22,12 @@ void WriteTour(const std::string& folder, const Tour& tour) {
     QmCipherFile::WriteLines(folder + "/tour.dat", QmTourFile::FormatTour(tour.record, tour.levels), false);
 }
 
-// Every file under a folder with its bytes.
-std::map<std::string, std::string> Snapshot(const std::string& root) {
-    std::map<std::string, std::string> files;
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(root, ignored)) {
-        if (entry.is_regular_file()) {
-            std::string bytes;
-            ReadFileBytes(entry.path().string(), bytes);
-            files[std::filesystem::relative(entry.path(), root).string()] = bytes;
-        }
+std::string Join(const std::vector<std::string>& names) {
+    std::string joined;
+    for (const std::string& name : names) {
+        joined += (joined.empty() ? "" : ",") + name;
     }
-    return files;
-}
-
-std::string Seed(const std::string& shipped, const std::string& game, QmSeedReport& report) {
-    std::string error;
-    return QmTourSeeder::Seed(shipped, game, report, error) ? std::string() : error;
+    return joined;
 }
 
 class Seeding : public ::testing::Test {
@@ -49,72 +37,65 @@ protected:
         shippedList = ReadTourList();
         ASSERT_GE(shippedList.size(), 3u);
     }
+
+    // Seeds a game folder and says what the seeder did: refused, copied tours and files, list written.
+    std::string Seeded(const std::string& shipped = kShipped, const std::string& folder = "") {
+        QmSeedReport report;
+        const bool seeded = QmTourSeeder::Seed(shipped, folder.empty() ? game : folder, report, error);
+        return std::string(seeded ? "" : "refused; ") + "tours " + Join(report.copiedTours) + "; files " +
+               Join(report.copiedFiles) + (report.tourListWritten ? "; list written" : "");
+    }
+
     LogCapture quiet;
     TempUserData data;
     std::string game;
+    std::string error;
     std::vector<std::string> shippedList;
 };
 } // namespace
 
 TEST_F(Seeding, AnEmptyGameFolderGetsEveryTourAndASecondRunChangesNothing) {
-    QmSeedReport report;
-    ASSERT_EQ(Seed(kShipped, game, report), "");
-    EXPECT_EQ(report.copiedTours, shippedList);
-    EXPECT_TRUE(report.tourListWritten);
+    EXPECT_EQ(Seeded(), "tours " + Join(shippedList) + "; files ; list written");
     EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), shippedList);
     for (const std::string& folder : shippedList) {
         EXPECT_EQ(Snapshot(game + "/Maps/" + folder), Snapshot(kShipped + "/" + folder)) << folder;
     }
     const auto before = Snapshot(game);
-    ASSERT_EQ(Seed(kShipped, game, report), "");
-    EXPECT_TRUE(report.copiedTours.empty());
-    EXPECT_TRUE(report.copiedFiles.empty());
-    EXPECT_FALSE(report.tourListWritten);
+    EXPECT_EQ(Seeded(), "tours ; files ");
     EXPECT_EQ(Snapshot(game), before);
 }
 
 TEST_F(Seeding, AGameFolderInUseKeepsThePlayersFilesAndToursAfterTheShippedOnes) {
-    QmSeedReport report;
-    ASSERT_EQ(Seed(kShipped, game, report), "");
+    ASSERT_EQ(Seeded(), "tours " + Join(shippedList) + "; files ; list written");
     // The player has played: a second map unlocked with a time, a tour of their own listed first
     // (as the editor leaves it), and a renamed official tour.
     const std::string first = game + "/Maps/" + shippedList[0];
     const Tour firstTour = ReadTour(first);
-    const std::string secondMap = first + "/" + firstTour.levels[1];
-    ASSERT_TRUE(WriteFileAtomic(secondMap, "l0 as the player left it"));
+    ASSERT_TRUE(WriteFileAtomic(first + "/" + firstTour.levels[1], "l0 as the player left it"));
     ASSERT_TRUE(
-        WriteFileAtomic(first + "/" + firstTour.levels[0].substr(0, firstTour.levels[0].size() - 4) + ".dat",
-                        "the player's times"));
-    Tour mine;
-    mine.record.name = "Mine";
-    mine.record.uid = "42";
-    mine.levels = {"Level.map"};
-    WriteTour(game + "/Maps/Mine", mine);
+        WriteFileAtomic(first + "/" + QmFileNames::ScoreFileOf(firstTour.levels[0]), "the player's times"));
+    WriteTour(game + "/Maps/Mine", {{false, "Mine", false, true, true, "42"}, {"Level.map"}});
     WriteFileAtomic(game + "/Maps/Mine/Level.map", "the player's own map");
-    const std::string renamed = game + "/Maps/MyFavourite";
-    ASSERT_TRUE(RenamePath(game + "/Maps/" + shippedList[1], renamed));
-    std::vector<std::string> list = {"Mine", shippedList[0], "MyFavourite"};
-    list.insert(list.end(), shippedList.begin() + 2, shippedList.end());
-    QmCipherFile::WriteLines(game + "/Maps/tours.dat", list, false);
-    const auto before = Snapshot(game + "/Maps");
+    ASSERT_TRUE(RenamePath(game + "/Maps/" + shippedList[1], game + "/Maps/MyFavourite"));
+    std::vector<std::string> list = shippedList;
+    list[1] = "MyFavourite";
+    std::vector<std::string> mineFirst = {"Mine"};
+    mineFirst.insert(mineFirst.end(), list.begin(), list.end());
+    QmCipherFile::WriteLines(game + "/Maps/tours.dat", mineFirst, false);
+    auto before = Snapshot(game + "/Maps");
 
-    ASSERT_EQ(Seed(kShipped, game, report), "");
-    EXPECT_TRUE(report.copiedTours.empty()) << "a renamed tour is still the player's copy";
-    EXPECT_TRUE(report.copiedFiles.empty());
+    // A renamed tour is still the player's copy; their own tour moves after the shipped ones.
+    EXPECT_EQ(Seeded(), "tours ; files ; list written");
     auto after = Snapshot(game + "/Maps");
     after.erase("tours.dat");
-    auto kept = before;
-    kept.erase("tours.dat");
-    EXPECT_EQ(after, kept);
-    std::vector<std::string> expected = {shippedList[0], "MyFavourite"};
-    expected.insert(expected.end(), shippedList.begin() + 2, shippedList.end());
-    expected.push_back("Mine");
-    EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), expected);
+    before.erase("tours.dat");
+    EXPECT_EQ(after, before);
+    list.push_back("Mine");
+    EXPECT_EQ(ReadTourList(game + "/Maps/tours.dat"), list);
 }
 
 TEST_F(Seeding, PutsBackMissingMapsAndAddsMapsANewerTourShips) {
-    QmSeedReport report;
-    ASSERT_EQ(Seed(kShipped, game, report), "");
+    ASSERT_EQ(Seeded(), "tours " + Join(shippedList) + "; files ; list written");
     const std::string folder = shippedList[0];
     const Tour shippedTour = ReadTour(kShipped + "/" + folder);
     // The player lost a listed map; a newer release adds a map to the tour.
@@ -135,41 +116,34 @@ TEST_F(Seeding, PutsBackMissingMapsAndAddsMapsANewerTourShips) {
     WriteFileAtomic(release + "/" + second + "/Mine.map", "shipped");
     WriteFileAtomic(game + "/Maps/" + second + "/Mine.map", "the player's");
 
-    ASSERT_EQ(Seed(release, game, report), "");
-    EXPECT_EQ(report.copiedFiles,
-              (std::vector<std::string>{folder + "/" + shippedTour.levels[2], folder + "/Encore.map"}));
-    const Tour updated = ReadTour(game + "/Maps/" + folder);
-    EXPECT_EQ(updated.levels, grown.levels);
+    EXPECT_EQ(Seeded(release),
+              "tours ; files " + folder + "/" + shippedTour.levels[2] + "," + folder + "/Encore.map");
+    EXPECT_EQ(ReadTour(game + "/Maps/" + folder).levels, grown.levels);
     EXPECT_TRUE(FileExists(game + "/Maps/" + folder + "/" + shippedTour.levels[2]));
     EXPECT_TRUE(FileExists(game + "/Maps/" + folder + "/Encore.dat"));
-    std::string bytes;
-    ReadFileBytes(game + "/Maps/" + second + "/Mine.map", bytes);
-    EXPECT_EQ(bytes, "the player's");
+    EXPECT_EQ(Snapshot(game + "/Maps/" + second)["Mine.map"], "the player's");
     EXPECT_EQ(ReadTour(game + "/Maps/" + second).levels, ReadTour(kShipped + "/" + second).levels);
 }
 
 TEST_F(Seeding, LeavesAFolderOfTheSameNameHoldingAnotherTour) {
-    Tour other;
-    other.record.name = shippedList[0];
-    other.record.uid = "7";
-    other.levels = {"Level.map"};
-    WriteTour(game + "/Maps/" + shippedList[0], other);
-    QmSeedReport report;
-    ASSERT_EQ(Seed(kShipped, game, report), "");
+    WriteTour(game + "/Maps/" + shippedList[0],
+              {{false, shippedList[0], false, true, true, "7"}, {"Level.map"}});
+    const std::vector<std::string> others(shippedList.begin() + 1, shippedList.end());
+    EXPECT_EQ(Seeded(), "tours " + Join(others) + "; files ; list written");
     EXPECT_EQ(ReadTour(game + "/Maps/" + shippedList[0]).record.uid, "7");
-    EXPECT_EQ(report.copiedTours.size(), shippedList.size() - 1);
 }
 
 TEST_F(Seeding, RefusesShippedToursItCannotReadAndAGameFolderItCannotCreate) {
     TempUserData empty;
-    QmSeedReport report;
-    EXPECT_NE(Seed(empty.path + "/Maps", game, report), "");
+    EXPECT_EQ(Seeded(empty.path + "/Maps"), "refused; tours ; files ");
+    EXPECT_NE(error, "");
     EXPECT_FALSE(FileExists(game + "/Maps/tours.dat"));
 
     // A file where the game folder should be.
     ASSERT_TRUE(WriteFileAtomic(data.path + "/Blocked", "not a folder"));
-    EXPECT_NE(Seed(kShipped, data.path + "/Blocked", report), "");
-    EXPECT_TRUE(report.copiedTours.empty());
+    error.clear();
+    EXPECT_EQ(Seeded(kShipped, data.path + "/Blocked"), "refused; tours ; files ");
+    EXPECT_NE(error, "");
     std::string bytes;
     ASSERT_TRUE(ReadFileBytes(data.path + "/Blocked", bytes));
     EXPECT_EQ(bytes, "not a folder");

@@ -8,7 +8,10 @@
 #include "Environment/CoreEnvironmentManager/QmMapFile.h"
 #include "Environment/CoreEnvironmentManager/QmTourFile.h"
 #include "Gameplay/QmHighscores.h"
+#include "Platform/VeFiles.h"
 
+#include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -34,6 +37,20 @@ inline Tour ReadTour(const std::string& folder) {
     QmCipherFile::ReadLines(folder + "/tour.dat", lines);
     QmTourFile::ParseTour(lines, tour.record, tour.levels);
     return tour;
+}
+
+// Every file under a folder with its bytes.
+inline std::map<std::string, std::string> Snapshot(const std::string& root) {
+    std::map<std::string, std::string> files;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root, ignored)) {
+        if (entry.is_regular_file()) {
+            std::string bytes;
+            ReadFileBytes(entry.path().string(), bytes);
+            files[std::filesystem::relative(entry.path(), root).string()] = bytes;
+        }
+    }
+    return files;
 }
 
 struct ShippedMap {

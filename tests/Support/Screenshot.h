@@ -73,25 +73,18 @@ inline ScreenshotDifference CompareScreenshots(const ScreenshotImage& a, const S
     if (!difference.sameSize) {
         return difference;
     }
-    for (int32_t y = 0; y < a.height; ++y) {
-        for (int32_t x = 0; x < a.width; ++x) {
-            uint32_t p = a.At(x, y);
-            uint32_t q = b.At(x, y);
-            int32_t largest = 0;
-            for (int shift : {0, 8, 16}) {
-                int32_t d = std::abs(static_cast<int32_t>((p >> shift) & 0xFF) -
-                                     static_cast<int32_t>((q >> shift) & 0xFF));
-                largest = std::max(largest, d);
-            }
-            difference.largestChannelDifference = std::max(difference.largestChannelDifference, largest);
-            if (largest > channelTolerance) {
-                if (difference.differingPixels == 0) {
-                    difference.firstX = x;
-                    difference.firstY = y;
-                }
-                ++difference.differingPixels;
-            }
+    for (size_t i = 0; i < static_cast<size_t>(a.width) * static_cast<size_t>(a.height); ++i) {
+        int32_t largest = 0;
+        for (int shift : {0, 8, 16}) {
+            largest = std::max(largest, std::abs(static_cast<int32_t>((a.pixels[i] >> shift) & 0xFF) -
+                                                 static_cast<int32_t>((b.pixels[i] >> shift) & 0xFF)));
         }
+        difference.largestChannelDifference = std::max(difference.largestChannelDifference, largest);
+        if (largest > channelTolerance && difference.differingPixels == 0) {
+            difference.firstX = static_cast<int32_t>(i % static_cast<size_t>(a.width));
+            difference.firstY = static_cast<int32_t>(i / static_cast<size_t>(a.width));
+        }
+        difference.differingPixels += largest > channelTolerance ? 1 : 0;
     }
     return difference;
 }

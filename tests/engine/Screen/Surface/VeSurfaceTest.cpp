@@ -23,6 +23,19 @@ std::vector<std::string> Picture(const VeSurface& s, uint32_t colour) {
     return rows;
 }
 
+// A surface of that width holding the pixels row by row.
+VeSurface Holding(int32_t width, const std::vector<uint32_t>& pixels) {
+    VeSurface s(width, static_cast<int32_t>(pixels.size()) / width);
+    for (size_t i = 0; i < pixels.size(); ++i) {
+        s.SetPixel(static_cast<int32_t>(i), pixels[i]);
+    }
+    return s;
+}
+
+std::vector<uint32_t> PixelsOf(const VeSurface& s) {
+    return std::vector<uint32_t>(s.Pixels(), s.Pixels() + s.width * s.height);
+}
+
 } // namespace
 
 TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutsideAndAViewWritesThrough) {
@@ -52,49 +65,32 @@ TEST(VeSurfaceTest, ANewSurfaceIsBlackAndReadsBlackOutsideAndAViewWritesThrough)
 }
 
 TEST(VeSurfaceTest, BlendPixelRules) {
-    VeSurface s(4, 1);
-    s.SetPixel(0, kColourKey);
-    s.BlendPixel(0, 0x00FF00, 0.5f);
-    EXPECT_EQ(s.GetPixel(0), 0x7F00FF00u) << "onto the key the colour takes alpha byte 127";
-
-    s.SetPixel(1, 0x80000000 | 0x000000);
-    s.BlendPixel(1, 0xFFFFFF, 0.5f);
-    EXPECT_EQ(s.GetPixel(1), 0x807F7F7Fu) << "channels mixed, old alpha kept";
-
-    s.SetPixel(2, 0x102030);
-    s.BlendPixel(2, 0xFFFFFF, 0.0f);
+    VeSurface s = Holding(4, {kColourKey, 0x80000000, 0x102030, kColourKey});
+    s.BlendPixel(0, 0x00FF00, 0.5f); // onto the key the colour takes alpha byte 127
+    s.BlendPixel(1, 0xFFFFFF, 0.5f); // channels mixed, old alpha kept
+    s.BlendPixel(2, 0xFFFFFF, 0.0f); // alpha 0 or less does nothing
     s.BlendPixel(2, 0xFFFFFF, -1.0f);
-    EXPECT_EQ(s.GetPixel(2), 0x102030u) << "alpha 0 or less does nothing";
-    s.BlendPixel(2, 0x00ABCDEF, 1.0f);
-    EXPECT_EQ(s.GetPixel(2), 0x00ABCDEFu);
-
-    s.SetPixel(3, kColourKey);
-    s.BlendPixel(3, 0x123456, 0.003f);
-    EXPECT_EQ(s.GetPixel(3), kColourKey) << "a blend too faint for one alpha step leaves the key";
-
+    s.BlendPixel(3, 0x123456, 0.003f); // too faint for one alpha step: the key stays
+    // Positions outside are skipped.
     s.BlendIndex(4, 0xFFFFFF, 1.0f);
     s.BlendIndex(-1, 0xFFFFFF, 1.0f);
     s.BlendXY(0, 1, 0xFFFFFF, 1.0f);
-    EXPECT_EQ(s.GetPixel(3), kColourKey) << "positions outside are skipped";
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{0x7F00FF00, 0x807F7F7F, 0x102030, kColourKey}));
+    s.BlendPixel(2, 0x00ABCDEF, 1.0f);
+    EXPECT_EQ(s.GetPixel(2), 0x00ABCDEFu);
 }
 
 TEST(VeSurfaceTest, MultiplyUsesFiveBitFixedPointAndShadesTheKey) {
-    VeSurface s(3, 1);
-    s.SetPixel(0, 0x00FF8040);
-    s.SetPixel(1, kColourKey);
-    s.SetPixel(2, 0xFF102030);
+    VeSurface s = Holding(3, {0x00FF8040, kColourKey, 0xFF102030});
     s.MultiplyAll(0.5f);
-    EXPECT_EQ(s.GetPixel(0), 0x007F4020u);
-    EXPECT_EQ(s.GetPixel(1), 0x7F000000u);
-    EXPECT_EQ(s.GetPixel(2), 0x00081018u) << "the alpha byte becomes 0";
+    // The key becomes a half shade; the alpha byte of the others becomes 0.
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{0x007F4020, 0x7F000000, 0x00081018}));
 
-    s.SetPixel(0, 0x00F08010);
-    s.MultiplyPixel(0, 2.0f);
-    EXPECT_EQ(s.GetPixel(0), 0x00FFFF20u) << "brightening saturates each channel";
-    s.SetPixel(1, kColourKey);
-    s.MultiplyXY(1, 0, 1.5f);
-    EXPECT_EQ(s.GetPixel(1), 0u) << "a brightened key is plain black, never a negative alpha";
+    s = Holding(2, {0x00F08010, kColourKey});
+    s.MultiplyPixel(0, 2.0f); // brightening saturates each channel
+    s.MultiplyXY(1, 0, 1.5f); // a brightened key is plain black, never a negative alpha
     s.MultiplyXY(5, 0, 0.5f);
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{0x00FFFF20, 0}));
 }
 
 TEST(VeSurfaceTest, RectOutlineNegativeSizesClippingAndBlend) {
@@ -151,63 +147,47 @@ TEST(VeSurfaceTest, LinesStepLikeBresenhamAndMultiplyWithAFactor) {
 }
 
 TEST(VeSurfaceTest, GreyRectClipsAndKeepsKeyAndAlpha) {
-    VeSurface s(4, 2);
-    s.Fill(0x00306090);
-    s.SetPixel(1, kColourKey);
-    s.SetPixel(2, 0x80010203);
+    constexpr uint32_t kBlue = 0x00306090;
+    constexpr uint32_t kGrey = 0x00606060;
+    VeSurface s = Holding(4, {kBlue, kColourKey, 0x80010203, kBlue, kBlue, kBlue, kBlue, kBlue});
+    // A start below 0 is taken as 0 and the end is the start plus the width; the key stays and
+    // the alpha byte is kept.
     s.GreyRect(-3, 0, 3, 1);
-    EXPECT_EQ(s.GetPixel(0), 0x00606060u) << "a start below 0 is taken as 0";
-    EXPECT_EQ(s.GetPixel(1), kColourKey);
-    EXPECT_EQ(s.GetPixel(2), 0x80020202u) << "alpha byte kept";
-    EXPECT_EQ(s.GetPixel(3), 0x00306090u) << "the end is the start plus the width";
-    EXPECT_EQ(s.GetXY(0, 1), 0x00306090u);
-
+    EXPECT_EQ(PixelsOf(s),
+              (std::vector<uint32_t>{kGrey, kColourKey, 0x80020202, kBlue, kBlue, kBlue, kBlue, kBlue}));
+    // y beyond the edge starts at 0 and sizes 0 reach the edges; x 2 is inside, so the columns
+    // left of it stay.
     s.GreyRect(2, 7, 0, 0);
-    EXPECT_EQ(s.GetXY(3, 1), 0x00606060u) << "y beyond the edge starts at 0, sizes 0 reach the edges";
-    EXPECT_EQ(s.GetXY(1, 1), 0x00306090u) << "x 2 is inside, so the columns left of it stay";
-
-    VeSurface t(2, 2);
-    t.Fill(0x00306090);
+    EXPECT_EQ(s.GetXY(3, 1), kGrey);
+    EXPECT_EQ(s.GetXY(1, 1), kBlue);
+    // An end beyond the edge stops there.
+    VeSurface t = Holding(2, {kBlue, kBlue, kBlue, kBlue});
     t.GreyRect(1, 1, 100, 100);
-    EXPECT_EQ(t.GetXY(1, 1), 0x00606060u) << "an end beyond the edge stops there";
-    EXPECT_EQ(t.GetXY(0, 1), 0x00306090u);
+    EXPECT_EQ(PixelsOf(t), (std::vector<uint32_t>{kBlue, kBlue, kBlue, kGrey}));
 }
 
 TEST(VeSurfaceTest, ColourKeyStep) {
-    VeSurface s(4, 1);
-    s.SetPixel(0, 0x00FF00FF);
-    s.SetPixel(1, 0x00123456);
-    s.SetPixel(2, 0x40123456);
-    s.SetPixel(3, 0xFFFF00FF);
+    // Only the exact key with alpha 0 is transparent; a blended pixel keeps its alpha.
+    VeSurface s = Holding(4, {0x00FF00FF, 0x00123456, 0x40123456, 0xFFFF00FF});
     s.ApplyColourKey(0xFF00FF, false);
-    EXPECT_EQ(s.GetPixel(0), 0x00FF00FFu);
-    EXPECT_EQ(s.GetPixel(1), 0xFF123456u);
-    EXPECT_EQ(s.GetPixel(2), 0x40123456u) << "a blended pixel keeps its alpha";
-    EXPECT_EQ(s.GetPixel(3), 0xFFFF00FFu) << "only the exact key is transparent";
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{0x00FF00FF, 0xFF123456, 0x40123456, 0xFFFF00FF}));
 
-    s.SetPixel(0, 0x00FF00FF);
-    EXPECT_EQ(s.KeyPixel(0, 0xFF00FF, true), 0x00FF00FFu);
-    EXPECT_EQ(s.GetPixel(0), 0u);
     s.SetPixel(1, 0x00000001);
+    EXPECT_EQ(s.KeyPixel(0, 0xFF00FF, true), 0x00FF00FFu);
     EXPECT_EQ(s.KeyPixel(1), 0x00000001u);
-    EXPECT_EQ(s.GetPixel(1), 0xFF000001u);
+    EXPECT_EQ(PixelsOf(s)[0], 0u);
+    EXPECT_EQ(PixelsOf(s)[1], 0xFF000001u);
 }
 
 TEST(VeSurfaceTest, ReplaceMirrorAndRotate) {
-    VeSurface s(3, 2);
-    for (int i = 0; i < 6; ++i) {
-        s.SetPixel(i, static_cast<uint32_t>(i + 1));
-    }
-    s.SetPixel(4, 0x7F000002);
+    VeSurface s = Holding(3, {1, 2, 3, 4, 0x7F000002, 6});
     s.ReplaceColour(0xAA000002, 0x12ABCDEF);
-    EXPECT_EQ(s.GetPixel(1), 0x00ABCDEFu);
-    EXPECT_EQ(s.GetPixel(4), 0x7FABCDEFu) << "the alpha byte is kept";
-    s.SetPixel(1, 2);
-    s.SetPixel(4, 5);
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{1, 0x00ABCDEF, 3, 4, 0x7FABCDEF, 6})) << "alpha bytes kept";
+    s = Holding(3, {1, 2, 3, 4, 5, 6});
     s.MirrorHorizontal();
-    EXPECT_EQ(std::vector<uint32_t>(s.Pixels(), s.Pixels() + 6), (std::vector<uint32_t>{3, 2, 1, 6, 5, 4}));
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{3, 2, 1, 6, 5, 4}));
     s.Rotate180();
-    EXPECT_EQ(std::vector<uint32_t>(s.Pixels(), s.Pixels() + 6), (std::vector<uint32_t>{4, 5, 6, 1, 2, 3}));
+    EXPECT_EQ(PixelsOf(s), (std::vector<uint32_t>{4, 5, 6, 1, 2, 3}));
 
     std::vector<uint32_t> buffer{1, 2, 9, 3, 4, 9};
     VeSurface view;
@@ -227,14 +207,10 @@ TEST(VeSurfaceTest, CopiesAndBlits) {
     VeSurface view;
     view.AttachView(buffer.data(), 2, 2, 3);
     b.CopyFrom(view);
-    EXPECT_EQ(std::vector<uint32_t>(b.Pixels(), b.Pixels() + 4), (std::vector<uint32_t>{1, 2, 3, 4}));
+    EXPECT_EQ(PixelsOf(b), (std::vector<uint32_t>{1, 2, 3, 4}));
 
     VeSurface dest(4, 3);
-    VeSurface src(2, 2);
-    src.SetPixel(0, 7);
-    src.SetPixel(1, kColourKey);
-    src.SetPixel(2, 8);
-    src.SetPixel(3, 9);
+    const VeSurface src = Holding(2, {7, kColourKey, 8, 9});
     dest.Fill(1);
     dest.BlitKeyed(src, 3, 2);
     EXPECT_EQ(dest.GetXY(3, 2), 7u) << "clipped at the right and bottom";
@@ -280,16 +256,12 @@ TEST(VeSurfaceTest, CopiesAndCheckedBlitsAssertOnBadSizes) {
 }
 
 TEST(VeSurfaceTest, DrawImageCentresBrightensAndBlends) {
-    VeSurface src(2, 1);
-    src.SetPixel(0, 0x00804020);
-    src.SetPixel(1, kColourKey);
+    const VeSurface src = Holding(2, {0x00804020, kColourKey});
     VeSurface dest(4, 1);
-    dest.Fill(0x00000000);
+    // Centred: x = 2 - 1, brightness clamps at 255; then blended at half on the right.
     dest.DrawImage(src, 2, 0, false, kColourKey, 2.0f, 1.0f, true);
-    EXPECT_EQ(dest.GetPixel(1), 0x00FF8040u) << "centred: x = 2 - 1, brightness clamps at 255";
-    EXPECT_EQ(dest.GetPixel(2), 0u);
     dest.DrawImage(src, 3, 0, false, kColourKey, 1.0f, 0.5f);
-    EXPECT_EQ(dest.GetPixel(3), 0x00402010u);
+    EXPECT_EQ(PixelsOf(dest), (std::vector<uint32_t>{0, 0x00FF8040, 0, 0x00402010}));
 
     VeSurface same(2, 1);
     same.DrawImage(src, 0, 0);

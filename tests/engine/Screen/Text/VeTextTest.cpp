@@ -3,9 +3,11 @@
 #include "Screen/Text/VeGlyphs.h"
 
 #include "Support/HaltCapture.h"
+#include "engine/Screen/PixelProbe.h"
 #include "engine/Screen/ScreenTestSupport.h"
 
 #include <array>
+#include <sstream>
 
 namespace {
 // Size 1, weight 1: cells of 5 x 5 pixels.
@@ -30,15 +32,23 @@ int CountInk(const VeSurface& surface, int32_t left = 0, int32_t top = 0, int32_
     return count;
 }
 
+// The text's size, lines, columns and wrap positions in one line.
+std::string Layout(const VeText& text) {
+    std::ostringstream out;
+    out << text.Width() << "x" << text.Height() << " lines " << text.lines << " columns " << text.columns
+        << " wraps";
+    for (int32_t at : text.wrapPositions) {
+        out << " " << at;
+    }
+    return out.str();
+}
+
 } // namespace
 
 TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSizeAndShoutedTextIsUpperCase) {
     VeTextStyle style = Tiny(0);
     VeText text("AB", &style);
-    EXPECT_EQ(text.Width(), 10);
-    EXPECT_EQ(text.Height(), 5);
-    EXPECT_EQ(text.lines, 1);
-    EXPECT_EQ(text.columns, 2);
+    EXPECT_EQ(Layout(text), "10x5 lines 1 columns 2 wraps");
 
     style.LetterSpacing(2);
     text.SetStyle(style);
@@ -71,15 +81,10 @@ TEST(VeTextTest, WrapsAtSpacesAndBreaksLongWordsHard) {
     // Advance 6: 30 pixels hold 5 characters, and a sixth since it needs no spacing after it.
     VeTextStyle style = Tiny(1, 30);
     VeText text("HELLO WORLD AGAIN", &style);
-    EXPECT_EQ(text.wrapPositions, std::vector<int32_t>({5, 11}));
-    EXPECT_EQ(text.lines, 3);
-    EXPECT_EQ(text.columns, 6);
-    EXPECT_EQ(text.Width(), 35);
-    EXPECT_EQ(text.Height(), 3 * 6 - 1);
+    EXPECT_EQ(Layout(text), "35x17 lines 3 columns 6 wraps 5 11");
 
     VeText word("ABCDEFGHIJKLMNO", &style);
-    EXPECT_EQ(word.wrapPositions, std::vector<int32_t>({5, 11}));
-    EXPECT_EQ(word.lines, 3);
+    EXPECT_EQ(Layout(word), "35x17 lines 3 columns 6 wraps 5 11");
     // Line 2 starts with "G" at the left edge; "M" starts line 3.
     VeTextStyle plain = Tiny();
     VeText g("G", &plain);
@@ -92,16 +97,10 @@ TEST(VeTextTest, WrapsAtSpacesAndBreaksLongWordsHard) {
     }
 
     // The first line broken inside a word keeps its full width, so no letter is cut off.
-    VeText split("ABCDEFGH", &style);
-    EXPECT_EQ(split.wrapPositions, std::vector<int32_t>({5}));
-    EXPECT_EQ(split.columns, 6);
-    EXPECT_EQ(split.Width(), 35);
+    EXPECT_EQ(Layout(VeText("ABCDEFGH", &style)), "35x11 lines 2 columns 6 wraps 5");
 
     // Short enough for one line: no wrap positions, as without a limit.
-    VeText shortText("HELLO", &style);
-    EXPECT_TRUE(shortText.wrapPositions.empty());
-    EXPECT_EQ(shortText.lines, 1);
-    EXPECT_EQ(shortText.Width(), 29);
+    EXPECT_EQ(Layout(VeText("HELLO", &style)), "29x5 lines 1 columns 5 wraps");
 
     // Line height adds between lines only.
     style.LineHeight(4);
@@ -113,10 +112,8 @@ TEST(VeTextTest, HeightCapCutsTheString) {
     // Two lines of 6 pixels fit in 12.
     VeTextStyle style = Tiny(1, 30, 12);
     VeText text("HELLO WORLD AGAIN AND AGAIN", &style);
-    EXPECT_EQ(text.lines, 2);
-    EXPECT_EQ(text.wrapPositions, std::vector<int32_t>({5}));
     EXPECT_EQ(text.text, "HELLO WORLD ");
-    EXPECT_EQ(text.Height(), 11);
+    EXPECT_EQ(Layout(text), "35x11 lines 2 columns 6 wraps 5");
 
     VeText word("ABCDEFGHIJKLMNOPQRSTUVWXYZ", &style);
     EXPECT_EQ(word.text, "ABCDEFGHIJKL");
@@ -126,8 +123,7 @@ TEST(VeTextTest, HeightCapCutsTheString) {
     style.MaxHeight(6);
     VeText one("ABCDEFGHIJKLMNOPQRSTUVWXYZ", &style);
     EXPECT_EQ(one.text, "ABCDEF");
-    EXPECT_EQ(one.lines, 1);
-    EXPECT_EQ(one.Width(), 35);
+    EXPECT_EQ(Layout(one), "35x5 lines 1 columns 6 wraps");
 
     // No cap: everything stays.
     style.MaxHeight(0);
@@ -299,20 +295,11 @@ TEST_F(ScreenTestBase, FrameRateDisplayIsDrawnByTheScreenInTheColoursOfTheVsyncS
         const uint32_t rim = colours[screen.vsync ? 3 : 1];
         const int32_t textWidth = static_cast<int32_t>(text.size()) * 21 - 1;
         const int32_t left = 320 - textWidth / 2;
-        int inked = 0;
-        int rimmed = 0;
-        int outside = 0;
-        for (int32_t y = 0; y < 60; ++y) {
-            for (int32_t x = 0; x < 640; ++x) {
-                const uint32_t pixel = frame.At(x, y);
-                const bool inBox = x >= left - 1 && x <= left + textWidth && y >= 9 && y <= 30;
-                inked += pixel == colour ? 1 : 0;
-                rimmed += pixel == rim ? 1 : 0;
-                outside += (pixel != 0x404040 && !inBox) ? 1 : 0;
-            }
-        }
-        EXPECT_EQ(inked > 300, shown) << inked;
-        EXPECT_EQ(rimmed > 100, shown) << rimmed;
-        EXPECT_EQ(outside, 0);
+        EXPECT_EQ(CountColour(frame, colour, 0, 0, 640, 60) > 300, shown);
+        EXPECT_EQ(CountColour(frame, rim, 0, 0, 640, 60) > 100, shown);
+        // Nothing but the background outside the text's box.
+        const int boxBackground = CountColour(frame, 0x404040, left - 1, 9, left + textWidth + 1, 31);
+        EXPECT_EQ(CountColour(frame, 0x404040, 0, 0, 640, 60) - boxBackground,
+                  640 * 60 - (textWidth + 2) * 22);
     }
 }

@@ -22,12 +22,20 @@
 #include <unistd.h>
 
 namespace {
+using M = QmNetworkManager;
+
+sockaddr_in Loopback(uint16_t port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
 // A socket listening on a free loopback port: connections wait in its backlog until accepted.
 int Listening(uint16_t& port) {
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in local{};
-    local.sin_family = AF_INET;
-    local.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in local = Loopback(0);
     socklen_t length = sizeof local;
     bind(listener, reinterpret_cast<sockaddr*>(&local), length);
     listen(listener, 8);
@@ -93,10 +101,7 @@ public:
     }
     bool Reachable() const {
         const int probe = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in target{};
-        target.sin_family = AF_INET;
-        target.sin_port = htons(port);
-        target.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        sockaddr_in target = Loopback(port);
         const bool ok = connect(probe, reinterpret_cast<sockaddr*>(&target), sizeof target) == 0;
         close(probe);
         return ok;
@@ -132,15 +137,29 @@ public:
         const auto notices = manager.TakeNotices();
         return notices.empty() ? 0 : notices.back().textLine;
     }
+    // One request of the manager's, run until nothing is out; returns the last notice it raised.
+    template <typename... Params, typename... Args>
+    int32_t Do(void (M::*request)(Params...), Args&&... args) {
+        (manager.*request)(std::forward<Args>(args)...);
+        Settle();
+        return LastNoticeLine();
+    }
     QmNetworkManager manager;
 };
 
-void WriteMap(const std::string& fileName) {
+// A shipped map copied into the player's maps (with an empty score file), offered for a slot.
+QmMapUpload HotFeet(int32_t slot) {
     std::filesystem::create_directories(GetGameFolder() + "/Maps");
     std::filesystem::copy_file(std::string(QM_SOURCE_DIR) + "/Maps/FirstSteps/HotFeet.map",
-                               GetGameFolder() + "/Maps/" + fileName,
+                               GetGameFolder() + "/Maps/Hot Feet.map",
                                std::filesystem::copy_options::overwrite_existing);
-    std::ofstream(GetGameFolder() + "/Maps/" + fileName.substr(0, fileName.rfind('.')) + ".dat") << "";
+    std::ofstream(GetGameFolder() + "/Maps/Hot Feet.dat") << "";
+    QmMapUpload upload;
+    upload.blocks.assign(400, 0);
+    upload.name = "HOT FEET";
+    upload.fileName = "Hot Feet.map";
+    upload.slot = slot;
+    return upload;
 }
 } // namespace
 
@@ -150,79 +169,50 @@ TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     ASSERT_TRUE(service.Reachable());
     Client alice(service.Url());
 
-    alice.manager.Register("alice", "pw&=1", "alice@example.org");
-    alice.Settle();
+    alice.Do(&M::Register, "alice", "pw&=1", "alice@example.org");
     EXPECT_TRUE(alice.manager.IsLoggedIn());
     EXPECT_EQ(alice.manager.TakePageRequest(), 7);
-    alice.manager.Register("alice", "other", "alice2@example.org");
-    alice.Settle();
+    alice.Do(&M::Register, "alice", "other", "alice2@example.org");
     EXPECT_EQ(alice.manager.TakeRegisterMessage(), 147);
 
-    alice.manager.Login("alice", "wrong");
-    alice.Settle();
+    alice.Do(&M::Login, "alice", "wrong");
     EXPECT_EQ(alice.manager.TakeLoginResult(), 1);
-    alice.manager.Login("alice", "pw&=1"); // sent as typed
-    alice.Settle();
+    alice.Do(&M::Login, "alice", "pw&=1"); // sent as typed
     EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
     const int32_t aliceId = alice.manager.GetUserId();
     EXPECT_EQ(alice.manager.GetUserName(), "alice");
-
-    WriteMap("Hot Feet.map");
-    QmMapUpload upload;
-    upload.blocks.assign(400, 0);
-    upload.name = "HOT FEET";
-    upload.fileName = "Hot Feet.map";
     for (int32_t slot = 1; slot <= 2; ++slot) {
-        upload.slot = slot;
-        alice.manager.PostMap(upload);
-        alice.Settle();
-        EXPECT_EQ(alice.LastNoticeLine(), 178) << slot;
+        EXPECT_EQ(alice.Do(&M::PostMap, HotFeet(slot)), 178) << slot;
     }
 
-    // Another player sees alice in the list and downloads her maps into the cache.
+    // Another player sees alice in the list with both maps. (Downloading one: the HTTPS case below,
+    // the shared maps page's test and the journey.)
     Client bob(service.Url());
     bob.manager.Register("bob", "pw", "bob@example.org");
-    bob.manager.RequestMapUserList();
-    bob.Settle();
+    bob.Do(&M::RequestMapUserList);
     bool listed = false;
     for (const QmSharedUser& user : bob.manager.GetUsers()) {
         listed = listed || (user.id == aliceId && user.name == "alice" && user.count == 2);
     }
     EXPECT_TRUE(listed);
-    bob.manager.RequestMaps(aliceId);
-    bob.Settle();
-    ASSERT_EQ(bob.manager.GetMaps().size(), 2u);
-    EXPECT_TRUE(std::filesystem::exists(bob.manager.GetMaps()[0].localPath));
 
     // Reorder and delete with a fresh list, then with a stale one.
-    alice.manager.RequestMaps(aliceId);
-    alice.Settle();
+    alice.Do(&M::RequestMaps, aliceId);
     ASSERT_EQ(alice.manager.GetMaps().size(), 2u);
     const std::string first = alice.manager.GetMaps()[0].fileName;
-    alice.manager.MoveMapDown(1, false);
-    alice.Settle();
-    EXPECT_EQ(alice.LastNoticeLine(), 0);
+    EXPECT_EQ(alice.Do(&M::MoveMapDown, 1, false), 0);
     EXPECT_EQ(alice.manager.GetMaps()[1].fileName, first) << "the list shown follows the move";
     EXPECT_EQ(alice.manager.GetMaps()[1].slot, 2);
-    bob.manager.RequestMaps(aliceId); // bob's view does not matter; alice's goes stale below
-    alice.manager.DeleteMap(1);
-    alice.Settle();
-    EXPECT_EQ(alice.LastNoticeLine(), 0);
+    EXPECT_EQ(alice.Do(&M::DeleteMap, 1), 0);
     alice.Settle();
     ASSERT_EQ(alice.manager.GetMaps().size(), 1u);
 
     Client stale(service.Url());
-    stale.manager.Login("alice", "pw&=1");
-    stale.Settle();
-    stale.manager.DeleteMap(alice.manager.GetMaps()[0].slot); // never saw the list
-    stale.Settle();
-    EXPECT_EQ(stale.LastNoticeLine(), 179);
-
+    stale.Do(&M::Login, "alice", "pw&=1");
+    EXPECT_EQ(stale.Do(&M::DeleteMap, alice.manager.GetMaps()[0].slot), 179) << "never saw the list";
     // A wrong session changes nothing.
     Client intruder(service.Url());
-    intruder.manager.DeleteMap(1);
-    intruder.Settle();
-    EXPECT_EQ(intruder.LastNoticeLine(), 151);
+    EXPECT_EQ(intruder.Do(&M::DeleteMap, 1), 151);
 }
 
 TEST(QmNetworkManagerTest, HttpsServiceTrustedThroughItsCaFileAndRefusedWithout) {
@@ -238,22 +228,12 @@ TEST(QmNetworkManagerTest, HttpsServiceTrustedThroughItsCaFileAndRefusedWithout)
     Client alice(front.Url());
     alice.manager.Register("alice", "pw", "alice@example.org");
     EXPECT_LT(alice.Settle(), 50) << "the handshake never holds up a frame";
-    alice.manager.Login("alice", "pw");
-    alice.Settle();
+    alice.Do(&M::Login, "alice", "pw");
     EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
-    WriteMap("Hot Feet.map");
-    QmMapUpload upload;
-    upload.blocks.assign(400, 0);
-    upload.name = "HOT FEET";
-    upload.fileName = "Hot Feet.map";
-    alice.manager.PostMap(upload);
-    alice.Settle();
-    EXPECT_EQ(alice.LastNoticeLine(), 178);
-    alice.manager.RequestMapUserList();
-    alice.Settle();
+    EXPECT_EQ(alice.Do(&M::PostMap, HotFeet(1)), 178);
+    alice.Do(&M::RequestMapUserList);
     ASSERT_EQ(alice.manager.GetUsers().size(), 1u);
-    alice.manager.RequestMaps(alice.manager.GetUserId());
-    alice.Settle();
+    alice.Do(&M::RequestMaps, alice.manager.GetUserId());
     ASSERT_EQ(alice.manager.GetMaps().size(), 1u);
     std::string shared, original;
     EXPECT_TRUE(ReadFileBytes(alice.manager.GetMaps()[0].localPath, shared));
@@ -264,10 +244,8 @@ TEST(QmNetworkManagerTest, HttpsServiceTrustedThroughItsCaFileAndRefusedWithout)
     unsetenv("QUILLMAZE_CA_FILE");
     const uintmax_t before = front.Requests();
     Client stranger(front.Url());
-    stranger.manager.Login("alice", "pw");
-    stranger.Settle();
+    EXPECT_EQ(stranger.Do(&M::Login, "alice", "pw"), 218);
     EXPECT_EQ(stranger.manager.TakeLoginResult(), 1);
-    EXPECT_EQ(stranger.LastNoticeLine(), 218);
     EXPECT_FALSE(QmNetworkManager::Fetch(front.Url() + "/quillmaze", shared));
     EXPECT_EQ(front.Requests(), before);
 }
@@ -302,12 +280,8 @@ TEST(QmNetworkManagerTest, ServiceDownGarbageAndSilenceAreReportedWithoutStallin
     client.manager.RequestMapUserList();
     EXPECT_LT(client.Settle(), 50);
     EXPECT_EQ(client.LastNoticeLine(), 165);
-    client.manager.RequestMapUserList();
-    client.Settle();
-    EXPECT_EQ(client.LastNoticeLine(), 151);
-    client.manager.RequestMapUserList();
-    client.Settle();
-    EXPECT_EQ(client.LastNoticeLine(), 151);
+    EXPECT_EQ(client.Do(&M::RequestMapUserList), 151) << "garbage";
+    EXPECT_EQ(client.Do(&M::RequestMapUserList), 151) << "an answer without end";
     peer.join();
     close(listener);
 }

@@ -5,6 +5,8 @@
 #include "Platform/VeFiles.h"
 #include "game/Environment/CoreEnvironmentManager/WorldFixture.h"
 
+#include <algorithm>
+#include <functional>
 #include <random>
 
 namespace {
@@ -109,39 +111,22 @@ TEST_F(EditorModelTest, UndoingEveryRandomEditRestoresTheMapByteForByte) {
         const std::string original = MapBytes();
         const QmEditorModel::Snapshot start = model.Current();
         const std::string startFile = world.CurrentMapFile();
-        const int steps = 5 + static_cast<int>(random() % 30);
+        const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<uint32_t>(n)); };
+        const std::function<void()> edits[] = {
+            [&] {
+                model.Paint(below(world.mapSize), below(world.mapSize), static_cast<BlockId>(below(256)));
+            },
+            [&] { model.Fill(static_cast<BlockId>(below(6))); },
+            [&] { model.Generate(); },
+            [&] { model.SwitchSize(); },
+            [&] { model.Rename("Map " + std::to_string(below(5))); },
+            [&] { model.SetLocked(below(2) == 0); },
+            [&] { model.SetEditable(below(2) == 0); },
+            [&] { model.Clear(); },
+        };
+        const int steps = 5 + below(30);
         for (int s = 0; s < steps; ++s) {
-            const int n = world.mapSize;
-            switch (random() % 9) {
-            case 0:
-            case 1:
-            case 2:
-                model.Paint(static_cast<int>(random() % n), static_cast<int>(random() % n),
-                            static_cast<BlockId>(random() % 256));
-                break;
-            case 3:
-                model.Fill(static_cast<BlockId>(random() % 6));
-                break;
-            case 4:
-                model.Generate();
-                break;
-            case 5:
-                model.SwitchSize();
-                break;
-            case 6:
-                model.Rename("Map " + std::to_string(random() % 5));
-                break;
-            case 7:
-                model.SetLocked(random() % 2 == 0);
-                break;
-            default:
-                if (random() % 3 == 0) {
-                    model.Clear();
-                } else {
-                    model.SetEditable(random() % 2 == 0);
-                }
-                break;
-            }
+            edits[std::max(0, below(10) - 2)](); // painting three times as often as each other edit
         }
         const QmEditorModel::Snapshot end = model.Current();
         while (model.Undo()) {

@@ -107,20 +107,19 @@ protected:
 TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
     Start();
     const auto cells = world->blocks;
-    struct Case {
-        int command;
-        std::string action;
-    };
     editor->Model().Paint(0, 0, 3); // modified: generating and leaving must ask
     const auto edited = world->blocks;
-    for (const Case& c :
-         {Case{QmEditor::CmdClear, "CLEAR_MAP"}, Case{QmEditor::CmdLock, "LOCK"},
-          Case{QmEditor::CmdEditable, "NOT_EDITABLE"}, Case{QmEditor::CmdGenerate, "GENERATE"},
-          Case{QmEditor::CmdResetScores, "RESET_SCORE"}, Case{QmEditor::CmdLeave, "LEAVE_WITHOUT_SAVING"}}) {
-        editor->ExecuteCommand(c.command);
-        EXPECT_EQ(editor->PendingQuestion(), c.action);
-        ASSERT_TRUE(editorHost.dialogOpen) << c.action;
-        EXPECT_EQ(editorHost.dialogAction, c.action);
+    for (const auto& [command, action] :
+         std::vector<std::pair<int, std::string>>{{QmEditor::CmdClear, "CLEAR_MAP"},
+                                                  {QmEditor::CmdLock, "LOCK"},
+                                                  {QmEditor::CmdEditable, "NOT_EDITABLE"},
+                                                  {QmEditor::CmdGenerate, "GENERATE"},
+                                                  {QmEditor::CmdResetScores, "RESET_SCORE"},
+                                                  {QmEditor::CmdLeave, "LEAVE_WITHOUT_SAVING"}}) {
+        editor->ExecuteCommand(command);
+        EXPECT_EQ(editor->PendingQuestion(), action);
+        ASSERT_TRUE(editorHost.dialogOpen) << action;
+        EXPECT_EQ(editorHost.dialogAction, action);
         // While the dialog is open it has the keys: Return paints nothing, and it is drawn.
         const int frames = editorHost.dialogFrames;
         Press(VeKey::Return);
@@ -129,7 +128,7 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
         editorHost.Reply(false);
         Step();
         EXPECT_EQ(editor->PendingQuestion(), "");
-        EXPECT_EQ(world->blocks, edited) << c.action;
+        EXPECT_EQ(world->blocks, edited) << action;
         EXPECT_FALSE(world->locked);
         EXPECT_TRUE(world->editable);
         EXPECT_EQ(editorHost.leaves, 0);

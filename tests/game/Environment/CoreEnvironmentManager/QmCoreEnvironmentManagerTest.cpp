@@ -336,8 +336,7 @@ TEST_F(WorldTest, RenamingAMapMovesItsFilesAndTellsTheRace) {
     world.mapName = "dark woods";
     world.CommitName();
     EXPECT_EQ(Maps(world, 0), "DarkWoods.map,Other.map");
-    EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.map")));
-    EXPECT_FALSE(FileExists(Game("Maps/Forest/Level.dat")));
+    EXPECT_EQ(Files("Maps/Forest"), "DarkWoods.dat,DarkWoods.map,Other.map,tour.dat");
     EXPECT_EQ(ReadLines("Maps/Forest/DarkWoods.dat"), Lines{"scores"}) << "the score file moves with its map";
     EXPECT_EQ(world.GetMapField('n'), "dark woods");
     EXPECT_EQ(gameplay.renamed, 1);
@@ -360,12 +359,11 @@ TEST_F(WorldTest, DeletingAMapRemovesItsScoreFileOnlyWithIt) {
     RemoveFile(Game("Maps/Forest/C.map"));
 
     EXPECT_TRUE(world.DeleteLevel(0, 0, false));
-    EXPECT_FALSE(FileExists(Game("Maps/Forest/A.map")));
-    EXPECT_FALSE(FileExists(Game("Maps/Forest/A.dat")));
+    EXPECT_EQ(Files("Maps/Forest"), "B.map,C.dat,tour.dat");
     EXPECT_EQ(Maps(world, 0), "A.map,B.map,C.map") << "the list stays unless asked";
 
     EXPECT_FALSE(world.DeleteLevel(0, 2, false));
-    EXPECT_TRUE(FileExists(Game("Maps/Forest/C.dat"))) << "a missing map keeps its score file";
+    EXPECT_EQ(Files("Maps/Forest"), "B.map,C.dat,tour.dat") << "a missing map keeps its score file";
     EXPECT_FALSE(world.DeleteLevel(0, 3, true));
     EXPECT_FALSE(world.DeleteLevel(1, 0, true));
     EXPECT_FALSE(world.DeleteLevel(-1, 0, true));
@@ -457,15 +455,12 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     EXPECT_EQ(Tours(fresh), "Forest,Strict,Gone,Shipped");
     EXPECT_EQ(Maps(fresh, 0), "Level.map,SunnyHills.map");
     EXPECT_EQ(Maps(fresh, 1), "Own.map") << "a tour that does not collect keeps its own list";
-    EXPECT_TRUE(FileExists(Game("Maps/Forest/SunnyHills.map")));
+    // The copied map and its scores take its name's form; an orphan score file goes.
+    EXPECT_EQ(Files("Maps/Forest"), "Level.dat,Level.map,SunnyHills.dat,SunnyHills.map,notes.txt,tour.dat");
     EXPECT_EQ(ReadLines("Maps/Forest/SunnyHills.dat"), Lines{"scores"});
-    EXPECT_FALSE(FileExists(Game("Maps/Forest/Orphan.dat")));
-    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.dat")));
-    EXPECT_TRUE(FileExists(Game("Maps/Forest/notes.txt")));
-    EXPECT_TRUE(FileExists(Game("Maps/Strict/Stray.map")));
+    EXPECT_EQ(Files("Maps/Strict"), "Own.map,Stray.map,tour.dat");
     EXPECT_EQ(fresh.tours[2].name, "") << "a missing folder keeps the default record";
-    EXPECT_FALSE(IsDirectory(Game("Maps/Gone")));
-    EXPECT_FALSE(IsDirectory(Game("Maps/Shipped"))) << "shipped tours are not copied";
+    EXPECT_EQ(Join(ListFolders(Game("Maps"))), "Forest,Strict") << "shipped tours are not copied";
 
     // A map whose file does not carry its name's form is renamed at the next scan.
     fresh.tourIndex = 0;
@@ -474,6 +469,8 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     WritePlain("Maps/Forest/Level.map", MapLines("meadow"));
     ASSERT_TRUE(fresh.ScanWorld());
     EXPECT_EQ(Maps(fresh, 0), "Meadow.map,SunnyHillsTwo.map");
+    EXPECT_EQ(Files("Maps/Forest"),
+              "Meadow.dat,Meadow.map,SunnyHillsTwo.dat,SunnyHillsTwo.map,notes.txt,tour.dat");
     EXPECT_EQ(ReadLines("Maps/Forest/Meadow.dat"), Lines{"kept"});
 }
 
@@ -495,11 +492,10 @@ TEST_F(WorldTest, HostileTourListsNeverReachOutsideTheMapsFolder) {
     EXPECT_FALSE(world.DeleteLevel(1, 0, true));
     world.SaveTour(1, false);
     EXPECT_EQ(world.tourFolders[1], "MyTour") << "the tour gets a folder of its own";
-    EXPECT_TRUE(IsDirectory(Game("Maps/Forest")));
     world.tourFolders[1] = "..";
     world.DeleteTour(1);
-    EXPECT_TRUE(FileExists(Game("Precious.txt")));
-    EXPECT_TRUE(FileExists(Game("Maps/Forest/Level.map")));
+    EXPECT_EQ(Files(""), "Precious.txt");
+    EXPECT_EQ(Files("Maps/Forest"), "Level.map,tour.dat");
 }
 
 TEST_F(WorldTest, ToursMoveUnlessOfficialAndADeletedTourTakesItsFolder) {
@@ -511,11 +507,11 @@ TEST_F(WorldTest, ToursMoveUnlessOfficialAndADeletedTourTakesItsFolder) {
     EXPECT_TRUE(world.MoveTourDown());
     EXPECT_EQ(Tours(world), "Second,First,Shipped");
     EXPECT_EQ(Maps(world, 1), "A.map");
-    EXPECT_TRUE(frontEnd.notices.empty());
+    EXPECT_EQ(frontEnd.Told(), "");
 
     world.tourIndex = 1;
     EXPECT_FALSE(world.MoveTourDown());
-    EXPECT_EQ(frontEnd.notices, Lines{"L120|L128"});
+    EXPECT_EQ(frontEnd.Told(), "L120|L128");
     world.tourIndex = 2;
     EXPECT_FALSE(world.MoveTourUp());
     EXPECT_FALSE(world.MoveTourDown());
@@ -551,7 +547,7 @@ TEST_F(WorldTest, MapsMoveWithinEditableToursOnly) {
     world.levelIndex = 1;
     EXPECT_FALSE(world.MoveLevelDown(false));
     EXPECT_FALSE(world.MoveLevelUp(false));
-    EXPECT_EQ(frontEnd.notices, (Lines{"L120|L129", "L120|L129"}));
+    EXPECT_EQ(frontEnd.Told(), "L120|L129, L120|L129");
     EXPECT_EQ(Maps(world, 0), "D.map,A.map,B.map,C.map");
 }
 
@@ -566,27 +562,24 @@ TEST_F(WorldTest, FinishingAMapUnlocksTheNextMapOrTheNextTourOnce) {
     world.levelIndex = 0;
     world.UnlockNext();
     EXPECT_EQ(world.GetMapField('l', "BrightPath.map"), "0");
-    EXPECT_EQ(frontEnd.notices, Lines{"L114|L113: Bright Path"});
-    EXPECT_EQ(frontEnd.sounds, Lines{"Unlocked@8"});
+    EXPECT_EQ(frontEnd.Told(), "L114|L113: Bright Path, Unlocked@8");
     world.UnlockNext();
-    EXPECT_EQ(frontEnd.notices.size(), 1u) << "an unlocked successor shows nothing";
-    EXPECT_EQ(frontEnd.sounds.size(), 1u);
+    EXPECT_EQ(frontEnd.Told(), "") << "an unlocked successor shows nothing";
 
     world.levelIndex = 1;
     world.UnlockNext();
     EXPECT_FALSE(world.tours[1].locked);
     EXPECT_EQ(ReadLines("Maps/Desert/tour.dat")[2], "l0");
-    EXPECT_EQ(frontEnd.notices.back(), "L114|L130: Desert");
-    EXPECT_EQ(frontEnd.sounds.back(), "UnlockedTour@8");
+    EXPECT_EQ(frontEnd.Told(), "L114|L130: Desert, UnlockedTour@8");
     world.tourIndex = 1;
     EXPECT_EQ(world.GetMapField('l', "Dune.map"), "0");
     world.tourIndex = 0;
     world.UnlockNext();
-    EXPECT_EQ(frontEnd.notices.size(), 2u) << "an open tour shows nothing";
+    EXPECT_EQ(frontEnd.Told(), "") << "an open tour shows nothing";
     world.tourIndex = 1;
     world.levelIndex = 0;
     world.UnlockNext();
-    EXPECT_EQ(frontEnd.notices.size(), 2u) << "the last map of the last tour unlocks nothing";
+    EXPECT_EQ(frontEnd.Told(), "") << "the last map of the last tour unlocks nothing";
 }
 
 TEST_F(WorldTest, StartingUpLoadsTheFirstMapOfTheFirstTour) {

@@ -12,6 +12,7 @@
 
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 using Lines = std::vector<std::string>;
@@ -33,22 +34,22 @@ public:
     int renamed = 0;
 };
 
+// Lines are "L<number>"; notices "title|text" and sounds "name@volume in tenths".
 class FakeFrontEnd : public QmWorldFrontEndLink {
 public:
-    std::string GetLine(int number) override {
-        std::string line = "L";
-        line += std::to_string(number);
-        return line;
-    }
-    void ShowNotice(const std::string& title, const std::string& text) override {
-        notices.push_back(title + "|" + text);
-    }
+    std::string GetLine(int number) override { return "L" + std::to_string(number); }
+    void ShowNotice(const std::string& title, const std::string& text) override { Tell(title + "|" + text); }
     void PlaySound(const std::string& name, float volume) override {
-        sounds.push_back(name + "@" + std::to_string(static_cast<int>(volume * 10 + 0.5f)));
+        Tell(name + "@" + std::to_string(static_cast<int>(volume * 10 + 0.5f)));
     }
 
-    std::vector<std::string> notices;
-    std::vector<std::string> sounds;
+    // What was shown and played since the last call, in one line.
+    std::string Told() { return std::exchange(told, ""); }
+
+private:
+    void Tell(const std::string& what) { told += (told.empty() ? "" : ", ") + what; }
+
+    std::string told;
 };
 
 // The game's own SaveMap: store the map in its tour, as the client manager does.
@@ -124,6 +125,9 @@ protected:
     static std::string Both(const std::string& listed, const std::string& written) {
         return written == listed ? listed : listed + " (on disk " + written + ")";
     }
+
+    // The files of a folder under the game folder, sorted.
+    std::string Files(const std::string& folder) const { return Join(ListFiles(Game(folder))); }
 
     static std::string Join(const Lines& lines) {
         std::string joined;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 class VeInputTest : public ::testing::Test {
 protected:
@@ -42,6 +44,27 @@ protected:
             }
         }
         return times;
+    }
+
+    void PlaceMouse(int x, int y) {
+        devices.mouseX = x;
+        devices.mouseY = y;
+    }
+    // "x,y", and " moved" when the mouse moved this frame.
+    std::string Mouse() const {
+        return std::to_string(input->mouseX) + "," + std::to_string(input->mouseY) +
+               (input->mouseMoved ? " moved" : "");
+    }
+    // The mouse entries pressed this frame and those down, e.g. "pressed left, down left right".
+    std::string Buttons() const {
+        const char* names[kMouseEntryCount] = {"none", "left", "middle", "right", "wheel-down", "wheel-up"};
+        std::string pressed = "pressed";
+        std::string down = ", down";
+        for (int entry = 0; entry < kMouseEntryCount; ++entry) {
+            pressed += input->mousePressed[entry] ? std::string(" ") + names[entry] : "";
+            down += input->mouseDown[entry] ? std::string(" ") + names[entry] : "";
+        }
+        return pressed + down;
     }
 
     int64_t now = 1000;
@@ -128,40 +151,28 @@ TEST_F(VeInputTest, InjectedPressesAppearAtTheNextUpdateOnly) {
 }
 
 TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndMovesOnlyWhenItsPlaceChanges) {
-    EXPECT_EQ(input->mouseX, -1);
-    EXPECT_EQ(input->mouseY, -1);
+    EXPECT_EQ(Mouse(), "-1,-1");
     input->Update();
-    EXPECT_EQ(input->mouseX, -1);
-    EXPECT_FALSE(input->mouseMoved);
+    EXPECT_EQ(Mouse(), "-1,-1");
 
     // A 1280 x 960 window showing the 640 x 640 screen at scale 1.5 with 106.67 logical pixels of
     // bars on each side.
     input->SetViewport(106, 0, 1.5f, 1.5f);
-    devices.mouseX = 640;
-    devices.mouseY = 480;
+    PlaceMouse(640, 480);
     input->Update();
-    EXPECT_EQ(input->mouseX, 320);
-    EXPECT_EQ(input->mouseY, 320);
-    EXPECT_TRUE(input->mouseMoved);
+    EXPECT_EQ(Mouse(), "320,320 moved");
     input->ClearPressed();
-    EXPECT_FALSE(input->mouseMoved);
+    EXPECT_EQ(Mouse(), "320,320");
     input->Update(); // resting where it was: not a move, the keys keep the selection
-    EXPECT_FALSE(input->mouseMoved);
+    EXPECT_EQ(Mouse(), "320,320");
 
     // Truncation, and the bars giving coordinates outside the screen.
-    devices.mouseX = 100;
-    devices.mouseY = 1;
-    input->Update();
-    EXPECT_EQ(input->mouseX, -39);
-    EXPECT_EQ(input->mouseY, 0);
-    input->ClearPressed();
-
-    devices.mouseX = 0;
-    devices.mouseY = 700;
-    input->Update();
-    EXPECT_EQ(input->mouseX, -39);
-    EXPECT_EQ(input->mouseY, 0);
-    EXPECT_FALSE(input->mouseMoved);
+    PlaceMouse(100, 1);
+    NextFrame();
+    EXPECT_EQ(Mouse(), "-39,0 moved");
+    PlaceMouse(0, 700);
+    NextFrame();
+    EXPECT_EQ(Mouse(), "-39,0");
 
     EXPECT_EQ(VeInput::MapToLogical(1279, 2.0f, 0), 639);
     EXPECT_EQ(VeInput::MapToLogical(5, 0.5f, 3), 7);
@@ -170,37 +181,25 @@ TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndMovesOnlyWhenItsPlaceChanges
 TEST_F(VeInputTest, MouseButtonsArePressedOnceWhileHeldAndWheelStepsForOneFrame) {
     devices.buttons = 1 | 4; // left and right
     input->Update();
-    EXPECT_TRUE(input->mousePressed[kMouseLeft]);
-    EXPECT_TRUE(input->mousePressed[kMouseRight]);
-    EXPECT_FALSE(input->mousePressed[kMouseMiddle]);
-    EXPECT_TRUE(input->mouseDown[kMouseLeft]);
+    EXPECT_EQ(Buttons(), "pressed left right, down left right");
     NextFrame();
-    EXPECT_FALSE(input->mousePressed[kMouseLeft]);
-    EXPECT_TRUE(input->mouseDown[kMouseLeft]);
+    EXPECT_EQ(Buttons(), "pressed, down left right");
     devices.buttons = 2;
     NextFrame();
-    EXPECT_FALSE(input->mouseDown[kMouseLeft]);
-    EXPECT_TRUE(input->mousePressed[kMouseMiddle]);
-    EXPECT_FALSE(input->mouseDown[0]);
-    EXPECT_FALSE(input->mousePressed[0]);
+    EXPECT_EQ(Buttons(), "pressed middle, down middle");
 
-    // Wheel steps fire for exactly one frame.
+    // Wheel steps fire for exactly one frame; a step of 0 is none.
     devices.queue.push_back({VeInputEvent::Wheel, now, -1});
     NextFrame();
-    EXPECT_TRUE(input->mousePressed[kMouseWheelDown]);
-    EXPECT_TRUE(input->mouseDown[kMouseWheelDown]);
-    EXPECT_FALSE(input->mousePressed[kMouseWheelUp]);
+    EXPECT_EQ(Buttons(), "pressed wheel-down, down middle wheel-down");
     NextFrame();
-    EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
-    EXPECT_FALSE(input->mouseDown[kMouseWheelDown]);
-
+    EXPECT_EQ(Buttons(), "pressed, down middle");
     devices.queue.push_back({VeInputEvent::Wheel, now, 2});
     devices.queue.push_back({VeInputEvent::Wheel, now, 0});
     NextFrame();
-    EXPECT_TRUE(input->mousePressed[kMouseWheelUp]);
-    EXPECT_FALSE(input->mousePressed[kMouseWheelDown]);
+    EXPECT_EQ(Buttons(), "pressed wheel-up, down middle wheel-up");
     NextFrame();
-    EXPECT_FALSE(input->mouseDown[kMouseWheelUp]);
+    EXPECT_EQ(Buttons(), "pressed, down middle");
 }
 
 TEST_F(VeInputTest, QuitRequestIsKeptAndWindowEventsReachTheListener) {

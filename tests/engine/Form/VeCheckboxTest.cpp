@@ -1,6 +1,7 @@
 #include "Form/VeCheckbox.h"
 
 #include "engine/Form/FormTestKit.h"
+#include "engine/Screen/PixelProbe.h"
 
 #include "Screen/Surface/VeSurface.h"
 
@@ -17,9 +18,6 @@ protected:
         target.Fill(0x123456);
         box.Draw(target, true, mouseOver);
         return target;
-    }
-    static uint32_t At(const VeSurface& target, int32_t px, int32_t py) {
-        return target.GetXY(px, py) & 0xFFFFFF;
     }
 
     FormRig rig;
@@ -54,60 +52,41 @@ TEST_F(VeCheckboxTest, SpaceAndActivateFlipOnlyTheFocusedBoxSpaceOnEveryPressAnd
         last = box.checked;
     }
     EXPECT_EQ(flips, 10);
-}
 
-TEST_F(VeCheckboxTest, StoreValueWritesOneOrZero) {
-    VeCheckbox ticked(&style, 0.0f, 0.0f, true);
-    ticked.StoreValue();
-    EXPECT_EQ(ticked.value, "1");
-    ticked.checked = false;
-    EXPECT_EQ(ticked.value, "1") << "the value waits for StoreValue";
-    ticked.StoreValue();
-    EXPECT_EQ(ticked.value, "0");
+    // The value is "1" or "0", and waits for StoreValue.
+    box.StoreValue();
+    EXPECT_EQ(box.value, "1");
+    box.checked = false;
+    EXPECT_EQ(box.value, "1");
+    box.StoreValue();
+    EXPECT_EQ(box.value, "0");
 }
 
 TEST_F(VeCheckboxTest, DrawsBorderBackgroundAndEachMarkWithTheHoverPairWhenHotOrFocused) {
-    VeSurface plain = Drawn();
-    EXPECT_EQ(At(plain, 10, 10), 0x000000u);
-    EXPECT_EQ(At(plain, 29, 29), 0x000000u);
-    EXPECT_EQ(At(plain, 20, 20), 0xFFFFFFu) << "unchecked: nothing inside";
-    EXPECT_EQ(At(plain, 30, 30), 0x123456u);
-
-    EXPECT_EQ(At(Drawn(true), 10, 10), 0xFF0000u);
+    // Unchecked: nothing inside the border.
+    EXPECT_EQ(
+        Mismatches(Drawn(), {{10, 10, 0x000000}, {29, 29, 0x000000}, {20, 20, 0xFFFFFF}, {30, 30, 0x123456}}),
+        "");
+    EXPECT_EQ(ColourAt(Drawn(true), 10, 10), 0xFF0000u);
     box.selected = true;
-    EXPECT_EQ(At(Drawn(), 10, 29), 0xFF0000u);
+    EXPECT_EQ(ColourAt(Drawn(), 10, 29), 0xFF0000u);
 
     // Each kind of mark draws inside the border.
     box.selected = false;
     box.checked = true;
     box.markKind = VeCheckboxStyle::MarkCross;
-    VeSurface cross = Drawn();
-    EXPECT_EQ(At(cross, 11, 11), 0xAAAAAAu);
-    EXPECT_EQ(At(cross, 20, 20), 0xAAAAAAu);
-    EXPECT_EQ(At(cross, 28, 12), 0xAAAAAAu);
-    EXPECT_EQ(At(cross, 15, 20), 0xFFFFFFu);
-
+    EXPECT_EQ(
+        Mismatches(Drawn(), {{11, 11, 0xAAAAAA}, {20, 20, 0xAAAAAA}, {28, 12, 0xAAAAAA}, {15, 20, 0xFFFFFF}}),
+        "");
     box.markKind = VeCheckboxStyle::MarkSquare;
-    VeSurface square = Drawn();
-    EXPECT_EQ(At(square, 11, 11), 0xAAAAAAu);
-    EXPECT_EQ(At(square, 28, 28), 0xAAAAAAu);
-    EXPECT_EQ(At(square, 10, 10), 0x000000u);
+    EXPECT_EQ(Mismatches(Drawn(), {{11, 11, 0xAAAAAA}, {28, 28, 0xAAAAAA}, {10, 10, 0x000000}}), "");
 
     // The "V" sits in the middle of the box: ink there, none along the inside of the border.
     box.markKind = VeCheckboxStyle::MarkGlyph;
     VeSurface glyph = Drawn();
-    int ink = 0;
-    for (int32_t py = 11; py < 29; ++py) {
-        for (int32_t px = 11; px < 29; ++px) {
-            const bool isInk = At(glyph, px, py) == 0xAAAAAAu;
-            ink += isInk ? 1 : 0;
-            if (px == 11 || py == 11 || px == 28 || py == 28) {
-                EXPECT_FALSE(isInk) << px << "," << py;
-            }
-        }
-    }
-    EXPECT_GT(ink, 12);
-    EXPECT_EQ(glyph.GetXY(10, 10) & 0xFFFFFF, 0u);
+    EXPECT_GT(CountColour(glyph, 0xAAAAAA, 11, 11, 29, 29), 12);
+    EXPECT_EQ(CountColour(glyph, 0xAAAAAA, 12, 12, 28, 28), CountColour(glyph, 0xAAAAAA));
+    EXPECT_EQ(ColourAt(glyph, 10, 10), 0u);
 }
 
 TEST_F(VeCheckboxTest, ADisabledBoxDrawsDarkenedAndIgnoresInput) {
@@ -118,9 +97,7 @@ TEST_F(VeCheckboxTest, ADisabledBoxDrawsDarkenedAndIgnoresInput) {
     box.Activate();
     EXPECT_FALSE(box.checked);
     EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Arrow);
-    const VeSurface target = Drawn();
-    EXPECT_EQ(At(target, 20, 20), 0x7F7F7Fu);
-    EXPECT_EQ(At(target, 35, 35), 0x123456u);
+    EXPECT_EQ(Mismatches(Drawn(), {{20, 20, 0x7F7F7F}, {35, 35, 0x123456}}), "");
 
     box.enabled = true;
     rig.Frame(box);

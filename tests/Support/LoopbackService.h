@@ -1,7 +1,7 @@
 #pragma once
 // The real quillmaze-server (built beside the test programs) on a free loopback port with a data
 // folder of its own, stopped and removed with the object; Admin runs one of its admin commands
-// on that data folder.
+// on that data folder. Connect opens a connection to any loopback port.
 #include <arpa/inet.h>
 #include <csignal>
 #include <filesystem>
@@ -33,11 +33,9 @@ public:
 
     std::string Url() const { return "http://127.0.0.1:" + std::to_string(port); }
     bool Reachable() const {
-        const int probe = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in target = Loopback(port);
-        const bool ok = connect(probe, reinterpret_cast<sockaddr*>(&target), sizeof target) == 0;
+        const int probe = Connect(port);
         close(probe);
-        return ok;
+        return probe >= 0;
     }
     // True when the command ran and succeeded.
     bool Admin(const std::vector<std::string>& command) const {
@@ -46,6 +44,16 @@ public:
         int status = 0;
         waitpid(Spawn(arguments), &status, 0);
         return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+    // A connection to the loopback port, or -1.
+    static int Connect(uint16_t port) {
+        const int fd = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in target = Loopback(port);
+        if (connect(fd, reinterpret_cast<sockaddr*>(&target), sizeof target) != 0) {
+            close(fd);
+            return -1;
+        }
+        return fd;
     }
     // A loopback port nobody listens on (yet).
     static uint16_t FreePort() {

@@ -3,9 +3,9 @@
 #include "ServerHarness.h"
 
 #include <algorithm>
-#include <atomic>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -121,15 +121,16 @@ TEST(HostileInput, SlowAndSilentClientsDoNotHoldTheService) {
     config.connectionsPerAddress = 200; // every client of the test shares 127.0.0.1
     ServerHarness server(config);
     // 32 clients connect and say nothing; 64 send a head a byte every tenth of a second.
-    std::vector<int> silent, slow;
+    std::vector<int> clients;
     for (int i = 0; i < 96; ++i) {
-        (i < 32 ? silent : slow).push_back(server.Connect());
+        clients.push_back(server.Connect());
     }
-    ASSERT_EQ(std::count(slow.begin(), slow.end(), -1) + std::count(silent.begin(), silent.end(), -1), 0);
-    std::atomic<bool> stop{false};
-    std::thread dribble([&] {
+    ASSERT_EQ(std::count(clients.begin(), clients.end(), -1), 0);
+    const std::span<const int> silent(clients.data(), 32), slow(clients.data() + 32, 64);
+    std::jthread dribble([&](const std::stop_token& stop) {
         const std::string head = "GET /quillmaze HTTP/1.1\r\nHost: x\r\nX-Slow: ";
-        for (size_t at = 0; !stop; ++at, std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
+        for (size_t at = 0; !stop.stop_requested();
+             ++at, std::this_thread::sleep_for(std::chrono::milliseconds(100))) {
             for (int fd : slow) {
                 send(fd, at < head.size() ? &head[at] : "y", 1, MSG_NOSIGNAL);
             }
@@ -144,12 +145,9 @@ TEST(HostileInput, SlowAndSilentClientsDoNotHoldTheService) {
     // A head still unfinished when its time is up is answered 408; a silent client is dropped.
     EXPECT_NE(ServerHarness::Read(slow[0], 4).find(" 408 "), std::string::npos);
     EXPECT_EQ(ServerHarness::Read(silent[0], 2), "");
-    stop = true;
+    dribble.request_stop();
     dribble.join();
-    for (int fd : silent) {
-        close(fd);
-    }
-    for (int fd : slow) {
+    for (int fd : clients) {
         close(fd);
     }
 
@@ -213,12 +211,11 @@ TEST(HostileInput, MalformedHttp) {
         std::string("\0\0\0\r\n\r\n", 7)};
     // All at once, as a stranger would send them: each waits out the service's read timeout.
     std::vector<std::string> answers(junk.size());
-    std::vector<std::thread> senders;
-    for (size_t i = 0; i < junk.size(); ++i) {
-        senders.emplace_back([&, i] { answers[i] = server.Raw(junk[i], 3); });
-    }
-    for (std::thread& sender : senders) {
-        sender.join();
+    {
+        std::vector<std::jthread> senders;
+        for (size_t i = 0; i < junk.size(); ++i) {
+            senders.emplace_back([&, i] { answers[i] = server.Raw(junk[i], 3); });
+        }
     }
     for (size_t i = 0; i < junk.size(); ++i) {
         EXPECT_EQ(answers[i].find("[HP]"), std::string::npos) << i;

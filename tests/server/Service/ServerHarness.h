@@ -7,6 +7,7 @@
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
 #include "Service/SrvCrypto.h"
 #include "Service/SrvService.h"
+#include "Support/LoopbackService.h"
 
 #include <arpa/inet.h>
 #include <chrono>
@@ -95,18 +96,7 @@ public:
     }
 
     // A connection to the service, or -1.
-    int Connect() const {
-        int fd = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(Port()));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
-            close(fd);
-            return -1;
-        }
-        return fd;
-    }
+    int Connect() const { return LoopbackService::Connect(static_cast<uint16_t>(Port())); }
 
     // What arrives on the connection until the service closes it or seconds pass.
     static std::string Read(int fd, double seconds) {

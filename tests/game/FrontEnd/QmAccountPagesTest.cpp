@@ -103,10 +103,6 @@ TEST_F(AccountPagesTest, RegistrationNeedsTheAgreementAndSaysWhyItFails) {
     Settle(again);
     EXPECT_TRUE(Shows(again.TextBoxes(), 147)) << "the name is taken";
     EXPECT_FALSE(app->network->IsLoggedIn());
-    app->network->SetService("http://203.0.113.7:8080");
-    Keys(again, {VeKey::Return});
-    Settle(again);
-    EXPECT_TRUE(Shows(again.TextBoxes(), 209)) << "no password in clear text to a public address";
 }
 
 TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {

@@ -1,5 +1,6 @@
 // The built program, run as a player or a script would run it: from a folder without the data,
 // with the command line, in a window (the tests run under Xvfb), writing a screenshot.
+#include "Platform/VeFiles.h"
 #include "Screen/Surface/VePNGFile.h"
 #include "Support/TempUserData.h"
 
@@ -7,9 +8,7 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <sys/wait.h>
 
 // Last: its macros (None, Bool, Status) would clash with names in the headers above.
@@ -77,13 +76,9 @@ protected:
         const std::string command = "cd '" + working.string() +
                                     "' && QUILLMAZE_NO_DIALOGS=1 SDL_AUDIODRIVER=dummy '" + program.string() +
                                     "' " + arguments + " > '" + log.string() + "' 2>&1";
-        Outcome outcome;
         const int status = std::system(command.c_str());
-        outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        std::ifstream file(log);
-        std::stringstream text;
-        text << file.rdbuf();
-        outcome.output = text.str();
+        Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, ""};
+        ReadFileBytes(log.string(), outcome.output);
         return outcome;
     }
 

@@ -30,24 +30,21 @@ public:
 
 TEST(QmDataFolderTest, FindsTheDataBesideOrAboveTheProgram) {
     Folders folders;
-    const std::string game = (folders.root / "game").string();
-    const std::string inBuild = (folders.root / "game" / "build" / "quillmaze").string();
-    const std::string beside = (folders.root / "game" / "quillmaze").string();
-
-    // The working folder has the data: stay.
-    EXPECT_EQ(QmDataFolder::Locate(game, inBuild), "");
+    // The data folder for a working folder and a program under the root, named from the root.
+    const std::string root = folders.root.string() + "/";
+    const auto locate = [&](const std::string& working, const std::string& program) {
+        const std::string found = QmDataFolder::Locate(root + working, program.empty() ? "" : root + program);
+        return found.starts_with(root) ? found.substr(root.size()) : found;
+    };
+    EXPECT_EQ(locate("game", "game/build/quillmaze"), "") << "the working folder has the data: stay";
     // Started from elsewhere: the program's folder, then its parent.
-    EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(), beside), game);
-    EXPECT_EQ(QmDataFolder::Locate((folders.root / "game" / "build").string(), inBuild), game);
+    EXPECT_EQ(locate("elsewhere", "game/quillmaze"), "game");
+    EXPECT_EQ(locate("game/build", "game/build/quillmaze"), "game");
     // Installed: the data under share/quillmaze beside the program's bin folder.
-    EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(),
-                                   (folders.root / "usr" / "bin" / "quillmaze").string()),
-              (folders.root / "usr" / "share" / "quillmaze").string());
+    EXPECT_EQ(locate("elsewhere", "usr/bin/quillmaze"), "usr/share/quillmaze");
     // Nowhere to be found: stay where we are.
-    EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(),
-                                   (folders.root / "bare" / "bin" / "quillmaze").string()),
-              "");
-    EXPECT_EQ(QmDataFolder::Locate((folders.root / "elsewhere").string(), ""), "");
+    EXPECT_EQ(locate("elsewhere", "bare/bin/quillmaze"), "");
+    EXPECT_EQ(locate("elsewhere", ""), "");
 }
 
 TEST(QmDataFolderTest, EnterChangesTheWorkingFolder) {

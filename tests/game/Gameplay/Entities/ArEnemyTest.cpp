@@ -1,15 +1,20 @@
-// Cows: walking and turning at walls and at each other, mooing, freezing with a dead racer, and
-// killing the racer on contact, countdown or not.
+// Cows: falling, walking and turning at walls and at each other, mooing, freezing with a dead
+// racer, and killing the racer on contact, countdown or not.
 #include "game/Gameplay/GameplayTestSupport.h"
 
 #include <gtest/gtest.h>
 
 using namespace gameplay_test;
 
-TEST(ArEnemyTest, ACowWalksBetweenWallsAndTurnsAtEach) {
-    RaceRig rig(OnFloor({"S.........", "#..C...#.."}));
+TEST(ArEnemyTest, ACowFallsButStandsDuringTheCountdownThenWalksBetweenWallsAndTurnsAtEach) {
+    RaceRig rig(OnFloor({"...C......", "..........", "S.........", "#......#.."}));
     ASSERT_EQ(rig.race->enemies.size(), 1u);
     ArEnemy& cow = *rig.race->enemies[0];
+    rig.Start();
+    rig.Frames(60);
+    ASSERT_EQ(rig.race->countingDown, 1);
+    EXPECT_FLOAT_EQ(cow.x, 192.0f) << "no walking before the race runs";
+    EXPECT_FLOAT_EQ(cow.y, 512.0f) << "fallen onto the floor";
     rig.race->running = 1;
     float low = cow.x;
     float high = cow.x;
@@ -71,17 +76,6 @@ TEST(ArEnemyTest, ACowKillsTheRacerEvenDuringTheCountdown) {
     rig.Frames(30);
     EXPECT_FLOAT_EQ(rig.race->enemies[0]->y, cowY);
     EXPECT_GT(rig.drawer.greyFrames, 0);
-}
-
-TEST(ArEnemyTest, CowsFallButDoNotWalkBeforeTheRaceRuns) {
-    RaceRig rig(
-        OnFloor({"....C.....", "..........", "..........", "..........", "S.........", ".........."}));
-    rig.Start();
-    rig.Frames(60);
-    const ArEnemy& cow = *rig.race->enemies[0];
-    EXPECT_FLOAT_EQ(cow.x, 256.0f);
-    EXPECT_FLOAT_EQ(cow.y, 512.0f);
-    EXPECT_EQ(cow.verticalContact, 1);
 }
 
 TEST(ArEnemyTest, ACowSpawnsOnEachEnemyCellWhenAMapIsReady) {

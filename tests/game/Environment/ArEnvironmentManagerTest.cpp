@@ -200,14 +200,19 @@ INSTANTIATE_TEST_SUITE_P(Views, RaceFrameTest, ::testing::Bool(),
                              return info.param ? std::string("ThreeD") : std::string("TwoD");
                          });
 
-class EditorViewTest : public RendererTest {};
+class EditorViewTest : public RendererTest {
+protected:
+    void Show(const std::vector<std::string>& rows) {
+        host.threeD = true;
+        host.editor = true;
+        Open();
+        BuildMap(rows);
+        world->PrepareEditorView();
+    }
+};
 
 TEST_F(EditorViewTest, EditorCameraShowsTheWholeMapWithTheCursor) {
-    host.threeD = true;
-    host.editor = true;
-    Open();
-    BuildMap(EverythingSmall());
-    world->PrepareEditorView();
+    Show(EverythingSmall());
     ScreenshotImage shot = Frame([this](bool) {
         QmCellLook look;
         ASSERT_TRUE(world->CellLook(Block::SpeedUp, look));
@@ -220,29 +225,25 @@ TEST_F(EditorViewTest, EditorCameraShowsTheWholeMapWithTheCursor) {
 }
 
 TEST_F(EditorViewTest, PickingImageFindsTheCellUnderThePixelAndShowsTheSnapshotMeanwhile) {
-    host.threeD = true;
-    host.editor = true;
-    Open();
-    BuildMap(EverythingLarge());
-    world->PrepareEditorView();
+    Show(EverythingLarge());
     screen->threeD = true;
     // A normal frame kept as the snapshot, then the picking frame.
     world->WorldFrame(nullptr, true, false);
     world->picking = true;
     world->WorldFrame(nullptr, false, true);
     world->picking = false;
-    int column = -1;
-    int row = -1;
+    const auto cell = [this](int x, int y) {
+        int column = -1;
+        int row = -1;
+        return world->CellAtPixel(x, y, column, row) ? std::to_string(column) + "," + std::to_string(row)
+                                                     : "none";
+    };
     // The editor camera frames the whole map: the centre of the screen is the middle of the map.
-    ASSERT_TRUE(world->CellAtPixel(320 + 3, 320 + 3, column, row));
-    EXPECT_EQ(column, 10);
-    EXPECT_EQ(row, 10);
-    ASSERT_TRUE(world->CellAtPixel(320 - 3, 320 - 3, column, row));
-    EXPECT_EQ(column, 9);
-    EXPECT_EQ(row, 9);
+    EXPECT_EQ(cell(320 + 3, 320 + 3), "10,10");
+    EXPECT_EQ(cell(320 - 3, 320 - 3), "9,9");
     // The corners show the backdrop around the map: no cell.
-    EXPECT_FALSE(world->CellAtPixel(2, 2, column, row));
-    EXPECT_FALSE(world->CellAtPixel(-1, 5, column, row));
+    EXPECT_EQ(cell(2, 2), "none");
+    EXPECT_EQ(cell(-1, 5), "none");
 }
 
 // The race's texts and panel in 2D, on a map whose decorations fill the lower half.
@@ -261,10 +262,10 @@ protected:
         Frame(); // the static layer is rebuilt
     }
 
-    // The columns holding the texts' white pixels in rows top to bottom - 1.
-    static void WhiteSpan(const ScreenshotImage& shot, int top, int bottom, int& left, int& right) {
-        left = shot.width;
-        right = -1;
+    // The first and last columns holding the texts' white pixels in rows top to bottom - 1.
+    static std::pair<int, int> WhiteSpan(const ScreenshotImage& shot, int top, int bottom) {
+        int left = shot.width;
+        int right = -1;
         for (int y = top; y < bottom; ++y) {
             for (int x = 0; x < shot.width; ++x) {
                 if (shot.At(x, y) == 0xFFFFFF) {
@@ -273,6 +274,7 @@ protected:
                 }
             }
         }
+        return {left, right};
     }
 };
 
@@ -286,15 +288,13 @@ TEST_F(RaceTextTest, TextsStandOverTheDecorationsAndLongLinesBreakBetweenWordsCe
     const ScreenshotImage empty = Frame(hint);
 
     // Two lines: the first nearly as wide as the screen, the second ("START OVER") centred under it.
-    int left = 0;
-    int right = 0;
-    WhiteSpan(empty, 480, 500, left, right);
+    const auto [left, right] = WhiteSpan(empty, 480, 500);
     EXPECT_LT(left, 60);
     EXPECT_GT(right, 580);
-    WhiteSpan(empty, 515, 545, left, right);
-    ASSERT_GE(right, left);
-    EXPECT_NEAR((left + right) / 2, 320, 3);
-    EXPECT_LT(right - left, 260);
+    const auto [secondLeft, secondRight] = WhiteSpan(empty, 515, 545);
+    ASSERT_GE(secondRight, secondLeft);
+    EXPECT_NEAR((secondLeft + secondRight) / 2, 320, 3);
+    EXPECT_LT(secondRight - secondLeft, 260);
 
     // Every stroke shows over the decorations as well.
     int strokes = 0;
@@ -328,20 +328,17 @@ TEST_F(RaceTextTest, ThePanelFollowsTheHeadUpSwitchAndFitsALongName) {
     const ScreenshotImage hud = Frame(nullptr, [this] { world->DrawHud("LEVEL 3", QmRaceDrawer::NoBadge); });
     shot = Frame(nullptr, [this] { world->DrawRunHud("LEVEL 3", "12.34"); });
     EXPECT_EQ(shot.At(x, y), hud.At(x, y));
-    int left = 0;
-    int right = 0;
-    WhiteSpan(shot, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, left, right);
-    int hudLeft = 0;
-    int hudRight = 0;
-    WhiteSpan(hud, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, hudLeft, hudRight);
+    const int top = ArEnvironmentManager::kHudY;
+    const auto [left, right] = WhiteSpan(shot, top, top + 40);
+    const auto [hudLeft, hudRight] = WhiteSpan(hud, top, top + 40);
     EXPECT_EQ(left, hudLeft);
     EXPECT_GT(right, hudRight + 60);
 
     // A long map name stays left of the badge, written smaller rather than cut short.
     const int badgeLeft = ArEnvironmentManager::kHudX + 216;
     shot = Frame(nullptr, [this] { world->DrawHud("Stepping Stones", QmRaceDrawer::NoBadge); });
-    WhiteSpan(shot, ArEnvironmentManager::kHudY, ArEnvironmentManager::kHudY + 40, left, right);
-    EXPECT_EQ(left, ArEnvironmentManager::kHudX + 14);
-    EXPECT_LT(right, badgeLeft);
-    EXPECT_GT(right, badgeLeft - 60);
+    const auto [nameLeft, nameRight] = WhiteSpan(shot, top, top + 40);
+    EXPECT_EQ(nameLeft, ArEnvironmentManager::kHudX + 14);
+    EXPECT_LT(nameRight, badgeLeft);
+    EXPECT_GT(nameRight, badgeLeft - 60);
 }

@@ -76,27 +76,22 @@ TEST_F(FireClock, RedrawsOneFrameAtATimeAtMostEvery7Milliseconds) {
     fire.Update(64, false, false);
     EXPECT_NE(PixelsOf(*fire.Frame(0).Surface(64)), before);
     EXPECT_EQ(PixelsOf(*fire.Frame(1).Surface(64)), otherBefore) << "one frame per update";
-    EXPECT_EQ(fire.NextFrame(), 1);
-
-    now += 6;
-    fire.Update(64, false, false);
-    EXPECT_EQ(fire.NextFrame(), 1) << "6 ms is too soon";
-    now += 1;
-    fire.Update(64, false, false);
-    EXPECT_EQ(fire.NextFrame(), 2);
-
-    now += 100;
-    fire.Update(64, false, true);
-    EXPECT_EQ(fire.NextFrame(), 2) << "held while the racer is dead";
-    fire.Update(64, true, true);
-    EXPECT_EQ(fire.NextFrame(), 2) << "a forced redraw keeps the turn";
+    // The frame whose turn is next after each update, milliseconds after the one before.
+    std::vector<int> turns = {fire.NextFrame()};
+    const auto update = [&](int64_t after, int size, bool force, bool dead) {
+        now += after;
+        fire.Update(size, force, dead);
+        turns.push_back(fire.NextFrame());
+    };
+    update(6, 64, false, false);  // too soon
+    update(1, 64, false, false);  // 7 ms
+    update(100, 64, false, true); // held while the racer is dead
+    update(0, 64, true, true);    // a forced redraw keeps the turn
     EXPECT_EQ(fire.LastRedraw(), now);
-
     for (int i = 0; i < 4; ++i) {
-        now += 7;
-        fire.Update(32, false, false);
+        update(7, 32, false, false); // wrapping from the sixth frame to the first
     }
-    EXPECT_EQ(fire.NextFrame(), 0) << "the turn wraps from the sixth frame to the first";
+    EXPECT_EQ(turns, (std::vector<int>{1, 1, 2, 2, 2, 3, 4, 5, 0}));
 }
 
 TEST(QmFireAnimationCellTest, FlamesAndSavedFilesLeaveTheRaceAlone) {
@@ -112,13 +107,7 @@ TEST(QmFireAnimationCellTest, FlamesAndSavedFilesLeaveTheRaceAlone) {
             QmTextCipher::EncodeText(4, "a saved line of text");
         }
         world.GenerateLevel();
-        std::vector<BlockId> cells;
-        for (int x = 0; x < 20; ++x) {
-            for (int y = 0; y < 20; ++y) {
-                cells.push_back(world.GetBlock(x, y));
-            }
-        }
-        return cells;
+        return world.blocks;
     };
     EXPECT_EQ(level(false), level(true));
 }

@@ -84,30 +84,26 @@ TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
     }
 }
 
-TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecording) {
+TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecordingAndResetsAndOtherUidsEmptyTheList) {
     scores.SaveScores(Run("0:2"), true, false, "Ann", true, 5000);
     scores.LoadScores();
     scores.SaveScores(Run("0:1"), false, false, "Bob", true, 6000);
     EXPECT_EQ(PlainLines()[1], "0:2");
+    // A reset leaves the header alone; clearing the list is logged.
+    scores.ResetScoreFile();
+    EXPECT_TRUE(scores.List().empty());
+    EXPECT_TRUE(scores.StoredRecordingText().empty());
+    EXPECT_EQ(PlainLines()[0], "u4711815@");
+    EXPECT_NE(log.find("No Highscore Recording found.\n"), std::string::npos);
+    scores.SaveScores(QmRecording(), false, true, "", false, 0);
+    EXPECT_NE(log.find("New Highscore File\n"), std::string::npos);
     // The file's uid comes from the map: a map saved again (new uid) no longer takes it.
+    scores.SaveScores(Run("0:2"), true, false, "Ann", true, 5000);
     world.mapUid = "999";
     scores.LoadScores();
     EXPECT_TRUE(scores.List().empty()) << "a score file whose uid differs is ignored";
     EXPECT_TRUE(scores.StoredRecordingText().empty());
     EXPECT_FLOAT_EQ(scores.Limits().gold, 0.0f);
-}
-
-TEST_F(ScoreFileTest, ResetLeavesTheHeaderAloneAndClearListLogs) {
-    const QmRecording run = Run("0:2");
-    scores.SaveScores(run, true, false, "Ann", true, 5000);
-    scores.ResetScoreFile();
-    EXPECT_TRUE(scores.List().empty());
-    EXPECT_TRUE(scores.StoredRecordingText().empty());
-    const std::vector<std::string> plain = PlainLines();
-    EXPECT_EQ(plain[0], "u4711815@");
-    EXPECT_NE(log.find("No Highscore Recording found.\n"), std::string::npos);
-    scores.SaveScores(run, false, true, "", false, 0);
-    EXPECT_NE(log.find("New Highscore File\n"), std::string::npos);
 }
 
 TEST_F(ScoreFileTest, AFailedSaveWarnsAndKeepsTheOldFile) {

@@ -5,6 +5,7 @@
 #include "Screen/Shader/VeShader.h"
 #include "Screen/Surface/VeTexture.h"
 
+#include "engine/Screen/PixelProbe.h"
 #include "engine/Screen/ScreenTestSupport.h"
 
 #include <GL/glew.h>
@@ -48,72 +49,58 @@ protected:
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
         return target.ReadSceneToSurface();
     }
+    // The batch uploaded and drawn; drawCalls keeps what DrawAll answered.
+    VeSurface Drawn(VeFaceBatch& batch) {
+        return Draw([&] {
+            batch.Upload();
+            drawCalls = batch.DrawAll();
+        });
+    }
 
     VeSurface picture{2, 2};
     std::unique_ptr<VeTexture> texture;
+    int drawCalls = 0;
 };
 
 TEST_F(VeFaceBatchTest, BatchedFacesAndSquaresLookLikeTheSharedGeometry) {
     const VeSurface face = Draw([&] { VeVertexBatches::DrawBlockFace(0, texture.get()); });
     // Face 0 shows its texture upright: red, green / blue, white.
-    EXPECT_EQ(face.GetXY(8, 8), 0xFFFF0000u);
-    EXPECT_EQ(face.GetXY(56, 8), 0xFF00FF00u);
-    EXPECT_EQ(face.GetXY(8, 56), 0xFF0000FFu);
-    EXPECT_EQ(face.GetXY(56, 56), 0xFFFFFFFFu);
+    EXPECT_EQ(Mismatches(face, {{8, 8, 0xFF0000}, {56, 8, 0x00FF00}, {8, 56, 0x0000FF}, {56, 56, 0xFFFFFF}}),
+              "");
     VeFaceBatch batch;
-    const VeSurface batchedFace = Draw([&] {
-        batch.AddCubeFace(glm::mat4(1.0f), 0, texture->names[0]);
-        batch.Upload();
-        EXPECT_EQ(batch.DrawAll(), 1);
-    });
-    EXPECT_TRUE(SamePicture(face, batchedFace));
+    batch.AddCubeFace(glm::mat4(1.0f), 0, texture->names[0]);
+    EXPECT_TRUE(SamePicture(face, Drawn(batch)));
+    EXPECT_EQ(drawCalls, 1);
 
     const VeSurface quad = Draw([&] { VeVertexBatches::DrawQuad(texture.get()); });
     for (int divisions : {1, 4}) {
-        const VeSurface square = Draw([&] {
-            batch.Clear();
-            batch.AddSquare(glm::mat4(1.0f), texture->names[0], divisions);
-            EXPECT_EQ(batch.FaceCount(), static_cast<size_t>(divisions * divisions));
-            batch.Upload();
-            batch.DrawAll();
-        });
-        EXPECT_TRUE(SamePicture(quad, square)) << divisions << " divisions";
+        batch.Clear();
+        batch.AddSquare(glm::mat4(1.0f), texture->names[0], divisions);
+        EXPECT_EQ(batch.FaceCount(), static_cast<size_t>(divisions * divisions));
+        EXPECT_TRUE(SamePicture(quad, Drawn(batch))) << divisions << " divisions";
     }
 }
 
-TEST_F(VeFaceBatchTest, FacesArePlacedByTheirModelMatrix) {
+TEST_F(VeFaceBatchTest, SquaresArePlacedByTheirModelMatrixAndAPartShowsThatPartOfItsTexture) {
     VeFaceBatch batch;
-    const VeSurface shot = Draw([&] {
-        // The right half of the scene, squeezed to half its width.
-        const glm::mat4 model = glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.5f, 0.0f, 0.0f)),
-                                           glm::vec3(0.5f, 1.0f, 1.0f));
-        batch.AddSquare(model, texture->names[0]);
-        batch.Upload();
-        batch.DrawAll();
-    });
-    EXPECT_EQ(shot.GetXY(16, 16), 0xFF000000u) << "the left half stays clear";
-    EXPECT_EQ(shot.GetXY(40, 8), 0xFFFF0000u);
-    EXPECT_EQ(shot.GetXY(56, 8), 0xFF00FF00u);
-    EXPECT_EQ(shot.GetXY(56, 56), 0xFFFFFFFFu);
-}
+    // The right half of the scene, squeezed to half its width; the left half stays clear.
+    batch.AddSquare(
+        glm::scale(glm::translate(glm::mat4(1.0f), glm::vec3(0.5f, 0.0f, 0.0f)), glm::vec3(0.5f, 1.0f, 1.0f)),
+        texture->names[0]);
+    EXPECT_EQ(Mismatches(Drawn(batch),
+                         {{16, 16, 0x000000}, {40, 8, 0xFF0000}, {56, 8, 0x00FF00}, {56, 56, 0xFFFFFF}}),
+              "");
 
-TEST_F(VeFaceBatchTest, APartOfTheSquareShowsThatPartOfItsTexture) {
-    VeFaceBatch batch;
-    const VeSurface whole = Draw([&] {
-        batch.AddSquare(glm::mat4(1.0f), texture->names[0]);
-        batch.Upload();
-        batch.DrawAll();
-    });
     batch.Clear();
-    const VeSurface part = Draw([&] {
-        // The top right quarter, and a part reaching beyond the square, which is kept inside it.
-        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.0f, 0.0f, 1.0f, 1.0f);
-        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], -3.0f, -3.0f, -0.5f, -0.5f);
-        batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.5f, 0.5f, 0.5f, 0.9f);
-        EXPECT_EQ(batch.FaceCount(), 2u) << "an empty part adds nothing";
-        batch.Upload();
-        batch.DrawAll();
-    });
+    batch.AddSquare(glm::mat4(1.0f), texture->names[0]);
+    const VeSurface whole = Drawn(batch);
+    batch.Clear();
+    // The top right quarter, and a part reaching beyond the square, which is kept inside it.
+    batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.0f, 0.0f, 1.0f, 1.0f);
+    batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], -3.0f, -3.0f, -0.5f, -0.5f);
+    batch.AddSquarePart(glm::mat4(1.0f), texture->names[0], 0.5f, 0.5f, 0.5f, 0.9f);
+    EXPECT_EQ(batch.FaceCount(), 2u) << "an empty part adds nothing";
+    const VeSurface part = Drawn(batch);
     for (int32_t y = 0; y < 64; y += 3) {
         for (int32_t x = 0; x < 64; x += 3) {
             const bool topRight = x >= 32 && y < 32;

@@ -25,6 +25,15 @@ QmParty Party(int type, int players) {
     return party;
 }
 
+// A run's outcome as one line: "next map", or the time ranked, its rank and whether more players follow.
+std::string Describe(const QmParty::RunOutcome& run) {
+    if (run.nextMap) {
+        return "next map";
+    }
+    return std::to_string(run.rankedTime) + " ranked " + std::to_string(run.rank) +
+           (run.morePlayers ? ", more players" : ", the end");
+}
+
 // Tours on disk: one per entry of sizes, each map of the given block size ("32L" a locked
 // 32-pixel map).
 class DrawWorld {
@@ -54,16 +63,11 @@ TEST(QmPartyTest, VersusRanksEachTurnAndEqualTimesKeepTheEarlierPlayerFirst) {
     QmParty party = Party(QmParty::Versus, 3);
     QmCoreEnvironmentManager world;
     ASSERT_TRUE(party.PrepareParty(false, false, world, 1));
-    QmParty::RunOutcome first = party.RunFinished(61234);
-    EXPECT_FALSE(first.nextMap);
-    EXPECT_EQ(first.rank, 1);
-    EXPECT_TRUE(first.morePlayers);
+    EXPECT_EQ(Describe(party.RunFinished(61234)), "61234 ranked 1, more players");
     EXPECT_EQ(party.Current()->name, "P2");
-    QmParty::RunOutcome second = party.RunFinished(61234);
-    EXPECT_EQ(second.rank, 2) << "a tie goes after the earlier player";
-    QmParty::RunOutcome third = party.RunFinished(50000);
-    EXPECT_EQ(third.rank, 1);
-    EXPECT_FALSE(third.morePlayers) << "the last player ends the party";
+    EXPECT_EQ(Describe(party.RunFinished(61234)), "61234 ranked 2, more players")
+        << "a tie after the earlier";
+    EXPECT_EQ(Describe(party.RunFinished(50000)), "50000 ranked 1, the end");
     ASSERT_EQ(party.ShownResults().size(), 3u);
     EXPECT_EQ(party.ShownResults()[0].name, "P3");
     EXPECT_EQ(party.ShownResults()[1].name, "P1");
@@ -74,7 +78,7 @@ TEST(QmPartyTest, VersusRanksEachTurnAndEqualTimesKeepTheEarlierPlayerFirst) {
     // The next game starts afresh with the first player.
     ASSERT_TRUE(party.PrepareParty(false, false, world, 1));
     EXPECT_EQ(party.CurrentPlayer(), 0u);
-    EXPECT_EQ(party.RunFinished(70000).rank, 1);
+    EXPECT_EQ(Describe(party.RunFinished(70000)), "70000 ranked 1, more players");
 }
 
 TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
@@ -83,13 +87,9 @@ TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
     ASSERT_TRUE(party.PrepareParty(false, false, disk.world, 7));
     ASSERT_EQ(party.Draw().size(), 3u);
     const std::vector<QmPartyMap> draw = party.Draw();
-    EXPECT_TRUE(party.RunFinished(20000).nextMap);
-    EXPECT_TRUE(party.RunFinished(30000).nextMap);
-    QmParty::RunOutcome last = party.RunFinished(40000);
-    EXPECT_FALSE(last.nextMap);
-    EXPECT_EQ(last.rankedTime, 90000);
-    EXPECT_EQ(last.rank, 1);
-    EXPECT_TRUE(last.morePlayers);
+    EXPECT_EQ(Describe(party.RunFinished(20000)), "next map");
+    EXPECT_EQ(Describe(party.RunFinished(30000)), "next map");
+    EXPECT_EQ(Describe(party.RunFinished(40000)), "90000 ranked 1, more players") << "the total";
 
     // The second player keeps the draw and starts from nothing.
     ASSERT_TRUE(party.PrepareParty(false, false, disk.world, 99));
@@ -101,9 +101,8 @@ TEST(QmPartyTest, MarathonAddsThreeMapsBeforeRankingTheTotal) {
     }
     party.RunFinished(30000);
     party.RunFinished(30000);
-    QmParty::RunOutcome tie = party.RunFinished(30000);
-    EXPECT_EQ(tie.rank, 2) << "an equal total goes after the first player";
-    EXPECT_FALSE(tie.morePlayers);
+    EXPECT_EQ(Describe(party.RunFinished(30000)), "90000 ranked 2, the end")
+        << "an equal total goes after the first player";
     EXPECT_EQ(party.ShownResults()[1].name, "P2");
     EXPECT_EQ(QmHighscoreList::TimeValue(party.ShownResults()[1].time), 90000);
 }

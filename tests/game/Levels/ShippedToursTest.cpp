@@ -90,19 +90,33 @@ TEST_F(ShippedTours, EveryMapIsFinishedByItsReferenceRun) {
     }
 }
 
-TEST_F(ShippedTours, TogetherUseEveryBlockBothSizesAndEverySpecial) {
+TEST_F(ShippedTours, UseEveryBlockAtBothSizesAndTheLaterToursDressEveryMap) {
     std::set<BlockId> used;
     std::set<int> sizes;
+    std::vector<std::set<BlockId>> tiles(ReadTourList().size()); // each tour's tileset blocks
     for (const ShippedMap& map : ShippedMaps()) {
         const int size = map.contents.blockSize == 32 ? 20 : 10;
         sizes.insert(size);
+        std::set<BlockId> decorations;
         for (int x = 0; x < size; ++x) {
             for (int y = 0; y < size; ++y) {
-                used.insert(map.contents.blocks[x * 20 + y]);
+                const BlockId id = map.contents.blocks[x * 20 + y];
+                used.insert(id);
+                if (id >= 6 && id <= 17) {
+                    tiles[map.tour].insert(id);
+                }
+                if (id >= 150 && id <= 173) {
+                    decorations.insert(id);
+                }
             }
         }
+        // From the third tour on, every map has three kinds of decoration at least.
+        EXPECT_TRUE(map.tour < 2 || decorations.size() >= 3) << map.path;
     }
     EXPECT_EQ(sizes, (std::set<int>{10, 20}));
+    for (size_t t = 2; t < tiles.size(); ++t) {
+        EXPECT_EQ(tiles[t].size(), 12u) << "tour " << t << " uses the whole tile set";
+    }
     // The coloured blocks, the twelve tileset blocks, the 24 decorations and every special block
     // are each used somewhere, and nothing else is.
     const auto hasArt = [](BlockId id) {

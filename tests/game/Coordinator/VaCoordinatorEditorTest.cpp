@@ -12,29 +12,18 @@
 #include <chrono>
 #include <thread>
 
-namespace {
-class EditorGame : public HeadlessGame {
-protected:
-    void Key(int key) {
-        devices.keys[key] = 1;
-        Frame();
-        devices.keys[key] = 0;
-        Frame();
-    }
-
-    ArEnvironmentManager& World() { return *coordinator->environment; }
-};
-} // namespace
+using EditorGame = HeadlessGame;
 
 TEST_F(EditorGame, PaintCheckSavePlayAndComeBack) {
     StartInWindow({"--edit", "0", "1", "--2d"});
     ASSERT_EQ(app->scene, SceneEditor);
     QmEditor& editor = *coordinator->Editor();
+    ArEnvironmentManager& world = *coordinator->environment;
     // Down one row from the top-left cell and paint the selected block there.
-    Key(VeKey::Down);
+    FrameWithKeys({VeKey::Down});
     ASSERT_EQ(editor.CursorY(), 1);
-    Key(VeKey::Return);
-    const BlockId painted = World().GetBlock(0, 1);
+    FrameWithKeys({VeKey::Return});
+    const BlockId painted = world.GetBlock(0, 1);
     EXPECT_NE(painted, Block::Blank);
     EXPECT_TRUE(editor.Model().Modified());
 
@@ -55,7 +44,7 @@ TEST_F(EditorGame, PaintCheckSavePlayAndComeBack) {
     // Leaving the race comes back to the editor with the saved map; leaving it ends in the menu.
     coordinator->ReturnToMenu();
     EXPECT_EQ(app->scene, SceneEditor);
-    EXPECT_EQ(World().GetBlock(0, 1), painted);
+    EXPECT_EQ(world.GetBlock(0, 1), painted);
     editor.ExecuteCommand(QmEditor::CmdLeave);
     EXPECT_EQ(app->scene, SceneMenu);
 }

@@ -1,3 +1,4 @@
+#include "engine/Screen/PixelProbe.h"
 #include "engine/Screen/ScreenTestSupport.h"
 
 #include "Screen/Surface/VeSurface.h"
@@ -95,14 +96,10 @@ TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
     DrawKnownOverlay(s.overlay);
     s.greyScale = false;
     s.screenDisplaySize = 2.0f;
-    ScreenshotImage all = PresentAndRead();
-    EXPECT_EQ(all.At(320, 20), 0x1678D6u);
-    EXPECT_EQ(all.At(320, 630), 0xE6D514u) << "the bottom rows stay in place";
+    EXPECT_EQ(Mismatches(PresentAndRead(), {{320, 20, 0x1678D6}, {320, 630, 0xE6D514}}), "");
     DrawKnownOverlay(s.overlay);
     s.screenDisplaySize = 0.0f;
-    ScreenshotImage none = PresentAndRead();
-    EXPECT_EQ(none.At(320, 20), 0x000000u);
-    EXPECT_EQ(none.At(320, 630), 0x000000u);
+    EXPECT_EQ(Mismatches(PresentAndRead(), {{320, 20, 0x000000}, {320, 630, 0x000000}}), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPaths, VeScreenPathTest,
@@ -252,10 +249,8 @@ TEST_P(VeScreenPathTest, AWiderWindowLetterboxesTheLogicalScreen) {
     EXPECT_FLOAT_EQ(mapping.scaleX, 1.25f);
     EXPECT_FLOAT_EQ(mapping.scaleY, 1.25f);
     EXPECT_EQ(mapping.x, 80) << "(1000 / 1.25 - 640) / 2 logical pixels of bar";
-    EXPECT_EQ(shot.At(50, 400), 0x000000u) << "the bars are black";
-    EXPECT_EQ(shot.At(950, 400), 0x000000u);
-    EXPECT_EQ(shot.At(102, 2), 0xFFFFFFu) << "the picture fills the height";
-    EXPECT_EQ(shot.At(897, 797), 0xFFFFFFu);
-    EXPECT_EQ(shot.At(97, 400), 0x000000u);
-    EXPECT_EQ(shot.At(903, 400), 0x000000u);
+    EXPECT_EQ(Mismatches(shot, {{50, 400, 0}, {97, 400, 0}, {903, 400, 0}, {950, 400, 0}}), "")
+        << "the bars are black";
+    EXPECT_EQ(Mismatches(shot, {{102, 2, 0xFFFFFF}, {897, 797, 0xFFFFFF}}), "")
+        << "the picture fills the height";
 }

@@ -106,12 +106,11 @@ TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {
     EXPECT_HALT(file.Load(missing), "Halt: Could not find image",
                 "App halted when loading image: " + missing + " (VePNGFile::Load)");
 
-    std::ofstream(Path("text.png")) << "this is not an image at all";
-    EXPECT_HALT(file.Load(Path("text.png")), "Halt: Invalid Image Type",
-                "App halted when loading invalid image type (VePNGFile::Load)");
-    std::ofstream(Path("short.png")) << "\x89PNG";
-    EXPECT_HALT(file.Load(Path("short.png")), "Halt: Invalid Image Type",
-                "App halted when loading invalid image type (VePNGFile::Load)");
+    for (const char* bytes : {"this is not an image at all", "\x89PNG"}) {
+        std::ofstream(Path("text.png")) << bytes;
+        EXPECT_HALT(file.Load(Path("text.png")), "Halt: Invalid Image Type",
+                    "App halted when loading invalid image type (VePNGFile::Load)");
+    }
 
     PngContent content;
     content.width = 40;
@@ -121,16 +120,15 @@ TEST_F(VePNGFileTest, BrokenFilesHaltWithTheirStep) {
     std::string bytes;
     std::ifstream in(Path("whole.png"), std::ios::binary);
     bytes.assign(std::istreambuf_iterator<char>(in), {});
-    for (size_t cut : {size_t{12}, size_t{40}, bytes.size() - 20}) {
-        std::ofstream(Path("cut.png"), std::ios::binary) << bytes.substr(0, cut);
-        EXPECT_HALT(file.Load(Path("cut.png")), "Halt: Unable to read image rows",
-                    "App halted when reading rows from image (VePNGFile::Load)");
-    }
+    // Cut short at three places, or with a corrupt header.
     std::string corrupt = bytes;
     corrupt[20] ^= 0x55;
-    std::ofstream(Path("corrupt.png"), std::ios::binary) << corrupt;
-    EXPECT_HALT(file.Load(Path("corrupt.png")), "Halt: Unable to read image rows",
-                "App halted when reading rows from image (VePNGFile::Load)");
+    for (const std::string& broken :
+         {bytes.substr(0, 12), bytes.substr(0, 40), bytes.substr(0, bytes.size() - 20), corrupt}) {
+        std::ofstream(Path("broken.png"), std::ios::binary) << broken;
+        EXPECT_HALT(file.Load(Path("broken.png")), "Halt: Unable to read image rows",
+                    "App halted when reading rows from image (VePNGFile::Load)");
+    }
 }
 
 TEST_F(VePNGFileTest, SaveWritesWhatLoadReads) {

@@ -58,17 +58,13 @@ TEST(VeTextTest, CellsAndSpacingGiveTheSurfaceSizeAndShoutedTextIsUpperCase) {
     VeTextStyle menu(3, 0xFFFFFF, 3, 3, 1);
     VeText title("Play", &menu);
     EXPECT_EQ(title.LineStep(), 28);
-    EXPECT_EQ(title.Width(), 4 * 18 - 3);
-    EXPECT_EQ(title.Height(), 27);
+    EXPECT_EQ(Layout(title), "69x27 lines 1 columns 4 wraps");
 
     // Every pixel starts as the key: a space draws nothing but takes its cell.
     VeText blank("   ", &style);
     EXPECT_EQ(blank.Width(), 19);
     EXPECT_EQ(CountInk(blank.surface), 0);
-
-    VeText empty("", &style);
-    EXPECT_EQ(empty.Width(), 0);
-    EXPECT_EQ(empty.Height(), 5);
+    EXPECT_EQ(Layout(VeText("", &style)), "0x5 lines 1 columns 0 wraps");
 
     // Shouted text is upper case until set otherwise.
     VeText shouted("quillmaze 1.0", nullptr, true);
@@ -263,11 +259,9 @@ TEST(VeTextTest, DrawsOntoSurfacesCentredAndOutlined) {
     VeSurface outlined(40, 20);
     outlined.Fill(0x101010);
     VeText::DrawString(outlined, "I", 10, 5, style, false, 1.0f, 0x000000);
-    EXPECT_EQ(outlined.GetXY(12, 7), 0xFF0000u);
-    EXPECT_EQ(outlined.GetXY(11, 7), 0x000000u);
-    EXPECT_EQ(outlined.GetXY(13, 7), 0x000000u);
-    EXPECT_EQ(outlined.GetXY(14, 7), 0x101010u);
-    EXPECT_EQ(outlined.GetXY(12, 3), 0x101010u);
+    EXPECT_EQ(Mismatches(outlined,
+                         {{12, 7, 0xFF0000}, {11, 7, 0}, {13, 7, 0}, {14, 7, 0x101010}, {12, 3, 0x101010}}),
+              "");
 
     // Off the edges: clipped, nothing else touched.
     VeText::DrawString(outlined, "WIDE TEXT", -20, 17, style, false, 1.0f, 0x000000);

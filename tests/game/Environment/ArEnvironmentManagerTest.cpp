@@ -58,24 +58,17 @@ bool Grey(uint32_t pixel) {
     return std::abs(r - g) <= 3 && std::abs(g - b) <= 3;
 }
 
-// Inside the head-up panel (256 x 40 at its corner), clear of its edge.
-bool InPanel(int x, int y) {
-    return x >= ArEnvironmentManager::kHudX + 4 && x < ArEnvironmentManager::kHudX + 252 &&
-           y >= ArEnvironmentManager::kHudY + 4 && y < ArEnvironmentManager::kHudY + 36;
-}
-
-// Where the panel's text strokes are (its white pixels), and how many of its pixels have colour.
+// Where the text strokes (white pixels) are inside the head-up panel (256 x 40 at its corner) clear
+// of its edge, and how many of its pixels have colour.
 std::vector<int> PanelStrokes(const ScreenshotImage& shot, int& coloured) {
     std::vector<int> strokes;
     coloured = 0;
-    for (int y = 0; y < 60; ++y) {
-        for (int x = 0; x < 280; ++x) {
-            if (InPanel(x, y)) {
-                const uint32_t pixel = shot.At(x, y);
-                coloured += Grey(pixel) ? 0 : 1;
-                if (pixel == 0xFFFFFF) {
-                    strokes.push_back(y * shot.width + x);
-                }
+    for (int y = ArEnvironmentManager::kHudY + 4; y < ArEnvironmentManager::kHudY + 36; ++y) {
+        for (int x = ArEnvironmentManager::kHudX + 4; x < ArEnvironmentManager::kHudX + 252; ++x) {
+            const uint32_t pixel = shot.At(x, y);
+            coloured += Grey(pixel) ? 0 : 1;
+            if (pixel == 0xFFFFFF) {
+                strokes.push_back(y * shot.width + x);
             }
         }
     }

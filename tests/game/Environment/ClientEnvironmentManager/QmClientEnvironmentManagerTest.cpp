@@ -154,7 +154,7 @@ TEST_F(CellCacheTest, TheBackdropsLightIsBakedAgainOnlyWhenWhatCastsShadowsOnItC
     EXPECT_EQ(world->BackdropBakes(), bakes + 3);
 }
 
-TEST_F(CellCacheTest, PickupsSpinInTheRaceAndStandStillInTheEditor) {
+TEST_F(CellCacheTest, PickupsSpinAndWrapInTheRaceAndStandStillInTheEditorAndTheIntroZoomDecays) {
     BuildMap({"..........", "..........", "..........", "..........", "....U.....", "..........",
               "..........", "..........", "..........", ".........."});
     world->spinAngle = 0.0f;
@@ -171,9 +171,7 @@ TEST_F(CellCacheTest, PickupsSpinInTheRaceAndStandStillInTheEditor) {
     }
     const ScreenshotImage editorLater = Frame();
     EXPECT_EQ(CompareScreenshots(editorStart, editorLater, 8).differingPixels, 0);
-}
 
-TEST_F(CellCacheTest, TheIntroZoomDecaysAndTheSpinWraps) {
     world->SetIntro(7.0f);
     host.frameTime = 0.1f;
     world->Update();

@@ -197,21 +197,27 @@ class Journey:
         scale = min(w / 640.0, h / 640.0)
         return int(x + (w - 640 * scale) / 2 + px * scale), int(y + (h - 640 * scale) / 2 + py * scale)
 
-    def click_page(self, px, py, click=True):
-        """The pointer moved to a point of the page, and a click there unless told otherwise."""
+    def click_page(self, px, py, click=True, leads_to=None, within=15):
+        """The pointer moved to a point of the page, and a click there unless told otherwise; then,
+        given leads_to, the wait for that page."""
         self.mouse(*self.page_point(px, py), click)
         time.sleep(0.3)
+        if leads_to:
+            self.wait_page(leads_to, within)
 
-    def keys(self, *names, hold=0.18, pause=0.22, settle=0.2):
+    def keys(self, *names, hold=0.18, pause=0.22, settle=0.2, leads_to=None, within=15):
         """Presses in one xdotool run, each held long enough for a slow frame to see it: a press
         whose down and up come from separate runs can be lost by a slow frame or stretched into a
-        key repeat (the name entry's starts at 0.3 s) on a busy machine."""
+        key repeat (the name entry's starts at 0.3 s) on a busy machine. Then, given leads_to, the
+        wait for that page."""
         self.require_alive()
         command = ["xdotool"]
         for name in names:
             command += ["keydown", name, "sleep", str(hold), "keyup", name, "sleep", str(pause)]
         subprocess.run(command, check=True)
         time.sleep(settle)
+        if leads_to:
+            self.wait_page(leads_to, within)
 
     def keydown(self, name):
         subprocess.run(["xdotool", "keydown", name], check=True)

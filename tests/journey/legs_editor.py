@@ -180,10 +180,8 @@ def leg_editor_save_and_play(j):
     finally:
         j.keyup("Right")
     j.shot("editor-07-finished")
-    j.keys("Return")  # the offered name
-    j.wait_page("highscores", 10)
-    j.keys("Escape")
-    j.wait_page("editor", 15)  # a test run goes back to the editor
+    j.keys("Return", leads_to="highscores", within=10)  # the offered name
+    j.keys("Escape", leads_to="editor")  # a test run goes back to the editor
     j.shot("editor-08-after-the-race")
 
 

@@ -7,14 +7,12 @@ from journeylib import Failed
 
 def leg_options(j):
     j.wait_page("main menu")
-    j.click_page(320, 475)  # the Options button, with the mouse
-    j.wait_page("options")
+    j.click_page(320, 475, leads_to="options")  # the Options button, with the mouse
     j.shot("10-options")
     j.keys("Down", "Down", "space")  # 3D graphics off
     j.keys("Down", "Down", "Down", "Left", "Return", "Down")  # the flags: Dutch; then to Apply
     j.shot("11-options-changed")
-    j.keys("Return")
-    j.wait_page("main menu")
+    j.keys("Return", leads_to="main menu")
     opts = j.options()
     if opts.get("Language") != "Dutch" or opts.get("3DGraphics") != "0":
         raise Failed("options.dat holds %r" % opts)

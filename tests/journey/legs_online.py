@@ -56,8 +56,7 @@ def register(j, who, shot):
     if not box_checked(j.pixels()):
         j.keys("space")  # the box "I accept the rules"
     j.shot(shot)
-    j.keys("Down", "Return")  # Register
-    j.wait_page("shared maps", 20)
+    j.keys("Down", "Return", leads_to="shared maps", within=20)  # Register
 
 
 def leg_share_a_map(j):
@@ -69,19 +68,16 @@ def leg_share_a_map(j):
     j.keys("Up", "Return")  # the empty list: choose a slot
     time.sleep(0.5)
     j.shot("online-04-slots")
-    j.keys("Return")  # slot 1, and the question
-    j.wait_page("notice")
+    j.keys("Return", leads_to="notice")  # slot 1, and the question
     j.keys("Return")  # Yes: the check runs, then the upload
     j.wait_for(None, lambda: j.shows("notice"), 90)  # the answer (its picture tells which)
     j.shot("online-05-shared")
-    j.keys("Return")
-    j.wait_page("shared maps")
+    j.keys("Return", leads_to="shared maps")
     time.sleep(1.0)
     j.shot("online-06-own-maps")
     j.keys("Escape")  # the players
     time.sleep(1.0)
-    j.keys("Down", "Right", "Right", "Return")  # below the list: Log out
-    j.wait_page("main menu")
+    j.keys("Down", "Right", "Right", "Return", leads_to="main menu")  # below the list: Log out
 
 
 def leg_download_and_play(j):

@@ -44,8 +44,7 @@ def leg_name_entry(j):
     j.shot("results-01-name-entry")
     j.keys(*["BackSpace"] * 10, *NAME.lower())  # the offered name goes, ours comes
     j.shot("results-02-name-typed")
-    j.keys("Return")
-    j.wait_page("highscores", 5)
+    j.keys("Return", leads_to="highscores", within=5)
     shown = j.shot("results-03-highscores")
     if shown.count(NEW_ROW, 0, 121, 640, 24) < 500:
         raise Failed("the new time is not the first row in green")
@@ -55,8 +54,7 @@ def leg_name_entry(j):
 
 
 def leg_back_on_play_page(j):
-    j.keys("Escape")  # back to the play page
-    j.wait_page("play")
+    j.keys("Escape", leads_to="play")  # back to the play page
     time.sleep(0.5)
     if j.shows("notice"):  # the unlock notice
         j.shot("results-04-unlock-notice")
@@ -64,17 +62,14 @@ def leg_back_on_play_page(j):
     if j.second_map_locked():
         raise Failed("the second map is still locked")
     j.shot("results-05-play-page-unlocked")
-    j.keys("Escape")  # the main menu
-    j.wait_page("main menu")
+    j.keys("Escape", leads_to="main menu")  # the main menu
 
 
 def leg_character(j):
-    j.click_page(320, 413)  # Character
-    j.wait_page("character")
+    j.click_page(320, 413, leads_to="character")  # Character
     j.keys("Right")
     j.shot("results-06-character-chosen")
-    j.keys("Return")
-    j.wait_page("main menu")
+    j.keys("Return", leads_to="main menu")
     with open(j.game_file("profile.dat"), "rb") as f:
         profile = f.read().strip()
     if profile != b"1":
@@ -98,12 +93,10 @@ def race_turn(j, player):
 
 
 def leg_party_versus(j):
-    j.click_page(320, 289)  # Party
-    j.wait_page("party")
+    j.click_page(320, 289, leads_to="party")  # Party
     j.keys(*["Down"] * 5)  # past both players, the characters, the game type and Add/Remove to Start
     j.shot("results-07-party")
-    j.keys("Return")
-    j.wait_page("play")
+    j.keys("Return", leads_to="play")
     j.click_page(300, 114, click=False)  # the tutorial, which both will race
     j.shot("results-08-party-map")
     j.keys("Return")
@@ -112,8 +105,7 @@ def leg_party_versus(j):
     shown = race_turn(j, 2)
     if shown.count(NEW_ROW, 0, 121, 640, 64) < 500 or shown.count(BUTTON, 200, 588, 20, 14) > 100:
         raise Failed("the second run is not ranked in green, or Next player is still offered")
-    j.keys("Return")  # Main menu, the only button left
-    j.wait_page("main menu")
+    j.keys("Return", leads_to="main menu")  # Main menu, the only button left
     header = score_header(j, tutorial_scores(j))
     if "PLAYER 1:" not in header or "PLAYER 2:" not in header:
         raise Failed("the party's runs are not in the tutorial's top ten: %r" % header)
@@ -122,18 +114,14 @@ def leg_party_versus(j):
 def leg_party_marathon(j):
     """A Marathon drawn and its first map waiting for the first player, then left from the wait with
     Escape, straight back to the party page: its random maps are not ones the held keys can finish."""
-    j.click_page(320, 289)  # Party
-    j.wait_page("party")
+    j.click_page(320, 289, leads_to="party")  # Party
     j.keys(*["Down"] * 3, "Right", *["Down"] * 4)  # to the game type, Marathon, on to Start
     j.shot("results-13-party-marathon")
-    j.keys("Return")
-    j.wait_page("waiting")
+    j.keys("Return", leads_to="waiting")
     j.shot("results-14-marathon-waiting")
-    j.keys("Escape")  # leaves the party at once, players and game type kept
-    j.wait_page("party")
+    j.keys("Escape", leads_to="party")  # leaves the party at once, players and game type kept
     j.shot("results-15-marathon-left")
-    j.keys("Escape")
-    j.wait_page("main menu")
+    j.keys("Escape", leads_to="main menu")
     j.click_page(637, 637, click=False)  # the pointer back in the corner where the journey's focus click left it
 
 

@@ -226,10 +226,23 @@ double VeAudioManager::Mix(int16_t* buffer, VeAudioChannel& channel) {
 }
 
 void VeAudioManager::LoadWave(const std::string& name, const std::string& path, float volume) {
+    VeWaveSound::Failure failure;
+    std::unique_ptr<VeWaveSound> sound = ReadWave(path, volume, failure);
+    if (!sound) {
+        Halt(failure.title, failure.text);
+    }
+    AddSound(name, std::move(sound));
+}
+
+std::unique_ptr<VeWaveSound> VeAudioManager::ReadWave(const std::string& path, float volume,
+                                                      VeWaveSound::Failure& failure) {
     lock.Lock();
     const std::string suffix = errorSuffix;
     lock.Unlock();
-    std::unique_ptr<VeWaveSound> sound = VeWaveSound::Load(path, volume, suffix, debug);
+    return VeWaveSound::Read(path, volume, suffix, debug, failure);
+}
+
+void VeAudioManager::AddSound(const std::string& name, std::unique_ptr<VeWaveSound> sound) {
     lock.Lock();
     auto found = sounds.find(name);
     if (found != sounds.end()) {

@@ -5,7 +5,8 @@
 // Whenever the output has played one, that buffer goes straight back to the end of the queue and
 // is filled anew from the playing channels, so about three buffers of sound are always ahead of
 // the speaker. Mixing runs on the output's thread under the manager's lock; everything else
-// (loading, Play, Stop, the setters, Shutdown) runs on the main thread.
+// (loading, Play, Stop, the setters, Shutdown) runs on the main thread, except ReadWave, which
+// reads a file on any thread for AddSound to keep.
 //
 // Channels can be positional (panned between left and right by where their source lies against
 // the listener), looping, paused, sped up or slowed down, and start after a delay. A limiter keeps
@@ -46,6 +47,13 @@ public:
     // Loads a 16-bit PCM wave file and keeps it under name (replacing, and stopping, any sound
     // loaded under that name before).
     void LoadWave(const std::string& name, const std::string& path, float volume);
+    // LoadWave in two halves, for files too big to read within a frame: ReadWave reads and
+    // converts the file with this manager's error suffix and debug switch, keeping nothing, and
+    // may run on any thread (a failure comes back in failure instead of a halt); AddSound then
+    // keeps the sound under name on the main thread, as LoadWave does.
+    std::unique_ptr<VeWaveSound> ReadWave(const std::string& path, float volume,
+                                          VeWaveSound::Failure& failure);
+    void AddSound(const std::string& name, std::unique_ptr<VeWaveSound> sound);
     bool IsLoaded(const std::string& name) const;
 
     // Starts the sound loaded under name; intervalMs × index delays the start. With repeatCount

@@ -40,20 +40,36 @@ size_t FindDataChunk(const std::string& bytes, uint32_t formatSize) {
 
 std::unique_ptr<VeWaveSound> VeWaveSound::Load(const std::string& path, float volume,
                                                const std::string& errorSuffix, bool debug) {
+    Failure failure;
+    std::unique_ptr<VeWaveSound> sound = Read(path, volume, errorSuffix, debug, failure);
+    if (!sound) {
+        Halt(failure.title, failure.text);
+    }
+    return sound;
+}
+
+std::unique_ptr<VeWaveSound> VeWaveSound::Read(const std::string& path, float volume,
+                                               const std::string& errorSuffix, bool debug, Failure& failure) {
+    auto fail = [&failure](const std::string& title, const std::string& text) {
+        failure = {title, text};
+        return nullptr;
+    };
     std::string bytes;
     if (!FileExists(path) || !ReadFileBytes(path, bytes)) {
-        Halt("Error: Audio file not found", "Failed to open audio file: '" + path + "'." + errorSuffix);
+        return fail("Error: Audio file not found",
+                    "Failed to open audio file: '" + path + "'." + errorSuffix);
     }
+    const std::string invalidTitle = "Error: Audio file invalid";
     const std::string invalid = "Could not load audio file: '" + path + "'. Invalid format." + errorSuffix;
     if (!TagAt(bytes, 0, "RIFF") || bytes.size() < 12) {
-        Halt("Error: Audio file invalid", invalid);
+        return fail(invalidTitle, invalid);
     }
     if (!TagAt(bytes, 8, "WAVE")) {
-        Halt("Error: Audio file invalid",
-             "Could not load audio file: '" + path + "'. The file is not a valid wave file." + errorSuffix);
+        return fail(invalidTitle, "Could not load audio file: '" + path +
+                                      "'. The file is not a valid wave file." + errorSuffix);
     }
     if (bytes.size() < 44) {
-        Halt("Error: Audio file invalid", invalid);
+        return fail(invalidTitle, invalid);
     }
 
     auto sound = std::make_unique<VeWaveSound>();
@@ -69,32 +85,30 @@ std::unique_ptr<VeWaveSound> VeWaveSound::Load(const std::string& path, float vo
     const size_t dataChunk = FindDataChunk(bytes, sound->formatSize);
     if (dataChunk + 8 > bytes.size() || sound->channels < 1 || sound->channels > 2 ||
         sound->sampleRate == 0) {
-        Halt("Error: Audio file invalid", invalid);
+        return fail(invalidTitle, invalid);
     }
     // The mixer reads 16-bit integer samples only; anything else (8-bit, 24-bit, floating point,
     // compressed) would play as noise, so it is refused with what was found.
     if (sound->formatTag != 1 || sound->bitsPerSample != 16) {
-        Halt("Error: Audio file invalid",
-             "Could not load audio file: '" + path +
-                 "'. Only 16-bit PCM wave files are supported (this one has format " +
-                 std::to_string(sound->formatTag) + " with " + std::to_string(sound->bitsPerSample) +
-                 "-bit samples)." + errorSuffix);
+        return fail(invalidTitle, "Could not load audio file: '" + path +
+                                      "'. Only 16-bit PCM wave files are supported (this one has format " +
+                                      std::to_string(sound->formatTag) + " with " +
+                                      std::to_string(sound->bitsPerSample) + "-bit samples)." + errorSuffix);
     }
     sound->dataSize = Read32(bytes, dataChunk + 4);
 
     const size_t sampleCount = (sound->dataSize & 0x7FFFFFFFu) / 2;
     const size_t dataStart = dataChunk + 8;
     if (bytes.size() - dataStart < sampleCount * 2) {
-        Halt("Error: Audio file invalid", invalid);
+        return fail(invalidTitle, invalid);
     }
     const bool mono = sound->channels == 1;
     sound->samples.resize(mono ? sampleCount * 2 : sampleCount);
     if (sampleCount > 0) {
         std::memcpy(sound->samples.data(), bytes.data() + dataStart, sampleCount * 2);
     }
-    if (debug) {
-        Log("Loading WAV file \"%s\"..", path.c_str());
-    }
+    // One line, logged whole at the end: reads on other threads do not cut into each other's lines.
+    std::string logged = "Loading WAV file \"" + path + "\"..";
     if (mono) {
         sound->channels = 2;
         for (size_t i = sampleCount; i-- > 0;) {
@@ -102,12 +116,10 @@ std::unique_ptr<VeWaveSound> VeWaveSound::Load(const std::string& path, float vo
             sound->samples[2 * i + 1] = sound->samples[i];
         }
         sound->dataSize *= 2;
-        if (debug) {
-            Log(" Converted to 2 channels.");
-        }
+        logged += " Converted to 2 channels.";
     }
     if (debug) {
-        Log(" Loaded.\n");
+        Log("%s Loaded.\n", logged.c_str());
     }
 
     const int64_t stored = static_cast<int64_t>(sound->samples.size() / 2);

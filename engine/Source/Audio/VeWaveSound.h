@@ -16,6 +16,16 @@ public:
     static std::unique_ptr<VeWaveSound> Load(const std::string& path, float volume,
                                              const std::string& errorSuffix, bool debug);
 
+    // The title and text of the halt a bad file would cause.
+    struct Failure {
+        std::string title;
+        std::string text;
+    };
+    // Reads the file as Load does, but a failure returns null with its message in failure instead
+    // of halting. Shares nothing but the log, so it may run on any thread.
+    static std::unique_ptr<VeWaveSound> Read(const std::string& path, float volume,
+                                             const std::string& errorSuffix, bool debug, Failure& failure);
+
     // Whole stereo frames that can be played.
     int64_t Frames() const { return frames; }
 

@@ -53,6 +53,10 @@ bool QmSharedSounds::ForPages(const Entry& entry) {
     return false;
 }
 
+std::array<const QmSharedSounds::Entry*, 2> QmSharedSounds::Musics() {
+    return {&Table()[kCount - 1], &Table()[kCount - 2]};
+}
+
 void QmSharedSounds::Load(VeAudioManager& audio, const Entry& entry) {
     audio.LoadWave(entry.name, entry.file, entry.volume);
 }

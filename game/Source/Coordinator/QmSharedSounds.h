@@ -1,7 +1,7 @@
 #pragma once
 // The game's 28 named sounds with their files and load volumes. The coordinator loads the pages'
-// sounds before the first frame and the rest (the race's sounds, the music) right after it. Other
-// parts of the game play them by name ("Jump", "Music", ...).
+// sounds before the first frame, the race's sounds one a frame after it, and reads the two musics
+// on a worker thread meanwhile. Other parts of the game play them by name ("Jump", "Music", ...).
 #include <array>
 
 class VeAudioManager;
@@ -22,4 +22,6 @@ public:
     static void Load(VeAudioManager& audio, const Entry& entry);
     // Whether the menu pages and dialogs play the sound (the others are the race's and the music).
     static bool ForPages(const Entry& entry);
+    // The menu's music ("Music") and the race's ("MusicInGame"), in that order.
+    static std::array<const Entry*, 2> Musics();
 };

@@ -22,6 +22,7 @@
 // every notice goes); without a screen there is no front end and notices go to the console.
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
+#include "Coordinator/QmSharedSounds.h"
 #include "Coordinator/QmStartupWork.h"
 #include "Coordinator/VaAppCommander.h"
 #include "Editor/QmEditorHost.h"
@@ -46,6 +47,7 @@ class QmOptions;
 class QmRaceAudio;
 class QmRaceControls;
 class VaApp;
+class VeAudioManager;
 class VeImage;
 class VeTextStyle;
 
@@ -232,9 +234,13 @@ private:
     void LoadOptionsAndLanguage();
     void LoadCharacterImages();
     void CreateWorld();
-    // Sets up the listener and loads the pages' sounds; the rest of the sounds and the music wait
-    // in startupWork.
+    // Sets up the listener and loads the pages' sounds; the race's sounds wait in startupWork and
+    // the musics are read on its worker.
     void StartAudio();
+    // Reads a music file on the start-up work's worker and keeps it once read; the menu's starts
+    // playing then when the option "Music" is on. A file that cannot be read halts with the
+    // message LoadWave would give.
+    void ReadMusic(VeAudioManager& audio, const QmSharedSounds::Entry& music, bool menu);
     // Replaces the race by a fresh one on the world's current map: the game's own race on the
     // player's devices, or one steered by the command line's recording, or one without sound.
     void MakeGameplay();

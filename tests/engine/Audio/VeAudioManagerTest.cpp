@@ -35,6 +35,21 @@ protected:
     VeAudioManager& audio = *rig.audio;
 };
 
+TEST_F(VeAudioManagerTest, ASoundReadOnAnotherThreadPlaysOnceAdded) {
+    const std::string path = data.path + "/ramp.wav";
+    ASSERT_TRUE(WriteFileAtomic(path, WaveBytes(44100, 2, Ramp(100, 3))));
+    std::unique_ptr<VeWaveSound> sound;
+    VeWaveSound::Failure failure;
+    std::thread([&] { sound = audio.ReadWave(path, 1.0f, failure); }).join();
+    ASSERT_NE(sound, nullptr) << failure.text;
+    EXPECT_FALSE(audio.IsLoaded("ramp")); // kept only when added
+    audio.AddSound("ramp", std::move(sound));
+    audio.Play("ramp");
+    const std::vector<int16_t> played = rig.RenderFresh(1);
+    EXPECT_EQ(std::vector<int16_t>(played.begin(), played.begin() + 200), Ramp(100, 3));
+    EXPECT_EQ(SoundingFrames(played), 100);
+}
+
 TEST_F(VeAudioManagerTest, MonoHalfRateSoundPlaysAsStereoAtItsPitch) {
     const std::vector<int16_t> source = Ramp(2000, 8, 1);
     rig.Load("ramp", 22050, 1, source);

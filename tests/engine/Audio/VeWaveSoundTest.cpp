@@ -23,10 +23,18 @@ protected:
 };
 
 TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
+    // LoadWave halts; ReadWave, for reads on other threads, returns the same message instead.
+    auto expectBad = [this](const std::string& path, const std::string& title, const std::string& text) {
+        EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), title, text);
+        VeWaveSound::Failure failure;
+        EXPECT_EQ(rig.audio->ReadWave(path, 1.0f, failure), nullptr) << path;
+        EXPECT_EQ(failure.title, title) << path;
+        EXPECT_EQ(failure.text, text) << path;
+    };
     const std::string valid = WaveBytes(44100, 2, Constant(50, 100));
     const std::string missing = data.path + "/Audio/None.wav";
-    EXPECT_HALT(rig.audio->LoadWave("a", missing, 1.0f), "Error: Audio file not found",
-                "Failed to open audio file: '" + missing + "'." + kSuffix);
+    expectBad(missing, "Error: Audio file not found",
+              "Failed to open audio file: '" + missing + "'." + kSuffix);
 
     const std::string invalid = "Error: Audio file invalid";
     auto invalidFormat = [](const std::string& path) {
@@ -35,26 +43,26 @@ TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
     std::string bytes = valid;
     bytes.replace(0, 4, "RIFX");
     std::string path = Write("rifx.wav", bytes);
-    EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
+    expectBad(path, invalid, invalidFormat(path));
     path = Write("empty.wav", "");
-    EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
+    expectBad(path, invalid, invalidFormat(path));
 
     bytes = valid;
     bytes.replace(8, 4, "AVI ");
     path = Write("avi.wav", bytes);
-    EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid,
-                "Could not load audio file: '" + path + "'. The file is not a valid wave file." + kSuffix);
+    expectBad(path, invalid,
+              "Could not load audio file: '" + path + "'. The file is not a valid wave file." + kSuffix);
 
     // Cut inside the header, inside the data, or right after the tags.
     for (size_t length : {size_t{10}, size_t{12}, size_t{30}, size_t{43}, valid.size() - 1}) {
         path = Write("cut" + std::to_string(length) + ".wav", valid.substr(0, length));
-        EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
+        expectBad(path, invalid, invalidFormat(path));
     }
     // A data size with the top bit set is not trusted for an allocation.
     bytes = valid;
     bytes[43] = static_cast<char>(0xFF);
     path = Write("huge.wav", bytes);
-    EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
+    expectBad(path, invalid, invalidFormat(path));
     // Formats the mixer cannot play: no channels, six channels, no sample rate.
     for (auto [offset, value] : {std::pair{22, 0}, std::pair{22, 6}, std::pair{24, 0}}) {
         bytes = valid;
@@ -64,7 +72,7 @@ TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
             bytes[26] = bytes[27] = 0;
         }
         path = Write("format.wav", bytes);
-        EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid, invalidFormat(path));
+        expectBad(path, invalid, invalidFormat(path));
     }
     // Sample formats the mixer does not read: floating point, 8-bit and 24-bit samples.
     for (auto [tag, bits] : {std::pair{3, 32}, std::pair{1, 8}, std::pair{1, 24}}) {
@@ -72,10 +80,10 @@ TEST_F(VeWaveSoundTest, BadFilesHaltWithTheirMessages) {
         bytes[20] = static_cast<char>(tag);
         bytes[34] = static_cast<char>(bits);
         path = Write("sampleformat.wav", bytes);
-        EXPECT_HALT(rig.audio->LoadWave("a", path, 1.0f), invalid,
-                    "Could not load audio file: '" + path +
-                        "'. Only 16-bit PCM wave files are supported (this one has format " +
-                        std::to_string(tag) + " with " + std::to_string(bits) + "-bit samples)." + kSuffix);
+        expectBad(path, invalid,
+                  "Could not load audio file: '" + path +
+                      "'. Only 16-bit PCM wave files are supported (this one has format " +
+                      std::to_string(tag) + " with " + std::to_string(bits) + "-bit samples)." + kSuffix);
     }
     EXPECT_FALSE(rig.audio->IsLoaded("a"));
 }

@@ -218,29 +218,39 @@ TEST_F(VaCoordinatorTest, ScaleColourFollowsThePulse) {
     EXPECT_EQ(coordinator->ScaleColour(0x000000), 0x000000u);
 }
 
-// With a sound device (SDL's dummy driver in the tests) the menu music follows "Music" and
-// Ctrl+M switches it.
-TEST_F(VaCoordinatorTest, CtrlMStopsAndRestartsTheMusic) {
-    app = std::make_unique<VaApp>();
-    app->registry->SetInt("VE_USE_AUDIO", 1);
-    app->registry->SetInt("VE_DEBUG_AUDIO", 0);
-    app->Init();
-    ASSERT_NE(app->audio, nullptr);
-    app->input = new VeInput(nullptr, std::make_unique<FakeInputSource>(&devices));
-    app->CreateManagers();
-    coordinator = app->coordinator;
-    EXPECT_FALSE(app->audio->IsLoaded("Music")); // loaded after the first frame, then started
-    app->Frame();
-    app->Frame();
-    EXPECT_TRUE(app->audio->IsPlaying(coordinator->musicChannel));
-
-    FrameWithKeys({VeKey::LeftCtrl, VeKey::M});
-    EXPECT_EQ(coordinator->Option(QmOptions::kMusic), "0");
-    EXPECT_FALSE(app->audio->IsPlaying(coordinator->musicChannel));
+// With a sound device (SDL's dummy driver in the tests) the menu music, read while the intro
+// shows, starts once it is there if "Music" is on, and Ctrl+M switches it.
+TEST_F(VaCoordinatorTest, TheMenuMusicFollowsItsOptionAndCtrlMSwitchesIt) {
+    for (const bool on : {true, false}) {
+        QmOptions stored;
+        stored.Set(QmOptions::kMusic, on ? "1" : "0");
+        ASSERT_TRUE(stored.SaveOptions());
+        app = std::make_unique<VaApp>();
+        app->registry->SetInt("VE_USE_AUDIO", 1);
+        app->registry->SetInt("VE_DEBUG_AUDIO", 0);
+        app->Init();
+        ASSERT_NE(app->audio, nullptr);
+        app->input = new VeInput(nullptr, std::make_unique<FakeInputSource>(&devices));
+        app->CreateManagers();
+        coordinator = app->coordinator;
+        EXPECT_FALSE(app->audio->IsLoaded("Music"));
+        for (int frame = 0; frame < 30; ++frame) { // more than the start-up has steps
+            app->Frame();
+        }
+        EXPECT_TRUE(app->audio->IsLoaded("MusicInGame"));
+        EXPECT_EQ(app->audio->IsPlaying(coordinator->musicChannel), on);
+        EXPECT_EQ(app->audio->ChannelCount(), on ? 1 : 0);
+        if (on) {
+            Stop();
+        }
+    }
+    // Silent so far; Ctrl+M starts it and stops it again.
     FrameWithKeys({VeKey::LeftCtrl, VeKey::M});
     EXPECT_EQ(coordinator->Option(QmOptions::kMusic), "1");
     EXPECT_TRUE(app->audio->IsPlaying(coordinator->musicChannel));
-    EXPECT_EQ(app->audio->ChannelCount(), 1);
+    FrameWithKeys({VeKey::LeftCtrl, VeKey::M});
+    EXPECT_EQ(coordinator->Option(QmOptions::kMusic), "0");
+    EXPECT_FALSE(app->audio->IsPlaying(coordinator->musicChannel));
 }
 
 // The game in a real window (the tests run under Xvfb), without sound.

@@ -161,7 +161,7 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
     EXPECT_EQ(editorHost.leaves, 1);
 }
 
-TEST_F(EditorSceneTest, AHeldButtonPaintsEveryCellItCrossesAsOneStep) {
+TEST_F(EditorSceneTest, AHeldButtonPaintsEveryCellItCrossesAsOneStepAndKeysMoveTheCursorWithinTheMap) {
     Start();
     editor->SelectSlot(QmBlocks::kFirstDefaultSlot + 1); // the blue block
     MoveMouse(10, 4 * 64 + 20);
@@ -182,18 +182,17 @@ TEST_F(EditorSceneTest, AHeldButtonPaintsEveryCellItCrossesAsOneStep) {
     editor->ExecuteCommand(QmEditor::CmdUndo);
     EXPECT_EQ(world->GetBlock(5, 4), Block::Blank);
 
-    // The right button erases; painting the same block again changes nothing.
-    Press(VeKey::Z); // not with Ctrl: nothing
+    // Z alone does nothing; painting the block a cell already holds changes nothing.
+    Press(VeKey::Z);
     EXPECT_EQ(world->GetBlock(5, 4), Block::Blank);
     editor->SetCursor(0, 9);
     editor->SelectSlot(QmBlocks::kFirstDefaultSlot - 1 + world->GetBlock(0, 9));
     editor->Model().Save();
     Press(VeKey::Return);
     EXPECT_FALSE(editor->Model().Modified()) << "the cell already held that block";
-}
 
-TEST_F(EditorSceneTest, KeysMoveTheCursorWithinTheMapAndFWithStartFillsNothing) {
-    Start();
+    // The keys move the cursor and stop at the map's edge; F with Start fills nothing.
+    editor->SetCursor(0, 0);
     for (int i = 0; i < 12; ++i) {
         Press(VeKey::Right);
     }

@@ -217,24 +217,18 @@ TEST_F(WorldTest, RacerAndEnemiesFollowLoadsAndWritesOutsideStartUp) {
 
     world.startingUp = true;
     world.LoadLevel(0, false);
-    EXPECT_TRUE(gameplay.placed.empty());
-    EXPECT_EQ(gameplay.ready, 0);
+    EXPECT_EQ(gameplay.Told(), "");
     EXPECT_FLOAT_EQ(world.startX, 3);
     EXPECT_FLOAT_EQ(world.startY, 4);
 
     world.startingUp = false;
     world.LoadLevel(0, false);
-    using Cells = std::vector<std::pair<float, float>>;
-    EXPECT_EQ(gameplay.placed, (Cells{{1, 1}, {3, 4}}));
-    EXPECT_EQ(gameplay.spawns, (Cells{{128, 128}}));
-    EXPECT_EQ(gameplay.racerSize, 64);
+    EXPECT_EQ(gameplay.Told(), "racer 1,1, racer 3,4, ready, size 64, cows 128,128");
 
-    gameplay.placed.clear();
     world.RemoveStart();
     world.SetBlock(6, 2, Block::Start);
     world.SaveMap(false);
-    EXPECT_EQ(gameplay.placed, (Cells{{6, 2}}));
-    EXPECT_EQ(gameplay.ready, 2);
+    EXPECT_EQ(gameplay.Told(), "racer 6,2, ready, size 64, cows 128,128");
 }
 
 TEST_F(WorldTest, AMapClaimingAnotherTourIsReportedInATourThatDoesNotCollect) {
@@ -330,8 +324,8 @@ TEST_F(WorldTest, RenamingAMapMovesItsFilesAndTellsTheRace) {
     AddTour("Forest", "Forest", {"Level.map", "Other.map"});
     WritePlain("Maps/Forest/Level.dat", {"scores"});
     WritePlain("Maps/Forest/DarkWoods.dat", {"stray scores of no map"});
-    world.SetGameplayLink(&gameplay);
     world.LoadLevel(0, false);
+    world.SetGameplayLink(&gameplay);
 
     world.mapName = "dark woods";
     world.CommitName();
@@ -339,12 +333,12 @@ TEST_F(WorldTest, RenamingAMapMovesItsFilesAndTellsTheRace) {
     EXPECT_EQ(Files("Maps/Forest"), "DarkWoods.dat,DarkWoods.map,Other.map,tour.dat");
     EXPECT_EQ(ReadLines("Maps/Forest/DarkWoods.dat"), Lines{"scores"}) << "the score file moves with its map";
     EXPECT_EQ(world.GetMapField('n'), "dark woods");
-    EXPECT_EQ(gameplay.renamed, 1);
+    EXPECT_EQ(gameplay.Told(), "renamed");
 
     world.mapName = "Dark  Woods"; // the same file name: only the name changes
     world.CommitName();
     EXPECT_EQ(Maps(world, 0), "DarkWoods.map,Other.map");
-    EXPECT_EQ(gameplay.renamed, 1);
+    EXPECT_EQ(gameplay.Told(), "");
 
     world.mapName.clear();
     world.CommitName();
@@ -595,6 +589,5 @@ TEST_F(WorldTest, StartingUpLoadsTheFirstMapOfTheFirstTour) {
     EXPECT_FALSE(fresh.startingUp);
     EXPECT_EQ(fresh.tourIndex, 0);
     EXPECT_EQ(MapState(fresh), "Opening: 10 x 10 of 64, editable, tour uidForest, start 2,3");
-    EXPECT_TRUE(gameplay.placed.empty()) << "no racer is placed while starting up";
-    EXPECT_EQ(gameplay.ready, 0);
+    EXPECT_EQ(gameplay.Told(), "") << "no racer is placed while starting up";
 }

@@ -17,39 +17,47 @@
 
 using Lines = std::vector<std::string>;
 
-class FakeGameplay : public QmWorldGameplayLink {
+// Keeps what a fake was told, in one line, until the test looks.
+class TellingFake {
 public:
-    void PlaceRacerAtCell(float column, float row) override { placed.emplace_back(column, row); }
-    void MapReady(const std::vector<std::pair<float, float>>& enemySpawns, int size) override {
-        spawns = enemySpawns;
-        racerSize = size;
-        ++ready;
-    }
-    void MapFileRenamed() override { ++renamed; }
+    std::string Told() { return std::exchange(told, ""); }
 
-    std::vector<std::pair<float, float>> placed;
-    std::vector<std::pair<float, float>> spawns;
-    int racerSize = 0;
-    int ready = 0;
-    int renamed = 0;
+protected:
+    void Tell(const std::string& what) { told += (told.empty() ? "" : ", ") + what; }
+
+private:
+    std::string told;
 };
 
-// Lines are "L<number>"; notices "title|text" and sounds "name@volume in tenths".
-class FakeFrontEnd : public QmWorldFrontEndLink {
+// Tells "racer x,y" for each Start met, "ready, size s, cows x,y ..." and "renamed".
+class FakeGameplay : public QmWorldGameplayLink, public TellingFake {
+public:
+    void PlaceRacerAtCell(float column, float row) override { Tell("racer " + Point(column, row)); }
+    void MapReady(const std::vector<std::pair<float, float>>& enemySpawns, int size) override {
+        std::string cows;
+        for (const auto& [x, y] : enemySpawns) {
+            cows += " " + Point(x, y);
+        }
+        Tell("ready, size " + std::to_string(size) + ", cows" + cows);
+    }
+    void MapFileRenamed() override { Tell("renamed"); }
+
+private:
+    static std::string Point(float x, float y) {
+        std::ostringstream out;
+        out << x << "," << y;
+        return out.str();
+    }
+};
+
+// Lines are "L<number>"; tells notices as "title|text" and sounds as "name@volume in tenths".
+class FakeFrontEnd : public QmWorldFrontEndLink, public TellingFake {
 public:
     std::string GetLine(int number) override { return "L" + std::to_string(number); }
     void ShowNotice(const std::string& title, const std::string& text) override { Tell(title + "|" + text); }
     void PlaySound(const std::string& name, float volume) override {
         Tell(name + "@" + std::to_string(static_cast<int>(volume * 10 + 0.5f)));
     }
-
-    // What was shown and played since the last call, in one line.
-    std::string Told() { return std::exchange(told, ""); }
-
-private:
-    void Tell(const std::string& what) { told += (told.empty() ? "" : ", ") + what; }
-
-    std::string told;
 };
 
 // The game's own SaveMap: store the map in its tour, as the client manager does.

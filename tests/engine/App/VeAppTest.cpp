@@ -2,8 +2,8 @@
 
 #include "App/VeRegistry.h"
 #include "Input/VeInput.h"
-#include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <SDL.h>
@@ -27,23 +27,18 @@ public:
     int quitAfter = 3;
 };
 
-// Collects the fingerprint and the progress lines (ending in "..") of start-up and shutdown.
-class ProgressLog {
-public:
-    ProgressLog() {
-        previous = SetLogSink([this](const std::string& text) {
-            const bool progress = text.size() > 3 && text.compare(text.size() - 3, 3, "..\n") == 0;
-            if (progress || text.rfind("App Fingerprint: ", 0) == 0) {
-                lines.push_back(text);
-            }
-        });
+// The fingerprint and the progress lines (ending in "..") of start-up and shutdown among the logged
+// texts.
+std::vector<std::string> Progress(const LogCapture& log) {
+    std::vector<std::string> found;
+    for (const std::string& text : log.lines) {
+        const bool progress = text.size() > 3 && text.compare(text.size() - 3, 3, "..\n") == 0;
+        if (progress || text.rfind("App Fingerprint: ", 0) == 0) {
+            found.push_back(text);
+        }
     }
-    ~ProgressLog() { SetLogSink(previous); }
-    std::vector<std::string> lines;
-
-private:
-    VeLogSink previous;
-};
+    return found;
+}
 
 void Settings(VeRegistry& registry, int console, int timer, int screen, int input, int audio, int debugInfo) {
     registry.SetInt("VE_USE_CONSOLE", console);
@@ -56,7 +51,7 @@ void Settings(VeRegistry& registry, int console, int timer, int screen, int inpu
 } // namespace
 
 TEST(VeAppTest, StartsAndStopsOnlyTheSwitchedOnServicesWithTheirLines) {
-    ProgressLog log;
+    LogCapture log;
     {
         TestApp app;
         EXPECT_EQ(VeApp::Current(), &app);
@@ -73,18 +68,18 @@ TEST(VeAppTest, StartsAndStopsOnlyTheSwitchedOnServicesWithTheirLines) {
         app.Shutdown(); // runs once: the destructor's call adds nothing either
     }
     EXPECT_EQ(VeApp::Current(), nullptr);
-    EXPECT_EQ(log.lines, (std::vector<std::string>{
-                             "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
-                             "Creating Console..\n",
-                             "Initializing Timer..\n",
-                             "Shutting down Input..\n", // switched on, though nothing was made
-                             "Shutting down Console..\n",
-                             "Shutting down Registry..\n",
-                         }));
+    EXPECT_EQ(Progress(log), (std::vector<std::string>{
+                                 "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
+                                 "Creating Console..\n",
+                                 "Initializing Timer..\n",
+                                 "Shutting down Input..\n", // switched on, though nothing was made
+                                 "Shutting down Console..\n",
+                                 "Shutting down Registry..\n",
+                             }));
 }
 
 TEST(VeAppTest, RunLoopsUntilQuitClearsAnEarlierQuitRequestAndWithoutDebugInfoPrintsOnlyTheFingerprint) {
-    ProgressLog log;
+    LogCapture log;
     {
         TestApp app;
         Settings(*app.registry, 1, 1, 0, 0, 0, 2);
@@ -94,13 +89,13 @@ TEST(VeAppTest, RunLoopsUntilQuitClearsAnEarlierQuitRequestAndWithoutDebugInfoPr
         EXPECT_EQ(app.frames, 3);
         EXPECT_TRUE(app.ShouldQuit());
     } // the destructor stops the services
-    EXPECT_EQ(log.lines, (std::vector<std::string>{"App Fingerprint: [PRJ0019::VELNOS::v1.0]\n"}));
+    EXPECT_EQ(Progress(log), (std::vector<std::string>{"App Fingerprint: [PRJ0019::VELNOS::v1.0]\n"}));
 }
 
 // Needs a display (the tests run under Xvfb) and SDL's dummy audio driver.
 TEST(VeAppTest, FullStartUpConnectsScreenInputAndAudio) {
     TempUserData userData;
-    ProgressLog log;
+    LogCapture log;
     {
         TestApp app;
         app.windowWidth = 640;
@@ -126,15 +121,15 @@ TEST(VeAppTest, FullStartUpConnectsScreenInputAndAudio) {
         EXPECT_FALSE(app.ShouldQuit());
         app.registry->SetInt("VE_USE_INPUT", 1);
     }
-    EXPECT_EQ(log.lines, (std::vector<std::string>{
-                             "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
-                             "Initializing Timer..\n",
-                             "Creating Screen..\n",
-                             "Initializing Input..\n",
-                             "Initializing Audio..\n",
-                             "Shutting down Audio..\n",
-                             "Shutting down Input..\n",
-                             "Shutting down Screen..\n",
-                             "Shutting down Registry..\n",
-                         }));
+    EXPECT_EQ(Progress(log), (std::vector<std::string>{
+                                 "App Fingerprint: [PRJ0019::VELNOS::v1.0]\n",
+                                 "Initializing Timer..\n",
+                                 "Creating Screen..\n",
+                                 "Initializing Input..\n",
+                                 "Initializing Audio..\n",
+                                 "Shutting down Audio..\n",
+                                 "Shutting down Input..\n",
+                                 "Shutting down Screen..\n",
+                                 "Shutting down Registry..\n",
+                             }));
 }

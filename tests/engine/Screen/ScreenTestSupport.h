@@ -1,9 +1,10 @@
 #pragma once
 // Shared set-up of the screen's tests: they run from the source folder (the shaders are read from
 // "Shaders/..."), with scripted message boxes and the log captured.
-#include "Platform/VeLog.h"
 #include "Screen/VeScreen.h"
 
+#include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "Support/Screenshot.h"
 
 #include <gtest/gtest.h>
@@ -19,13 +20,11 @@ protected:
         previousFolder = std::filesystem::current_path();
         std::filesystem::current_path(QM_SOURCE_DIR);
         setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        previousSink = SetLogSink([this](const std::string& text) { log += text; });
     }
 
     void TearDown() override {
         screen.reset();
         VeScreen::ForceSoftwarePath(false);
-        SetLogSink(previousSink);
         std::filesystem::current_path(previousFolder);
     }
 
@@ -48,9 +47,21 @@ protected:
     }
 
     std::unique_ptr<VeScreen> screen;
-    std::string log;
+    LogCapture logged;
+    std::string& log = logged.all;
 
 private:
     std::filesystem::path previousFolder;
-    VeLogSink previousSink;
 };
+
+// Whether the action fails an assertion in the engine's source file (its message names the file).
+template <typename Action> bool FailsAssertionIn(const std::string& sourceFile, Action action) {
+    MessageBoxCapture capture;
+    try {
+        action();
+    } catch (const HaltIntercepted& halt) {
+        return halt.title == "Assertion failed" &&
+               halt.text.find("engine/Source/Screen/" + sourceFile) != std::string::npos;
+    }
+    return false;
+}

@@ -129,14 +129,7 @@ TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchro
 
 TEST_F(ScreenTestBase, PresentingAnUnpreparedFrameIsAProgrammingError) {
     VeScreen& s = OpenScreen(true);
-    MessageBoxCapture capture;
-    bool failed = false;
-    try {
-        s.Present(0.016f);
-    } catch (const HaltIntercepted& halt) {
-        failed = halt.text.find("engine/Source/Screen/VeScreen.cpp") != std::string::npos;
-    }
-    EXPECT_TRUE(failed);
+    EXPECT_TRUE(FailsAssertionIn("VeScreen.cpp", [&] { s.Present(0.016f); }));
     EXPECT_NE(log.find("Warning: Screen not prepared for frame!\n"), std::string::npos);
 }
 

@@ -35,14 +35,7 @@ TEST_F(VeShaderTest, SetsRegisteredUniformsAndStopsOnUnknownOnes) {
     shader.SetFloat("screenColorMultiplier", 0.25f);
     shader.SetInt("greyScale", 1);
 
-    MessageBoxCapture capture;
-    bool stopped = false;
-    try {
-        shader.SetFloat("pixelSizeX", 1.0f);
-    } catch (const HaltIntercepted& halt) {
-        stopped = halt.text.find("engine/Source/Screen/Shader/VeShader.cpp") != std::string::npos;
-    }
-    EXPECT_TRUE(stopped);
+    EXPECT_TRUE(FailsAssertionIn("Shader/VeShader.cpp", [&] { shader.SetFloat("pixelSizeX", 1.0f); }));
     glUseProgram(0);
 }
 

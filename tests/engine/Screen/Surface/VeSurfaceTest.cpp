@@ -1,6 +1,7 @@
 #include "Screen/Surface/VeSurface.h"
 
 #include "Support/HaltCapture.h"
+#include "engine/Screen/ScreenTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -234,25 +235,14 @@ TEST(VeSurfaceTest, CopiesAndCheckedBlitsAssertOnBadSizes) {
     VeSurface a(2, 2);
     VeSurface b(3, 2);
     VeSurface big(5, 5);
-    const char* title = "Assertion failed";
-    MessageBoxCapture capture;
-    auto failsWith = [&](auto action) {
-        capture.boxes.clear();
-        try {
-            action();
-        } catch (const HaltIntercepted& halt) {
-            return halt.title == title &&
-                   halt.text.find("engine/Source/Screen/Surface/VeSurface.cpp") != std::string::npos;
-        }
-        return false;
-    };
-    EXPECT_TRUE(failsWith([&] { a.CopyFrom(b); }));
-    EXPECT_TRUE(failsWith([&] { a.CopyPixels(big, 5); }));
-    EXPECT_TRUE(failsWith([&] { b.BlitKeyed(a, 2, 0, true); }));
-    EXPECT_TRUE(failsWith([&] { big.BlitKeyed(a, 0, -1, true); }));
-    EXPECT_TRUE(failsWith([&] { big.DrawImage(b, 1, 0, true, kColourKey, 1.0f, 1.0f, true); }) == false)
+    auto fails = [](auto action) { return FailsAssertionIn("Surface/VeSurface.cpp", action); };
+    EXPECT_TRUE(fails([&] { a.CopyFrom(b); }));
+    EXPECT_TRUE(fails([&] { a.CopyPixels(big, 5); }));
+    EXPECT_TRUE(fails([&] { b.BlitKeyed(a, 2, 0, true); }));
+    EXPECT_TRUE(fails([&] { big.BlitKeyed(a, 0, -1, true); }));
+    EXPECT_FALSE(fails([&] { big.DrawImage(b, 1, 0, true, kColourKey, 1.0f, 1.0f, true); }))
         << "centred on x 1 the image starts at 0 and fits";
-    EXPECT_TRUE(failsWith([&] { big.DrawImage(b, 0, 0, true, kColourKey, 1.0f, 1.0f, true); }));
+    EXPECT_TRUE(fails([&] { big.DrawImage(b, 0, 0, true, kColourKey, 1.0f, 1.0f, true); }));
 }
 
 TEST(VeSurfaceTest, DrawImageCentresBrightensAndBlends) {

@@ -69,12 +69,7 @@ public:
     // A name no other test or run has used (the PostgreSQL database outlives one run).
     static std::string Unique() {
         static std::mt19937_64 random(std::random_device{}());
-        static const char* digits = "abcdefghijklmnopqrstuvwxyz0123456789";
-        std::string text;
-        for (int i = 0; i < 8; ++i) {
-            text += digits[random() % 36];
-        }
-        return text;
+        return std::to_string(random() % 100000000000ULL); // short enough for a 24-character name
     }
 
     // Sends the bytes and reads until the service closes the connection or seconds pass.

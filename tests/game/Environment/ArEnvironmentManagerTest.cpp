@@ -30,17 +30,16 @@ protected:
         world->SetIntro(0.0f);
     }
 
-    // The race's entities as part of the frame: cows, the racer, the ghost at 0.3.
-    void DrawEntities(bool) {
-        world->DrawEntityAt(QmRaceDrawer::EnemyEntity, 384.0f, 384.0f, 1.0f);
-        world->DrawEntityAt(QmRaceDrawer::RacerEntity, host.racer.x, host.racer.y, 1.0f);
-        if (ghost) {
-            world->DrawEntityAt(QmRaceDrawer::GhostEntity, 60.0f, 250.0f, 0.3f);
-        }
-    }
-
+    // A frame with the race's entities (a cow, the racer, the ghost at 0.3) and the race's layer.
     ScreenshotImage RaceFrame(const std::function<void()>& raceLayer) {
-        return Frame([this](bool shadow) { DrawEntities(shadow); }, raceLayer);
+        const auto entities = [this](bool) {
+            world->DrawEntityAt(QmRaceDrawer::EnemyEntity, 384.0f, 384.0f, 1.0f);
+            world->DrawEntityAt(QmRaceDrawer::RacerEntity, host.racer.x, host.racer.y, 1.0f);
+            if (ghost) {
+                world->DrawEntityAt(QmRaceDrawer::GhostEntity, 60.0f, 250.0f, 0.3f);
+            }
+        };
+        return Frame(entities, raceLayer);
     }
 
     bool ghost = true;

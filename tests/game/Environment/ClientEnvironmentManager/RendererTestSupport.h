@@ -115,7 +115,10 @@ protected:
         setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
         SetTimeSource([this] { return now; });
         SeedRand(1234);
-        SeedTour();
+        // A tour with no maps: the renderer's start-up adds a first, empty map to it.
+        QmCoreEnvironmentManager seed;
+        seed.programMapsFolder = data.path + "/NoShippedTours";
+        seed.NewTour();
     }
 
     void TearDown() override {
@@ -124,13 +127,6 @@ protected:
         VeScreen::ForceSoftwarePath(false);
         SetTimeSource(nullptr);
         std::filesystem::current_path(previousFolder);
-    }
-
-    // A tour with no maps: the renderer's start-up adds a first, empty map to it.
-    void SeedTour() {
-        QmCoreEnvironmentManager seed;
-        seed.programMapsFolder = data.path + "/NoShippedTours";
-        seed.NewTour();
     }
 
     ArEnvironmentManager& Open(bool software = false) {

@@ -5,6 +5,7 @@
 // runs it, and its picture is the screen's overlay.
 #include "FrontEnd/QmTextBox.h"
 #include "Network/QmNetworkManager.h"
+#include "PageTestSupport.h"
 #include "Support/Screenshot.h"
 #include "game/Coordinator/HeadlessGame.h"
 
@@ -13,6 +14,8 @@
 #include <functional>
 #include <string>
 #include <thread>
+
+using page_test::AllFit;
 
 class MenuPageGame : public HeadlessGame {
 protected:
@@ -105,16 +108,5 @@ protected:
             }
         }
         return count;
-    }
-
-    static ::testing::AssertionResult AllFit(const QmTextBoxes& boxes) {
-        for (const QmTextBox& box : boxes) {
-            if (!box.Fits()) {
-                return ::testing::AssertionFailure()
-                       << "\"" << box.text << "\" is " << box.textWidth << " x " << box.textHeight
-                       << " in a box of " << box.boxWidth << " x " << box.boxHeight;
-            }
-        }
-        return ::testing::AssertionSuccess();
     }
 };

@@ -4,6 +4,7 @@
 #include "Controls/QmControls.h"
 #include "FrontEnd/Options/QmLanguage.h"
 #include "FrontEnd/QmPageContext.h"
+#include "FrontEnd/QmTextBox.h"
 #include "Input/VeInput.h"
 #include "Platform/VeTime.h"
 #include "Screen/Surface/VeSurface.h"
@@ -21,6 +22,18 @@ namespace page_test {
 
 constexpr uint32_t kBackground = 0x203040;
 constexpr int kMargin = 6;
+
+// Every text inside its box or button: none runs over, none is cut.
+inline ::testing::AssertionResult AllFit(const QmTextBoxes& boxes) {
+    for (const QmTextBox& box : boxes) {
+        if (!box.Fits()) {
+            return ::testing::AssertionFailure()
+                   << "\"" << box.text << "\" is " << box.textWidth << " x " << box.textHeight
+                   << " in a box of " << box.boxWidth << " x " << box.boxHeight;
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
 
 class PageTest : public ::testing::Test {
 protected:

@@ -63,8 +63,11 @@ protected:
         Keys(page, {VeKey::Return});
     }
 
-    // The login page with the name and password typed over what it holds, "remember me" as asked.
+    // Logged out, on the login page with the name and password typed over what it holds, "remember
+    // me" as asked.
     void LogIn(QmLoginPage& page, const std::string& name, const std::string& password, bool remember) {
+        app->network->Logout();
+        coordinator->SetMenuPage(QmMenuPages::kLogin);
         page.Open();
         for (const std::string& text : {name, password}) {
             for (int i = 0; i < 12; ++i) {
@@ -110,7 +113,6 @@ TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {
     QmLoginPage page;
     app->network->Register("bea", "secret1", "bea@example.org");
     Settle(page);
-    app->network->Logout();
 
     LogIn(page, "bea", "wrong", true);
     EXPECT_TRUE(Shows(page.TextBoxes(), 152)) << "wrong name or password, in red";
@@ -126,15 +128,11 @@ TEST_F(AccountPagesTest, LoginSaysWhatWentWrongAndRemembersOnlyWhenAsked) {
     ASSERT_EQ(stat(QmOptions::FilePath().c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0600u) << "a file with a password is the owner's alone";
 
-    app->network->Logout();
-    coordinator->SetMenuPage(QmMenuPages::kLogin);
     LogIn(page, "bea", "secret1", false);
     EXPECT_TRUE(app->network->IsLoggedIn());
     stored.LoadOptions();
     EXPECT_EQ(stored.Get(QmOptions::kPassword), "") << "unchecked: the earlier password is removed";
 
-    app->network->Logout();
-    coordinator->SetMenuPage(QmMenuPages::kLogin);
     app->network->SetService("http://127.0.0.1:" + std::to_string(LoopbackService::FreePort()));
     LogIn(page, "bea", "secret1", false);
     EXPECT_TRUE(Shows(page.TextBoxes(), 165)) << "nobody answers";

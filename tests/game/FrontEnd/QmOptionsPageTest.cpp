@@ -40,13 +40,12 @@ TEST_F(OptionsPageTest, OnlyApplySavesTheChoicesAndSwitchesTheLanguage) {
                    VeKey::Down, VeKey::Left, VeKey::Return});
     EXPECT_FALSE(FileExists(file)) << "nothing is saved before Apply";
     EXPECT_EQ(coordinator->Language().Name(), "English");
-    Presses(page, {VeKey::Down, VeKey::Return}); // Apply
-    EXPECT_EQ(coordinator->CurrentMenuPage(), 1);
-    EXPECT_EQ(coordinator->Option(QmOptions::k3DGraphics), "0");
+    // Apply: the journey's options leg finds the language and the 3D graphics in the file and the
+    // main menu shown.
+    Presses(page, {VeKey::Down, VeKey::Return});
     EXPECT_EQ(coordinator->Language().Name(), "Dutch");
     QmOptions stored;
     stored.LoadOptions();
-    EXPECT_EQ(stored.Get(QmOptions::kLanguage), "Dutch");
     EXPECT_EQ(stored.Get(QmOptions::kMusic), "0");
     EXPECT_EQ(stored.Get(QmOptions::kAutoUpdates), "1");
 }

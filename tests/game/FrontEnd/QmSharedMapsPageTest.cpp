@@ -40,14 +40,18 @@ protected:
         net().Update();
     }
     bool Shows(int line) { return MenuPageGame::Shows(page().TextBoxes(), line); }
-    // Logged in as name on the players' list, then through the buttons below it to the player's own
-    // maps, and the play page's map offered for slot 2: the page asks before it uploads, and Yes.
-    void UploadPlayPageMap(const std::string& name) {
+    // A new player, name, logged in on the players' list.
+    void OnPlayersList(const std::string& name) {
         net().Register(name, "pw", name + "@example.org");
         ASSERT_TRUE(Settled());
         coordinator->SetMenuPage(QmMenuPages::kSharedMaps);
         page().Open();
         ASSERT_TRUE(Settled());
+    }
+    // Logged in as name on the players' list, then through the buttons below it to the player's own
+    // maps, and the play page's map offered for slot 2: the page asks before it uploads, and Yes.
+    void UploadPlayPageMap(const std::string& name) {
+        OnPlayersList(name);
         EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
         EXPECT_TRUE(Shows(162)) << "the title of the players' list";
         Presses(menu(), {VeKey::Down, VeKey::Return});
@@ -82,10 +86,7 @@ TEST_F(SharedMapsPageTest, UploadThenAnotherPlayerDownloadsTheMap) {
 
     // Another player: ann in the list, her map downloaded into the tour of downloads. (The journey
     // downloads it again into the same copy and plays it.)
-    net().Register("bob", "pw", "bob@example.org");
-    ASSERT_TRUE(Settled());
-    page().Open();
-    ASSERT_TRUE(Settled());
+    OnPlayersList("bob");
     ASSERT_FALSE(net().GetUsers().empty());
     EXPECT_EQ(net().GetUsers()[0].name, "ann");
     Press(VeKey::Return);

@@ -80,9 +80,7 @@ TEST_F(ButtonRowTest, KeysActivateOnlyTheSelectedButton) {
 
 TEST_F(ButtonRowTest, ClickActivatesAndDisabledButtonSaysSo) {
     const VeButton& two = *row.Button("TWO");
-    const int x = static_cast<int>(two.x) + 10;
-    const int y = static_cast<int>(two.y) + 10;
-    rig.MoveMouse(x, y);
+    rig.MoveMouse(static_cast<int>(two.x) + 10, static_cast<int>(two.y) + 10);
     Frame("");
     EXPECT_EQ(row.SelectedLabel(), "TWO");
     EXPECT_EQ(VeCursor::Mode(), VeCursorKind::Hand);

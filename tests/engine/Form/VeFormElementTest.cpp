@@ -30,23 +30,19 @@ public:
         buttonStyle.hoverLabelColour = 0xFFFFFF;
         buttonStyle.hoverSound = "Hover";
 
-        auto name = std::make_unique<VeTextInput>(input, 20.0f, 16.0f, 160, 28, inputStyle, 12, "Quill");
+        elements["ipt_username"] =
+            std::make_unique<VeTextInput>(input, 20.0f, 16.0f, 160, 28, inputStyle, 12, "Quill");
         auto password = std::make_unique<VeTextInput>(input, 20.0f, 52.0f, 160, 28, inputStyle, 12, "maze");
         password->SetPassword();
-        auto remember = std::make_unique<VeCheckbox>(&boxStyle, 196.0f, 20.0f, true);
-        auto agree = std::make_unique<VeCheckbox>(&boxStyle, 196.0f, 56.0f);
+        elements["ipt_password"] = std::move(password);
+        elements["ipt_setdefault"] = std::make_unique<VeCheckbox>(&boxStyle, 196.0f, 20.0f, true);
+        elements["ipt_agree"] = std::make_unique<VeCheckbox>(&boxStyle, 196.0f, 56.0f);
         buttonStyle.x = 20.0f;
         buttonStyle.y = 96.0f;
-        auto login = std::make_unique<VeButton>("Log in", &buttonStyle, &labelStyle);
+        elements["btn_login"] = std::make_unique<VeButton>("Log in", &buttonStyle, &labelStyle);
         buttonStyle.x = 136.0f;
-        auto back = std::make_unique<VeButton>("Back", &buttonStyle, &labelStyle);
-        back->enabled = false;
-        elements["ipt_username"] = std::move(name);
-        elements["ipt_password"] = std::move(password);
-        elements["ipt_setdefault"] = std::move(remember);
-        elements["ipt_agree"] = std::move(agree);
-        elements["btn_login"] = std::move(login);
-        elements["btn_back"] = std::move(back);
+        elements["btn_back"] = std::make_unique<VeButton>("Back", &buttonStyle, &labelStyle);
+        elements["btn_back"]->enabled = false;
     }
 
     void Draw(VeSurface& target) {

@@ -46,6 +46,18 @@ protected:
         return times;
     }
 
+    // Of frames at these times, the key held, those at which it read as pressed.
+    std::vector<int64_t> PressedAt(int key, std::initializer_list<int64_t> times) {
+        std::vector<int64_t> pressed;
+        devices.keys[key] = 1;
+        for (int64_t at : times) {
+            now = at;
+            if (FramePressed(key)) {
+                pressed.push_back(at);
+            }
+        }
+        return pressed;
+    }
     void PlaceMouse(int x, int y) {
         devices.mouseX = x;
         devices.mouseY = y;
@@ -92,13 +104,7 @@ TEST_F(VeInputTest, HeldKeyRepeatsAfterTheDelayThenAtTheInterval) {
 
 TEST_F(VeInputTest, RepeatThresholdsAreStrictAndAdjustable) {
     // Exactly the delay is not enough; one millisecond more is.
-    EXPECT_EQ(PressTimes(VeKey::A, 1000, 1300, 300), std::vector<int64_t>({1000}));
-    now = 1301;
-    EXPECT_TRUE(FramePressed(VeKey::A));
-    now = 1376;
-    EXPECT_FALSE(FramePressed(VeKey::A));
-    now = 1377;
-    EXPECT_TRUE(FramePressed(VeKey::A));
+    EXPECT_EQ(PressedAt(VeKey::A, {1000, 1300, 1301, 1376, 1377}), std::vector<int64_t>({1000, 1301, 1377}));
 
     input->SetRepeat(500, 30);
     devices.keys[VeKey::A] = 0;
@@ -107,22 +113,14 @@ TEST_F(VeInputTest, RepeatThresholdsAreStrictAndAdjustable) {
 }
 
 TEST_F(VeInputTest, KeyHeldAcrossResetOrWindowActivationIsPressedAgainAndRepeatsNormally) {
-    devices.keys[VeKey::Left] = 1;
-    EXPECT_TRUE(FramePressed(VeKey::Left));
+    EXPECT_EQ(PressedAt(VeKey::Left, {1000}), std::vector<int64_t>({1000}));
     input->Reset();
     EXPECT_FALSE(input->held[VeKey::Left]);
-    now = 1100;
-    EXPECT_TRUE(FramePressed(VeKey::Left));
-    now = 1400;
-    EXPECT_FALSE(FramePressed(VeKey::Left));
-    now = 1401;
-    EXPECT_TRUE(FramePressed(VeKey::Left));
+    EXPECT_EQ(PressedAt(VeKey::Left, {1100, 1400, 1401}), std::vector<int64_t>({1100, 1401}));
 
+    // An activation resets like Reset, and the long delay starts again.
     devices.queue.push_back({VeInputEvent::WindowActivated, now, 0});
-    now = 1450;
-    EXPECT_TRUE(FramePressed(VeKey::Left)) << "an activation resets like Reset";
-    now = 1750;
-    EXPECT_FALSE(FramePressed(VeKey::Left)) << "and the long delay starts again";
+    EXPECT_EQ(PressedAt(VeKey::Left, {1450, 1750}), std::vector<int64_t>({1450}));
 }
 
 TEST_F(VeInputTest, BlockRepeatsSilencesHeldKeysUntilPressedAgain) {
@@ -135,11 +133,7 @@ TEST_F(VeInputTest, BlockRepeatsSilencesHeldKeysUntilPressedAgain) {
     EXPECT_TRUE(input->held[VeKey::Right]);
     devices.keys[VeKey::Right] = 0;
     input->Update();
-    devices.keys[VeKey::Right] = 1;
-    now = 3100;
-    EXPECT_TRUE(FramePressed(VeKey::Right));
-    now = 3401;
-    EXPECT_TRUE(FramePressed(VeKey::Right));
+    EXPECT_EQ(PressedAt(VeKey::Right, {3100, 3401}), std::vector<int64_t>({3100, 3401}));
 }
 
 TEST_F(VeInputTest, InjectedPressesAppearAtTheNextUpdateOnly) {

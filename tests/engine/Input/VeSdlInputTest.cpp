@@ -4,7 +4,9 @@
 #include "engine/Screen/ScreenTestSupport.h"
 
 #include <SDL.h>
-#include <algorithm>
+#include <gmock/gmock.h>
+
+using ::testing::IsSupersetOf;
 
 // The input state on a real window: the system's event queue, the mouse mapped through the
 // screen's letterboxing, and the process's game pad reader.
@@ -63,9 +65,8 @@ TEST_F(VeSdlInputTest, EventsFromTheSystemQueueReachTheState) {
     EXPECT_TRUE(input->QuitRequested());
     // The activation forgot the injected press.
     EXPECT_FALSE(input->pressed[VeKey::F10]);
-    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::MouseLeft), heard.end());
-    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::WindowActivated), heard.end());
-    EXPECT_NE(std::find(heard.begin(), heard.end(), VeInputEvent::Quit), heard.end());
+    EXPECT_THAT(heard,
+                IsSupersetOf({VeInputEvent::MouseLeft, VeInputEvent::WindowActivated, VeInputEvent::Quit}));
 }
 
 TEST_F(VeSdlInputTest, PointerFollowsTheLetterboxOfTheWindow) {

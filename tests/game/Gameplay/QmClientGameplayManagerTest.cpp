@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 using namespace gameplay_test;
 
 namespace {
@@ -32,6 +34,15 @@ void LoadScores(RaceRig& rig, const std::vector<std::pair<std::string, int64_t>>
         scores.SaveScores(QmRecording(), false, false, name, true, time);
     }
     rig.race->LoadScores();
+}
+
+// The music as the race left it: its name, the hurry sounds played, its speed and whether it waits.
+std::string Music(const FakeAudio& audio) {
+    char speed[16];
+    std::snprintf(speed, sizeof speed, "%.2f", static_cast<double>(audio.musicSpeed));
+    return audio.music + ", hurry " + std::to_string(audio.Count("Hurry")) + ", more " +
+           std::to_string(audio.Count("HurryMore")) + ", speed " + speed +
+           (audio.musicPaused ? ", paused" : "");
 }
 
 bool Shown(const RaceRig& rig, const std::string& text) {
@@ -187,21 +198,18 @@ TEST(QmClientGameplayManagerTest, TheMusicHurriesAt30And60SecondsAgainstABestTim
     rig.Frames(1);
     ASSERT_EQ(rig.race->running, 1);
     rig.Frames(29 * 60);
-    EXPECT_EQ(rig.audio.Count("Hurry"), 0);
-    EXPECT_FLOAT_EQ(rig.audio.musicSpeed, 1.0f);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 0, more 0, speed 1.00");
     rig.Frames(62);
-    EXPECT_EQ(rig.audio.Count("Hurry"), 1);
-    EXPECT_FLOAT_EQ(rig.audio.musicSpeed, 1.25f);
-    EXPECT_TRUE(rig.audio.musicPaused) << "silent while the hurry sound plays";
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 0, speed 1.25, paused")
+        << "while the hurry sounds";
     rig.Frames(45);
-    EXPECT_FALSE(rig.audio.musicPaused) << "back after 700 ms";
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 0, speed 1.25") << "back after 700 ms";
     rig.Frames(29 * 60);
-    EXPECT_EQ(rig.audio.Count("HurryMore"), 0);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 0, speed 1.25");
     rig.Frames(62);
-    EXPECT_EQ(rig.audio.Count("HurryMore"), 1);
-    EXPECT_FLOAT_EQ(rig.audio.musicSpeed, 1.5f);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 1, speed 1.50");
     rig.Frames(600);
-    EXPECT_EQ(rig.audio.Count("Hurry") + rig.audio.Count("HurryMore"), 2) << "never beyond 1.5";
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 1, speed 1.50") << "never beyond 1.5";
 }
 
 TEST(QmClientGameplayManagerTest, WithoutHighscoresTheMusicSpeedsUpOnceAfterTwentySeconds) {
@@ -209,19 +217,16 @@ TEST(QmClientGameplayManagerTest, WithoutHighscoresTheMusicSpeedsUpOnceAfterTwen
     rig.host.music = true;
     rig.Start(true);
     rig.Frames(19 * 60);
-    EXPECT_EQ(rig.audio.Count("Hurry"), 0);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 0, more 0, speed 1.00");
     rig.Frames(2 * 60);
-    EXPECT_EQ(rig.audio.Count("Hurry"), 1);
-    EXPECT_FLOAT_EQ(rig.audio.musicSpeed, 1.5f);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 0, speed 1.50");
     rig.Frames(20 * 60);
-    EXPECT_EQ(rig.audio.Count("Hurry"), 1);
-    EXPECT_EQ(rig.audio.Count("HurryMore"), 0);
+    EXPECT_EQ(Music(rig.audio), "MusicInGame, hurry 1, more 0, speed 1.50");
     // With the setting off the music is left alone.
     RaceRig quiet(kWall);
     quiet.Start(true);
     quiet.Frames(25 * 60);
-    EXPECT_EQ(quiet.audio.Count("Hurry"), 0);
-    EXPECT_TRUE(quiet.audio.music.empty());
+    EXPECT_EQ(Music(quiet.audio), ", hurry 0, more 0, speed 1.00");
 }
 
 TEST(QmClientGameplayManagerTest, TheBadgeFollowsTheTimeThroughTheLimits) {

@@ -2,62 +2,60 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 QmCommandLine::Result Parse(QmCommandLine& line, std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "quillmaze");
     return line.Parse(arguments);
 }
+
+// Everything a parse asked for, defaults included ("-" where nothing was asked).
+std::string Describe(const QmCommandLine& line) {
+    std::ostringstream text;
+    text << "frames " << line.frames << ", shot '" << line.screenshot << "', software " << line.software
+         << ", dt " << line.fixedDelta << ", seed " << (line.seed ? std::to_string(*line.seed) : "-")
+         << ", fps " << line.fps << ", play " << line.playTour << " " << line.playMap << ", edit "
+         << line.editTour << " " << line.editMap << ", view "
+         << (line.threeD ? (*line.threeD ? "3d" : "2d") : "-") << ", autoplay "
+         << (line.autoplay ? "'" + line.autoplay->ToText() + "'" : "-");
+    return text.str();
+}
 } // namespace
 
-TEST(QmCommandLineTest, ReadsEveryOptionInBothForms) {
+TEST(QmCommandLineTest, ReadsEveryOptionInBothFormsAndEachParseStartsFromTheDefaults) {
     QmCommandLine line;
     ASSERT_EQ(Parse(line, {"--frames", "10", "--screenshot", "shots/a b.png", "--software", "--fixed-dt",
-                           "0.0125", "--fps"}),
+                           "0.0125", "--fps", "--edit", "1", "2"}),
               QmCommandLine::Result::Run);
-    EXPECT_EQ(line.frames, 10);
-    EXPECT_EQ(line.screenshot, "shots/a b.png");
-    EXPECT_TRUE(line.software);
-    EXPECT_FLOAT_EQ(line.fixedDelta, 0.0125f);
-    EXPECT_TRUE(line.fps);
-
+    EXPECT_EQ(Describe(line),
+              "frames 10, shot 'shots/a b.png', software 1, dt 0.0125, seed -, fps 1, play -1 -1, "
+              "edit 1 2, view -, autoplay -");
     ASSERT_EQ(Parse(line, {"--frames=60", "--screenshot=shot.png", "--fixed-dt=1"}),
               QmCommandLine::Result::Run);
-    EXPECT_EQ(line.frames, 60);
-    EXPECT_EQ(line.screenshot, "shot.png");
-    EXPECT_FLOAT_EQ(line.fixedDelta, 1.0f);
-    EXPECT_FALSE(line.software); // a new parse starts from the defaults
-    EXPECT_FALSE(line.fps);
-
-    EXPECT_EQ(Parse(line, {"--help"}), QmCommandLine::Result::Help);
-    EXPECT_EQ(Parse(line, {"--fps", "-h"}), QmCommandLine::Result::Help);
-    const std::string usage = line.Usage("quillmaze");
-    for (const char* option : {"--frames N", "--screenshot FILE", "--software", "--fixed-dt S", "--seed N",
-                               "--fps", "--play TOUR MAP", "--2d", "--3d", "--autoplay INPUTS", "--help"}) {
-        EXPECT_NE(usage.find(option), std::string::npos) << option;
-    }
-}
-
-TEST(QmCommandLineTest, ReadsARaceWithItsViewAndItsInputs) {
-    QmCommandLine line;
+    EXPECT_EQ(Describe(line), "frames 60, shot 'shot.png', software 0, dt 1, seed -, fps 0, play -1 -1, "
+                              "edit -1 -1, view -, autoplay -");
     ASSERT_EQ(
         Parse(line, {"--play", "2", "13", "--3d", "--autoplay", "0:2;812:0;1204:3", "--seed", "4294967295"}),
         QmCommandLine::Result::Run)
         << line.Error();
-    EXPECT_TRUE(line.Plays());
-    EXPECT_EQ(line.playTour, 2);
-    EXPECT_EQ(line.playMap, 13);
-    ASSERT_TRUE(line.threeD.has_value());
-    EXPECT_TRUE(*line.threeD);
-    ASSERT_TRUE(line.autoplay.has_value());
-    EXPECT_EQ(line.autoplay->ToText(), "0:2;812:0;1204:3");
-    EXPECT_EQ(line.seed, 4294967295u);
-
+    EXPECT_EQ(Describe(line), "frames 0, shot '', software 0, dt 0, seed 4294967295, fps 0, play 2 13, "
+                              "edit -1 -1, view 3d, autoplay '0:2;812:0;1204:3'");
     // The same view twice is no contradiction; an empty recording leaves the racer standing.
     ASSERT_EQ(Parse(line, {"--2d", "--autoplay=", "--2d", "--play", "0", "0"}), QmCommandLine::Result::Run)
         << line.Error();
-    EXPECT_FALSE(*line.threeD);
-    ASSERT_TRUE(line.autoplay.has_value());
-    EXPECT_TRUE(line.autoplay->Empty());
+    EXPECT_EQ(Describe(line),
+              "frames 0, shot '', software 0, dt 0, seed -, fps 0, play 0 0, edit -1 -1, view 2d, "
+              "autoplay ''");
+
+    EXPECT_EQ(Parse(line, {"--help"}), QmCommandLine::Result::Help);
+    EXPECT_EQ(Parse(line, {"--fps", "-h"}), QmCommandLine::Result::Help);
+    const std::string usage = line.Usage("quillmaze");
+    for (const char* option :
+         {"--frames N", "--screenshot FILE", "--software", "--fixed-dt S", "--seed N", "--fps",
+          "--play TOUR MAP", "--edit TOUR MAP", "--2d", "--3d", "--autoplay INPUTS", "--help"}) {
+        EXPECT_NE(usage.find(option), std::string::npos) << option;
+    }
 }
 
 TEST(QmCommandLineTest, RefusesWhatItCannotRunWithAMessage) {

@@ -59,17 +59,9 @@ TEST_F(QmLanguageTest, SetLanguageLoadsTheChosenLanguage) {
     EXPECT_EQ(language.GetLine(1), "Jouer") << "a failed load leaves the lines as they were";
 }
 
-TEST(QmLanguageListTest, EveryOfferedLanguageShipsAFile) {
+// (Each language file holds every line of the table: the content tests' LanguageFile; the page
+// tests load each one.)
+TEST(QmLanguageListTest, TheFourLanguagesAreOfferedByTheirNames) {
     EXPECT_EQ(QmLanguage::Languages(), (std::vector<std::string>{"Dutch", "English", "French", "Norwegian"}));
     EXPECT_FALSE(QmLanguage::IsLanguage("english"));
-    size_t lines = 0;
-    for (const std::string& name : QmLanguage::Languages()) {
-        QmLanguage language(std::string(QM_SOURCE_DIR) + "/Lang");
-        language.Load(name);
-        if (lines == 0) {
-            lines = language.LineCount();
-        }
-        EXPECT_EQ(language.LineCount(), lines) << name << " has as many lines as the others";
-    }
-    EXPECT_GE(lines, 179u) << "the account pages ask for lines up to 179";
 }

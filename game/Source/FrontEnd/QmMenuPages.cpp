@@ -14,6 +14,7 @@
 #include "FrontEnd/QmManagementPage.h"
 #include "FrontEnd/QmNoticeDialog.h"
 #include "FrontEnd/QmOptionsPage.h"
+#include "FrontEnd/QmPanel.h"
 #include "FrontEnd/QmPlayPage.h"
 #include "FrontEnd/QmRegistrationPage.h"
 #include "FrontEnd/QmRulesPage.h"
@@ -216,7 +217,7 @@ void QmMenuPages::UpdateFrame(bool confirmed) {
     VeScreen* screen = c->app->screen;
     if (updateDownload->Running() && screen != nullptr) {
         const VeText waiting(c->Language().GetLine(kUpdateWaitingLine), waitingStyle.get());
-        screen->overlay.MultiplyRect(0, kWaitingY - 8, screen->overlay.width, waiting.Height() + 16, 0.3f);
+        QmPanel::Draw(screen->overlay, 0, kWaitingY - 8, screen->overlay.width, waiting.Height() + 16);
         screen->overlay.BlitKeyed(waiting.surface, (screen->overlay.width - waiting.Width()) / 2, kWaitingY);
     }
 }

@@ -1,6 +1,7 @@
 #include "FrontEnd/QmNoticeDialog.h"
 
 #include "Controls/QmControls.h"
+#include "FrontEnd/QmPanel.h"
 #include "Input/VeInput.h"
 #include "Screen/Surface/VeSurface.h"
 
@@ -10,7 +11,6 @@ namespace {
 constexpr uint32_t kWhite = 0xFFFFFF;
 constexpr int32_t kPanelExtra = 110;
 constexpr int32_t kMargin = 15;
-constexpr float kPanelShade = 0.1f;
 } // namespace
 
 QmNoticeDialog::QmNoticeDialog(VeSurface* surface, VeInput* inputState, QmControls* gameControls,
@@ -135,8 +135,7 @@ void QmNoticeDialog::Draw() {
     int32_t h = 0;
     PanelBox(left, top, w, h);
     const int32_t bodyHeight = body->Height();
-    target->Rect(left - 1, top - 1, w + 2, h + 2, kWhite, false);
-    target->MultiplyRect(left, top, w, h, kPanelShade);
+    QmPanel::DrawQuestion(*target, left, top, w, h);
     const int32_t middle = target->height / 2;
     target->BlitKeyed(title->surface, left + kMargin, middle - 40 - bodyHeight / 2);
     target->BlitKeyed(body->surface, left + kMargin, middle - 5 - bodyHeight / 2);

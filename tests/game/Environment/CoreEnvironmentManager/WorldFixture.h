@@ -3,6 +3,7 @@
 // and front-end links, and helpers to lay out tours and maps on disk.
 #include "Environment/CoreEnvironmentManager/QmCipherFile.h"
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
+#include "Environment/CoreEnvironmentManager/QmMapFile.h"
 #include "Environment/CoreEnvironmentManager/QmWorldFrontEndLink.h"
 #include "Environment/CoreEnvironmentManager/QmWorldGameplayLink.h"
 #include "Platform/VeFiles.h"
@@ -92,22 +93,19 @@ protected:
         return lines;
     }
 
+    // A map's lines: 64-pixel blocks, uid 1, open, editable, its tour's uid line only when given.
     static Lines MapLines(const std::string& name, const std::string& tourUid = "",
                           std::vector<std::pair<int, BlockId>> cells = {}) {
-        Lines lines = {"i64", "n" + name, "u1", "l0", "e1"};
-        if (!tourUid.empty()) {
-            lines.push_back("t" + tourUid);
-        }
-        std::vector<BlockId> grid(400, 0);
+        QmMapContents map;
+        map.name = name;
+        map.uid = std::to_string(1); // a literal here trips a false GCC 12 warning at -O3
+        map.tourUid = tourUid;
         for (const auto& [index, id] : cells) {
-            grid[index] = id;
+            map.blocks[index] = id;
         }
-        for (int x = 0; x < 20; ++x) {
-            std::string column;
-            for (int y = 0; y < 20; ++y) {
-                column += std::to_string(grid[x * 20 + y]) + ",";
-            }
-            lines.push_back(column);
+        Lines lines = QmMapFile::Format(map);
+        if (tourUid.empty()) {
+            lines.erase(lines.begin() + 5);
         }
         return lines;
     }

@@ -8,12 +8,6 @@
 #include <gtest/gtest.h>
 #include <thread>
 
-namespace {
-std::string Number(const std::string& text) {
-    return text.substr(0, text.find_first_not_of("-0123456789"));
-}
-} // namespace
-
 // Values holding "&" and "=" are read whole (the registration and login below use such names and
 // passwords), even a password that holds its own key.
 TEST(FormFields, ValuesAreReadAsTypedWhateverTheyHold) {
@@ -49,7 +43,7 @@ TEST(WireContract, VersionUpdateLoginAndRegistration) {
     std::string registered = server.Form("qcode=register&username=" + name + "&password=p&w=d&email=" + name +
                                          "@mail.example&build=106");
     ASSERT_EQ(registered.rfind("REGISTER11", 0), 0u) << registered;
-    std::string id = Number(registered.substr(10));
+    std::string id = registered.substr(10, registered.find_first_not_of("-0123456789", 10) - 10);
     EXPECT_EQ(registered.size(), 10 + id.size() + 1 + 32);
 
     std::string login = server.Form("qcode=login&username=" + name + "&password=p&w=d&build=106");

@@ -228,11 +228,6 @@ public:
             race->CoreUpdate(dt);
         }
     }
-    // Settles the racer on the ground and lets the race run.
-    void Run(float dt = 1.0f / 60.0f) {
-        race->CoreUpdate(dt);
-        race->running = 1;
-    }
     ArPlayer& Racer() { return *race->Racer(); }
     // Steps the race's core `frames` times with one of the racer's keys held, as the input holds it.
     void Hold(uint8_t ArPlayer::*key, int frames, float dt = 1.0f / 60.0f) {

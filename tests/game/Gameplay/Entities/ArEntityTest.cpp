@@ -108,7 +108,8 @@ TEST(ArEntityTest, AWallSnapsTheRacerToItsColumnAndHitPlaysOnce) {
 
 TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
     RaceRig rig(OnFloor({"##########", "..........", "S........."}));
-    rig.Run();
+    rig.Core(1); // settles on the floor
+    rig.race->running = 1;
     rig.Hold(&ArPlayer::jumpHeld, 1);
     for (int frame = 0; rig.audio.Count("RoofHit") == 0 && frame < 60; ++frame) {
         rig.Core(1);
@@ -127,7 +128,8 @@ TEST(ArEntityTest, ACeilingPlaysRoofHitAndKeepsTheUpwardSpeed) {
 
 TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
     RaceRig rig(OnFloor({"S.UU......"}));
-    rig.Run();
+    rig.Core(1); // settles on the floor
+    rig.race->running = 1;
     rig.Racer().x = 150.0f; // one step away from straddling both pickups
     rig.Hold(&ArPlayer::rightHeld, 1);
     EXPECT_EQ(rig.world.GetBlock(2, 8), Block::Blank);
@@ -142,7 +144,8 @@ TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
 
 TEST(ArEntityTest, PickupsChangeTheRacerTheMapAndTheRace) {
     RaceRig rig(OnFloor({"SJVDV.KG.."}));
-    rig.Run();
+    rig.Core(1); // settles on the floor
+    rig.race->running = 1;
     ArPlayer& racer = rig.Racer();
     for (int i = 0; i < 120 && racer.x < 380.0f; ++i) {
         rig.Hold(&ArPlayer::rightHeld, 1);

@@ -240,19 +240,17 @@ TEST_F(CellCacheTest, AConfusedBackdropTakesTheColourOfTheBlockUnderTheRacer) {
     host.racer.y = 64.0f;
     const ScreenshotImage plain = Frame();
     world->SetConfusion(true);
-    host.racer.groundBlock = 2;
-    const ScreenshotImage blue = Frame();
-    EXPECT_EQ(world->confusionColour, 0x1678D6u);
-    host.racer.groundBlock = 8;
-    Frame();
-    EXPECT_EQ(world->confusionColour, 0x1678D6u) << "a tileset block keeps the last colour";
-    host.racer.groundBlock = 5;
-    Frame();
-    EXPECT_EQ(world->confusionColour, 0xE1120Cu);
+    // On a blue block, a tileset block (which keeps the last colour) and a red block.
+    std::vector<ScreenshotImage> shots;
+    std::vector<uint32_t> colours;
+    for (BlockId ground : {2, 8, 5}) {
+        host.racer.groundBlock = ground;
+        shots.push_back(Frame());
+        colours.push_back(world->confusionColour);
+    }
+    EXPECT_EQ(colours, (std::vector<uint32_t>{0x1678D6, 0x1678D6, 0xE1120C}));
     // The backdrop behind the empty top left of the map turned blue.
-    const uint32_t before = plain.At(150, 150);
-    const uint32_t after = blue.At(150, 150);
-    EXPECT_LT((after >> 16) & 0xFF, (before >> 16) & 0xFF);
+    EXPECT_LT((shots[0].At(150, 150) >> 16) & 0xFF, (plain.At(150, 150) >> 16) & 0xFF);
 
     world->Reload(0, false);
     EXPECT_FALSE(world->confusion);

@@ -6,6 +6,7 @@
 #include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -15,6 +16,7 @@
 #include <vector>
 
 using namespace shipped_tours;
+using ::testing::MatchesRegex;
 
 namespace {
 void WriteTour(const std::string& folder, const Tour& tour) {
@@ -38,18 +40,19 @@ protected:
         ASSERT_GE(shippedList.size(), 3u);
     }
 
-    // Seeds a game folder and says what the seeder did: refused, copied tours and files, list written.
+    // Seeds a game folder and says what the seeder did: refused and why, copied tours and files, list
+    // written.
     std::string Seeded(const std::string& shipped = kShipped, const std::string& folder = "") {
         QmSeedReport report;
+        std::string error;
         const bool seeded = QmTourSeeder::Seed(shipped, folder.empty() ? game : folder, report, error);
-        return std::string(seeded ? "" : "refused; ") + "tours " + Join(report.copiedTours) + "; files " +
-               Join(report.copiedFiles) + (report.tourListWritten ? "; list written" : "");
+        return (seeded ? std::string() : "refused: " + error + "; ") + "tours " + Join(report.copiedTours) +
+               "; files " + Join(report.copiedFiles) + (report.tourListWritten ? "; list written" : "");
     }
 
     LogCapture quiet;
     TempUserData data;
     std::string game;
-    std::string error;
     std::vector<std::string> shippedList;
 };
 } // namespace
@@ -135,15 +138,12 @@ TEST_F(Seeding, LeavesAFolderOfTheSameNameHoldingAnotherTour) {
 
 TEST_F(Seeding, RefusesShippedToursItCannotReadAndAGameFolderItCannotCreate) {
     TempUserData empty;
-    EXPECT_EQ(Seeded(empty.path + "/Maps"), "refused; tours ; files ");
-    EXPECT_NE(error, "");
+    EXPECT_THAT(Seeded(empty.path + "/Maps"), MatchesRegex("refused: .+; tours ; files "));
     EXPECT_FALSE(FileExists(game + "/Maps/tours.dat"));
 
     // A file where the game folder should be.
     ASSERT_TRUE(WriteFileAtomic(data.path + "/Blocked", "not a folder"));
-    error.clear();
-    EXPECT_EQ(Seeded(kShipped, data.path + "/Blocked"), "refused; tours ; files ");
-    EXPECT_NE(error, "");
+    EXPECT_THAT(Seeded(kShipped, data.path + "/Blocked"), MatchesRegex("refused: .+; tours ; files "));
     std::string bytes;
     ASSERT_TRUE(ReadFileBytes(data.path + "/Blocked", bytes));
     EXPECT_EQ(bytes, "not a folder");

@@ -24,21 +24,6 @@ protected:
         ScreenTestBase::TearDown();
     }
 
-    void Push(Uint32 type, Uint8 windowEvent = 0, Sint32 wheelY = 0) {
-        SDL_Event event{};
-        event.type = type;
-        event.common.timestamp = SDL_GetTicks();
-        if (type == SDL_WINDOWEVENT) {
-            event.window.windowID = SDL_GetWindowID(screen->window);
-            event.window.event = windowEvent;
-        } else if (type == SDL_MOUSEWHEEL) {
-            event.wheel.windowID = SDL_GetWindowID(screen->window);
-            event.wheel.y = wheelY;
-            event.wheel.direction = SDL_MOUSEWHEEL_NORMAL;
-        }
-        ASSERT_EQ(SDL_PushEvent(&event), 1);
-    }
-
     std::unique_ptr<VeInput> input;
 };
 } // namespace

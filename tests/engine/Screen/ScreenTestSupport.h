@@ -7,6 +7,7 @@
 #include "Support/LogCapture.h"
 #include "Support/Screenshot.h"
 
+#include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -44,6 +45,21 @@ protected:
         ScreenshotImage image;
         EXPECT_TRUE(screen->ReadLastFrame(image.pixels, image.width, image.height));
         return image;
+    }
+
+    // Puts an event for the screen's window on the system's queue: a window event of that kind, a
+    // wheel step, or any other type as it is.
+    void Push(Uint32 type, Uint8 windowEvent = 0, Sint32 wheelY = 0) {
+        SDL_Event event{};
+        event.type = type;
+        event.common.timestamp = SDL_GetTicks();
+        event.window.windowID = SDL_GetWindowID(screen->window);
+        event.window.event = windowEvent;
+        if (type == SDL_MOUSEWHEEL) {
+            event.wheel.y = wheelY;
+            event.wheel.direction = SDL_MOUSEWHEEL_NORMAL;
+        }
+        ASSERT_EQ(SDL_PushEvent(&event), 1);
     }
 
     std::unique_ptr<VeScreen> screen;

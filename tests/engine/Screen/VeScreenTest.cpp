@@ -179,26 +179,19 @@ TEST(VeScreenOldOpenGLTest, BelowThreeThreeFallsBackToSoftwareOrHaltsWhenRequire
 }
 
 TEST_F(ScreenTestBase, LeavingTheWindowShowsTheArrowUntilTheMouseComesBack) {
-    VeScreen& s = OpenScreen(false);
-    auto push = [&](Uint32 type, Uint8 windowEvent) {
-        SDL_Event event{};
-        event.type = type;
-        event.window.event = windowEvent;
-        event.window.windowID = SDL_GetWindowID(s.window);
-        SDL_PushEvent(&event);
-    };
+    OpenScreen(false);
     VeCursor::SetMode(3);
-    push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_ENTER);
+    Push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_ENTER);
     PresentAndRead();
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE) << "mode 3 hides the cursor inside the window";
 
-    push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_LEAVE);
+    Push(SDL_WINDOWEVENT, SDL_WINDOWEVENT_LEAVE);
     EXPECT_TRUE(VeCursor::MouseOutside());
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE) << "leaving shows the arrow";
     PresentAndRead();
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_ENABLE) << "no cursor updates while the mouse is outside";
 
-    push(SDL_MOUSEMOTION, 0);
+    Push(SDL_MOUSEMOTION, 0);
     EXPECT_FALSE(VeCursor::MouseOutside());
     PresentAndRead();
     EXPECT_EQ(SDL_ShowCursor(SDL_QUERY), SDL_DISABLE);

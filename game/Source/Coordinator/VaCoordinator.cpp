@@ -61,9 +61,6 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
         screen->SetTitle("Quillmaze");
     }
     Register(this);
-    if (screen != nullptr) {
-        screen->threeD = true;
-    }
     CreateFolder(GetGameFolder());
 
     LoadOptionsAndLanguage();

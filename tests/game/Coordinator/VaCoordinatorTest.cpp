@@ -274,7 +274,6 @@ TEST_F(VaCoordinatorWindowTest, CtrlFSwitchesTheWindowButNotTheOption) {
     StartWindowed(false);
     VeScreen& screen = *app->screen;
     EXPECT_FALSE(screen.fullscreen);
-    EXPECT_TRUE(screen.threeD); // "3DGraphics" is on by default
     EXPECT_EQ(coordinator->HandleHotkeys(Keys(true, 'F')), Hotkey::Fullscreen);
     EXPECT_TRUE(screen.fullscreen);
     EXPECT_EQ(coordinator->Option(QmOptions::kFullscreen), "0");

@@ -212,19 +212,19 @@ TEST(VeSurfaceTest, CopiesAndBlits) {
 
     VeSurface dest(4, 3);
     const VeSurface src = Holding(2, {7, kColourKey, 8, 9});
+    constexpr uint32_t kKey = kColourKey;
     dest.Fill(1);
-    dest.BlitKeyed(src, 3, 2);
-    EXPECT_EQ(dest.GetXY(3, 2), 7u) << "clipped at the right and bottom";
-    dest.BlitKeyed(src, -1, -1);
-    EXPECT_EQ(dest.GetXY(0, 0), 9u);
+    dest.BlitKeyed(src, 3, 2);   // clipped at the right and bottom
+    dest.BlitKeyed(src, -1, -1); // and at the left and top
+    EXPECT_EQ(PixelsOf(dest), (std::vector<uint32_t>{9, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 7}));
     dest.Fill(1);
     dest.BlitKeyed(src, 1, 0, true);
-    EXPECT_EQ(dest.GetXY(1, 0), 7u);
-    EXPECT_EQ(dest.GetXY(2, 0), 1u) << "the key is not copied";
+    EXPECT_EQ(PixelsOf(dest), (std::vector<uint32_t>{1, 7, 1, 1, 1, 8, 9, 1, 1, 1, 1, 1}))
+        << "the key is not copied";
     dest.Blit(src, 1, 0);
-    EXPECT_EQ(dest.GetXY(2, 0), kColourKey) << "a plain blit copies the key too";
     dest.Blit(src, 3, 2);
-    EXPECT_EQ(dest.GetXY(3, 2), 7u);
+    EXPECT_EQ(PixelsOf(dest), (std::vector<uint32_t>{1, 7, kKey, 1, 1, 8, 9, 1, 1, 1, 1, 7}))
+        << "a plain blit copies the key too";
 
     VeSurface small(2, 2);
     small.CopyPixels(dest, 3);

@@ -211,6 +211,10 @@ public:
             Frame(dt);
         }
     }
+    // A fresh race drawn by another drawer than the fake.
+    void DrawWith(QmRaceDrawer& other) {
+        race = std::make_unique<QmClientGameplayManager>(world, audio, host, controls, other);
+    }
     // Starts the countdown, with right held from the first frame on when asked.
     void Start(bool holdRight = false) {
         race->StartRace(false, true);

@@ -9,20 +9,14 @@
 using namespace gameplay_test;
 
 TEST(QmOverlayRaceDrawerTest, ARaceFrameShowsTheMapTheRacerAndTheCow) {
-    DrivenClock clock;
-    QmCoreEnvironmentManager world;
     std::vector<std::string> rows = OnFloor({"S....C..F."});
     rows.back()[0] = '1';
-    BuildMap(world, rows);
+    RaceRig rig(rows);
     VeSurface overlay(640, 640);
-    QmOverlayRaceDrawer drawer(overlay, world);
-    FakeAudio audio;
-    FakeHost host;
-    FakeControls controls;
-    QmClientGameplayManager race(world, audio, host, controls, drawer);
-    race.StartRace(false, true);
-    clock.now += 16;
-    race.Update(1.0f / 60.0f);
+    QmOverlayRaceDrawer drawer(overlay, rig.world);
+    rig.DrawWith(drawer);
+    rig.Start();
+    rig.Frame();
 
     EXPECT_EQ(overlay.GetXY(32, 608) & 0xFFFFFF, 0xE99209u) << "the orange block";
     EXPECT_EQ(overlay.GetXY(96, 608) & 0xFFFFFF, 0x1678D6u) << "the blue block";
@@ -31,9 +25,8 @@ TEST(QmOverlayRaceDrawerTest, ARaceFrameShowsTheMapTheRacerAndTheCow) {
     EXPECT_NE(overlay.GetXY(32, 100) & 0xFFFFFF, 0xFFFFFFu) << "the sky";
 
     // Flipped, the racer's corner is on the other side of the screen.
-    race.flip = true;
-    clock.now += 16;
-    race.Update(1.0f / 60.0f);
+    rig.race->flip = true;
+    rig.Frame();
     EXPECT_EQ(overlay.GetXY(640 - 1 - 32, 640 - 1 - 540) & 0xFFFFFF, 0xFFFFFFu);
 
     // A grey frame keeps no colour.

@@ -195,8 +195,8 @@ TEST_P(LanguageFile, TextsThatBecomeNamesOrPrefixesAreShapedForIt) {
     for (int n : {52, 113, 130, 185}) {
         EXPECT_TRUE(IsLetter(static_cast<unsigned char>(Line(n).back())))
             << GetParam() << " line " << n << " ends in punctuation";
-        for (const char* dangling : {"DE", "DU", "OF", "TO", "THE", "VAN", "TIL", "AV"}) {
-            EXPECT_FALSE(Spaced(Line(n)).ends_with(" " + std::string(dangling) + " "))
+        for (const char* dangling : {" DE ", " DU ", " OF ", " TO ", " THE ", " VAN ", " TIL ", " AV "}) {
+            EXPECT_FALSE(Spaced(Line(n)).ends_with(dangling))
                 << GetParam() << " line " << n << " reads unfinished";
         }
     }

@@ -29,10 +29,9 @@ TEST_F(ShippedTours, AreOfficialReadOnlyAndUnlockOneAfterAnother) {
     for (size_t t = 0; t < folders.size(); ++t) {
         const Tour tour = ReadTour(kShipped + "/" + folders[t]);
         SCOPED_TRACE(folders[t]);
-        EXPECT_TRUE(tour.record.official);
-        EXPECT_EQ(tour.record.locked, t > 0);
-        EXPECT_FALSE(tour.record.editable);
-        EXPECT_FALSE(tour.record.collectsFiles);
+        const TourRecord& record = tour.record; // official, locked but the first, fixed, its own list
+        EXPECT_EQ((std::vector<bool>{record.official, record.locked, record.editable, record.collectsFiles}),
+                  (std::vector<bool>{true, t > 0, false, false}));
         EXPECT_FALSE(tour.record.uid.empty());
         // The scan renames a tour folder to the CamelCase form of its name and a map file to that
         // of its map's name; shipped names are already in that form.

@@ -442,7 +442,6 @@ TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     world.tourIndex = 1;
     QmCoreEnvironmentManager fresh;
     fresh.programMapsFolder = world.programMapsFolder;
-    fresh.defaultMapName = "Level";
     fresh.tourIndex = 1;
     ASSERT_TRUE(fresh.ScanWorld());
     EXPECT_EQ(fresh.tourIndex, 1);

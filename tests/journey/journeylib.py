@@ -113,11 +113,12 @@ class Journey:
             return
         self.service_data = tempfile.mkdtemp(prefix="quillmaze-journey-service-")
         self.service = server_process.Server(program, self.service_data, assets=os.path.join(ROOT, "Assets"),
-                                             log=self.log).start()
+                                             log=self.log)
+        self.service.start()  # kept before it starts, so that a failed start is still stopped
         self.service_url = "http://127.0.0.1:%d" % self.service.port
 
     def stop_service(self):
-        if self.service and self.service.process.poll() is None:
+        if self.service and self.service.process and self.service.process.poll() is None:
             self.service.stop()
         if self.service_data:
             shutil.rmtree(self.service_data, ignore_errors=True)

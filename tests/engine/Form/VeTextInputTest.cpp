@@ -1,6 +1,7 @@
 #include "Form/VeTextInput.h"
 
 #include "engine/Form/FormTestKit.h"
+#include "engine/Screen/PixelProbe.h"
 
 #include "Platform/VeClipboard.h"
 #include "Screen/Surface/VeSurface.h"
@@ -59,14 +60,7 @@ protected:
     static bool CaretAt(const VeSurface& target, int32_t column, int32_t row = 0) {
         const int32_t left = 10 + 5 + 10 * column;
         const int32_t top = 20 + 5 + 18 * row;
-        for (int32_t py = top; py < top + 17; ++py) {
-            for (int32_t px = left; px < left + 9; ++px) {
-                if ((target.GetXY(px, py) & 0xFFFFFF) != kInk) {
-                    return false;
-                }
-            }
-        }
-        return true;
+        return CountColour(target, kInk, left, top, left + 9, top + 17) == 9 * 17;
     }
 
     FormRig rig;
@@ -286,8 +280,8 @@ TEST_F(VeTextInputTest, ADisabledInputIgnoresInputAndDrawsDarkened) {
     const VeSurface target = Drawn();
     EXPECT_FALSE(CaretAt(target, 3));
     // The white inside is now at half brightness.
-    EXPECT_EQ(target.GetXY(150, 50) & 0xFFFFFF, 0x7F7F7Fu);
+    EXPECT_EQ(ColourAt(target, 150, 50), 0x7F7F7Fu);
 
     field->enabled = true;
-    EXPECT_EQ(Drawn().GetXY(150, 50) & 0xFFFFFF, kPaper);
+    EXPECT_EQ(ColourAt(Drawn(), 150, 50), kPaper);
 }

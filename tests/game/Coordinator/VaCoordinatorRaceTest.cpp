@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace {
 
 class RaceGame : public HeadlessGame {
@@ -40,13 +42,11 @@ protected:
 
 // The first pickup cell of the playing area, or false.
 bool FindPickup(ArEnvironmentManager& world, int& column, int& row) {
-    for (int x = 0; x < world.mapSize; ++x) {
-        for (int y = 0; y < world.mapSize; ++y) {
-            const BlockId id = world.GetBlock(x, y);
-            if (id == Block::JumpImpulse || id == Block::SpeedUp || id == Block::FlipVision ||
-                id == Block::RedGateKey || id == Block::DiscoConfusion) {
-                column = x;
-                row = y;
+    const std::set<BlockId> pickups{Block::JumpImpulse, Block::SpeedUp, Block::FlipVision, Block::RedGateKey,
+                                    Block::DiscoConfusion};
+    for (column = 0; column < world.mapSize; ++column) {
+        for (row = 0; row < world.mapSize; ++row) {
+            if (pickups.count(world.GetBlock(column, row)) > 0) {
                 return true;
             }
         }

@@ -42,7 +42,6 @@ protected:
         SetTimeSource([] { return int64_t{0}; });
         page.Create(640, 640);
         page.Fill(kBackground);
-        sounds.clear();
         context.target = &page;
         context.input = &input;
         context.controls = &controls;

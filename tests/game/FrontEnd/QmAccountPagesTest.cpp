@@ -33,9 +33,7 @@ protected:
     template <typename Page> void Type(Page& page, const std::string& text) {
         for (const char c : text) {
             if (c == '@') {
-                devices.keys[VeKey::LeftShift] = 1;
-                Keys(page, {VeKey::Num1 + 1});
-                devices.keys[VeKey::LeftShift] = 0;
+                Keys(page, {VeKey::LeftShift, VeKey::Num1 + 1});
             } else if (c == '.') {
                 Keys(page, {VeKey::Period});
             } else if (c >= '1' && c <= '9') {

@@ -65,10 +65,9 @@ protected:
         Press(VeKey::Return);
     }
     int DownloadedMaps() {
-        const int tour = QmDownloadsTour::Find(*coordinator->environment);
-        return tour < 0
-                   ? 0
-                   : static_cast<int>(coordinator->environment->tourLevels[static_cast<size_t>(tour)].size());
+        const ArEnvironmentManager& world = *coordinator->environment;
+        const int tour = QmDownloadsTour::Find(world);
+        return tour < 0 ? 0 : static_cast<int>(world.tourLevels[static_cast<size_t>(tour)].size());
     }
 
     LoopbackService service;

@@ -15,21 +15,12 @@ VeTextStyle Tiny(int32_t spacing = 1, int32_t maxWidth = 0, int32_t maxHeight = 
     return VeTextStyle(1, 0xFFFFFF, 1, spacing, 1, maxWidth, maxHeight, false);
 }
 
+// Pixels other than the key in columns left to right - 1 and rows top to bottom - 1 (-1: to the edge).
 int CountInk(const VeSurface& surface, int32_t left = 0, int32_t top = 0, int32_t right = -1,
              int32_t bottom = -1) {
-    if (right < 0) {
-        right = surface.width;
-    }
-    if (bottom < 0) {
-        bottom = surface.height;
-    }
-    int count = 0;
-    for (int32_t y = top; y < bottom; ++y) {
-        for (int32_t x = left; x < right; ++x) {
-            count += surface.GetXY(x, y) != kColourKey ? 1 : 0;
-        }
-    }
-    return count;
+    right = right < 0 ? surface.width : right;
+    bottom = bottom < 0 ? surface.height : bottom;
+    return (right - left) * (bottom - top) - CountColour(surface, kColourKey, left, top, right, bottom);
 }
 
 // The text's size, lines, columns and wrap positions in one line.

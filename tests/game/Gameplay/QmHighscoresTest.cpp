@@ -131,7 +131,8 @@ TEST_F(ScoreFileTest, MissingDamagedAndHostileFilesReadSafely) {
     // More than ten entries, entries without time, odd separators.
     std::string header = "u4711815@";
     for (int i = 0; i < 15; ++i) {
-        header += "N" + std::to_string(i) + ":" + std::to_string(1000 + i) + ".000000;";
+        header += "N";
+        header += std::to_string(i) + ":" + std::to_string(1000 + i) + ".000000;";
     }
     header += "lonely;";
     ASSERT_TRUE(WriteFileAtomic(path, EncodeText(4, header) + "\n" + EncodeText(4, "5:1;x;7")));

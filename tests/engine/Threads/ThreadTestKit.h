@@ -1,9 +1,7 @@
 #pragma once
 // Test helpers for threaded code: polling with a generous deadline (so that a broken wake-up fails
-// the test instead of hanging it), a call run on a thread of its own whose return the test
-// watches, and a job that counts its runs and may wait at a gate.
-#include "Threads/VtJob.h"
-
+// the test instead of hanging it), and a call run on a thread of its own whose return the test
+// watches (GatedJob.h adds a job that counts its runs and may wait at a gate).
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -51,21 +49,4 @@ public:
 private:
     std::atomic<bool> returned{false};
     std::thread thread;
-};
-
-// Counts the runs that began and those that ended; while the gate is shut a run waits at it, the
-// way a connection loop polls its stop flag.
-class GatedJob : public VtJob {
-public:
-    explicit GatedJob(bool open = true) : open(open) {}
-    void Run() override {
-        started++;
-        while (!open.load()) {
-            Pause(1);
-        }
-        runs++;
-    }
-    std::atomic<bool> open;
-    std::atomic<int> started{0};
-    std::atomic<int> runs{0};
 };

@@ -1,6 +1,6 @@
 #include "Threads/VtJob.h"
 
-#include "engine/Threads/ThreadTestKit.h"
+#include "engine/Threads/GatedJob.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "Threads/VtWorkerPool.h"
 #include "Threads/VtJob.h"
 
-#include "engine/Threads/ThreadTestKit.h"
+#include "engine/Threads/GatedJob.h"
 
 #include <gtest/gtest.h>
 

@@ -36,7 +36,7 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
         << "another map's scores";
     EXPECT_EQ(server.Upload(user, 0, map, ""), "POSTMAP0");
     EXPECT_EQ(server.Upload(user, 21, map, ""), "POSTMAP0");
-    EXPECT_EQ(server.Upload(user, 2, map, "", std::string(32, '0')), "POSTMAP0") << "wrong session";
+    EXPECT_EQ(server.Upload({user.id, std::string(32, '0')}, 2, map, ""), "POSTMAP0") << "wrong session";
     EXPECT_EQ(server.Upload({user.id, other.session}, 2, map, ""), "POSTMAP0") << "another user's session";
     // A name full of path and markup: the stored name stays one safe file name.
     EXPECT_EQ(server.Upload(user, 2, ServerHarness::MapFile("../../etc/x", "7"), ""), "POSTMAP1");
@@ -182,12 +182,10 @@ TEST(HostileInput, HeaderFloodsAreRefusedEarly) {
         within += "X-" + std::to_string(i) + ": " + std::string(100, 'v') + "\r\n";
     }
     EXPECT_EQ(ServerHarness::Message(server.Raw(within + "\r\n")), "VERSION106");
-    auto rss = [] {
-        std::ifstream status("/proc/self/status");
-        std::string line;
-        while (std::getline(status, line) && line.rfind("VmRSS:", 0) != 0) {
-        }
-        return std::atol(line.c_str() + 6) * 1024L;
+    auto rss = [] { // the second number of statm: the pages in memory
+        long size = 0, resident = 0;
+        std::ifstream("/proc/self/statm") >> size >> resident;
+        return resident * sysconf(_SC_PAGESIZE);
     };
     const std::vector<std::string> floods = {many + "\r\n",
                                              "GET / HTTP/1.1\r\nX: " + std::string(100000, 'b') + "\r\n\r\n",

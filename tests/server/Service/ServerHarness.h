@@ -199,8 +199,8 @@ public:
         return {answer.substr(10, bar - 10), answer.substr(bar + 1)};
     }
 
-    std::string Upload(const Account& account, int slot, const std::string& map, const std::string& scores,
-                       const std::string& session = "") const {
+    std::string Upload(const Account& account, int slot, const std::string& map,
+                       const std::string& scores) const {
         return Message(
             Raw(Multipart({{"blocksize", "64"},
                            {"editable", "1"},
@@ -209,7 +209,7 @@ public:
                            {"mapno", std::to_string(slot)},
                            {"name", "ignored"},
                            {"qcode", "postmap"},
-                           {"s", session.empty() ? account.session : session},
+                           {"s", account.session},
                            {"timems", "1"},
                            {"user_id", account.id}},
                           {{"dat_file", {"Level.dat", scores}}, {"map_file", {"Level.map", map}}})));

@@ -39,9 +39,7 @@ def account(answer, word):
     """(user id, session) from a LOGIN or REGISTER answer, or None."""
     if not answer.startswith(word + "1") or "_" not in answer:
         return None
-    rest = answer[len(word) + 2:]
-    uid, session = rest.split("_", 1)
-    return uid, session
+    return tuple(answer[len(word) + 2:].split("_", 1))  # after the word, its 1 and one flag
 
 
 def register(port, name, password="pw", email=None):

@@ -11,6 +11,7 @@
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
 #include "Screen/VeScreen.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 #include "engine/Input/FakeInputSource.h"
 
@@ -27,7 +28,6 @@ protected:
         std::filesystem::current_path(QM_SOURCE_DIR);
         SetTimeSource([this] { return now; });
         setenv("QUILLMAZE_NO_DIALOGS", "1", 1);
-        previousSink = SetLogSink([this](const std::string& text) { log += text; });
     }
 
     void TearDown() override {
@@ -36,7 +36,6 @@ protected:
         SetFixedFrameDelta(0.0f);
         VeScreen::ForceSoftwarePath(false);
         std::filesystem::current_path(previousFolder);
-        SetLogSink(previousSink);
     }
 
     // Creates the application and its coordinator (as CreateManagers does after Init).
@@ -99,7 +98,7 @@ protected:
     std::unique_ptr<VaApp> app;
     VaCoordinator* coordinator = nullptr;
     int64_t now = 1000;
-    std::string log;
+    LogCapture log;
 
 private:
     static QmCommandLine CommandLine(const std::vector<std::string>& arguments) {
@@ -111,5 +110,4 @@ private:
     }
 
     std::filesystem::path previousFolder;
-    VeLogSink previousSink;
 };

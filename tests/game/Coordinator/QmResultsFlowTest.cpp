@@ -52,7 +52,7 @@ TEST_F(AfterRaceGame, ADeclinedNameTheChosenCharacterAndATieInVersus) {
     RaceToTheFinish();
     ASSERT_EQ(app->scene, SceneAfterRace) << "the best run did not finish";
     EXPECT_EQ(coordinator->environment->GetMapField('l', next), "0") << "the next map stays locked";
-    EXPECT_NE(log.find("Notice: "), std::string::npos);
+    EXPECT_NE(log.all.find("Notice: "), std::string::npos);
     ASSERT_TRUE(Results().Highscores().NameEntryOpen());
     FrameWithKeys({VeKey::Escape});
     EXPECT_EQ(app->scene, SceneMenu);

@@ -6,6 +6,7 @@
 #include "Gameplay/QmHighscores.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ void PrepareWorld(QmCoreEnvironmentManager& world, const TempUserData& data) {
 
 TEST(SaveCrashTest, AKilledSaveLeavesTheOldOrTheNewFileWhole) {
     TempUserData data;
-    VeLogSink previous = SetLogSink([](const std::string&) {});
+    LogCapture quiet;
     QmRecording run;
     run.FromText("0:2;812:0;1204:3");
     std::mt19937 random(20261124);
@@ -81,5 +82,4 @@ TEST(SaveCrashTest, AKilledSaveLeavesTheOldOrTheNewFileWhole) {
             EXPECT_EQ(scores.StoredRecordingText(), run.ToText()) << "round " << round;
         }
     }
-    SetLogSink(previous);
 }

@@ -4,6 +4,7 @@
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -91,14 +92,12 @@ TEST(QmOptionsTest, ShortOrOddFilesKeepDefaultsForWhatIsMissing) {
     EXPECT_EQ(options.Values(), expected);
 
     // A language the game does not have (or a path) falls back to English instead of halting.
-    std::string log;
-    VeLogSink previous = SetLogSink([&log](const std::string& text) { log += text; });
+    LogCapture log;
     WriteFileAtomic(QmOptions::FilePath(), "../../secret\r\n1\r\n");
     options.LoadOptions();
-    SetLogSink(previous);
     EXPECT_EQ(options.Get("Language"), "English");
     EXPECT_EQ(options.Get("Fullscreen"), "1");
-    EXPECT_NE(log.find("../../secret"), std::string::npos);
+    EXPECT_NE(log.all.find("../../secret"), std::string::npos);
 
     WriteFileAtomic(QmOptions::FilePath(), "");
     options.LoadOptions();
@@ -115,16 +114,14 @@ TEST(QmOptionsTest, UnwritableFileWarnsAndKeepsTheOldOne) {
 
     std::filesystem::create_directory(QmOptions::FilePath() + ".tmp"); // the temporary file cannot be made
     options.Set("Username", "lost");
-    std::string log;
-    VeLogSink previous = SetLogSink([&log](const std::string& text) { log += text; });
+    LogCapture log;
     MessageBoxCapture capture;
     EXPECT_FALSE(options.SaveOptions());
-    SetLogSink(previous);
     ASSERT_EQ(capture.boxes.size(), 1u);
     const CapturedBox& box = capture.boxes[0];
     EXPECT_EQ(box.title + " / " + box.text + " / " + std::to_string(box.kind),
               "Warning: Options not saved / Could not save options file. / 1");
-    EXPECT_NE(log.find("Could not save options.\n"), std::string::npos);
+    EXPECT_NE(log.all.find("Could not save options.\n"), std::string::npos);
     EXPECT_EQ(FileText(), before);
     EXPECT_EQ(options.Get("Username"), "lost") << "the settings themselves stay as they are";
 }

@@ -105,9 +105,8 @@ TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
 INSTANTIATE_TEST_SUITE_P(AllPaths, VeScreenPathTest,
                          ::testing::Values(Path::OpenGL, Path::Software, Path::Copied),
                          [](const ::testing::TestParamInfo<Path>& info) {
-                             return std::string(info.param == Path::OpenGL     ? "OpenGL"
-                                                : info.param == Path::Software ? "Software"
-                                                                               : "Copied");
+                             const char* const names[] = {"OpenGL", "Software", "Copied"};
+                             return std::string(names[static_cast<int>(info.param)]);
                          });
 
 TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchronised) {

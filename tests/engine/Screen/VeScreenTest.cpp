@@ -105,8 +105,9 @@ TEST_P(VeScreenPathTest, DisplaySizeColourMultiplierAndGreyChangeThePicture) {
 INSTANTIATE_TEST_SUITE_P(AllPaths, VeScreenPathTest,
                          ::testing::Values(Path::OpenGL, Path::Software, Path::Copied),
                          [](const ::testing::TestParamInfo<Path>& info) {
-                             const char* const names[] = {"OpenGL", "Software", "Copied"};
-                             return std::string(names[static_cast<int>(info.param)]);
+                             return std::string(info.param == Path::OpenGL     ? "OpenGL"
+                                                : info.param == Path::Software ? "Software"
+                                                                               : "Copied");
                          });
 
 TEST_F(ScreenTestBase, RefusedVsyncIsLoggedOnceAndTheSoftwarePathCountsAsSynchronised) {

@@ -76,8 +76,10 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     // when the app asks for a quick start: the intro does not show it, the pages read it only
     // once they are opened, and whatever needs it at once runs the start-up work first.
     if (app->QuickStart()) {
+        startupWork.Add([this] { SeedTours(); });
         startupWork.Add([this] { CreateWorld(); });
     } else {
+        SeedTours();
         CreateWorld();
     }
     if (screen != nullptr) {
@@ -153,9 +155,9 @@ void VaCoordinator::LoadCharacterImages() {
     cow64 = std::make_unique<VeImage>("Assets/Characters/Cow/Cow_64.png");
 }
 
-void VaCoordinator::CreateWorld() {
+void VaCoordinator::SeedTours() {
     if (app->screen == nullptr) {
-        return;
+        return; // no world to play them in
     }
     // A first start: a game folder with no tour list gets the shipped tours (make run does the same
     // on every run; a folder in use is left to it, so a tour the player deleted stays deleted).
@@ -168,6 +170,12 @@ void VaCoordinator::CreateWorld() {
         for (const std::string& tour : report.copiedTours) {
             Log("Added the shipped tour %s to the game folder.\n", tour.c_str());
         }
+    }
+}
+
+void VaCoordinator::CreateWorld() {
+    if (app->screen == nullptr) {
+        return;
     }
     environment = std::make_unique<ArEnvironmentManager>(*app->screen, *this, this);
     for (size_t i = 0; i < 3; ++i) {

@@ -233,6 +233,8 @@ private:
 
     void LoadOptionsAndLanguage();
     void LoadCharacterImages();
+    // A first start puts the shipped tours into the game folder (a step of its own before the world).
+    void SeedTours();
     void CreateWorld();
     // Sets up the listener and loads the pages' sounds; the race's sounds wait in startupWork and
     // the musics are read on its worker.

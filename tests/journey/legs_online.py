@@ -62,11 +62,9 @@ def register(j, who, shot):
 def leg_share_a_map(j):
     register(j, FIRST, "online-01-registration")
     j.shot("online-02-players")
-    j.keys("Down", "Return")  # below the empty list: My shared maps
-    time.sleep(1.0)
+    j.keys("Down", "Return", settle=1.2)  # below the empty list: My shared maps
     j.shot("online-03-own-maps")
-    j.keys("Up", "Return")  # the empty list: choose a slot
-    time.sleep(0.5)
+    j.keys("Up", "Return", settle=0.7)  # the empty list: choose a slot
     j.shot("online-04-slots")
     j.keys("Return", leads_to="notice")  # slot 1, and the question
     j.keys("Return")  # Yes: the check runs, then the upload
@@ -75,8 +73,7 @@ def leg_share_a_map(j):
     j.keys("Return", leads_to="shared maps")
     time.sleep(1.0)
     j.shot("online-06-own-maps")
-    j.keys("Escape")  # the players
-    time.sleep(1.0)
+    j.keys("Escape", settle=1.2)  # the players
     j.keys("Down", "Right", "Right", "Return", leads_to="main menu")  # below the list: Log out
 
 
@@ -84,11 +81,9 @@ def leg_download_and_play(j):
     register(j, SECOND, "online-07-registration")
     time.sleep(1.0)
     j.shot("online-08-players")
-    j.keys("Return")  # the first player who shares maps
-    time.sleep(2.0)
+    j.keys("Return", settle=2.2)  # the first player who shares maps
     j.shot("online-09-maps")
-    j.keys("Return")  # saved into Downloads
-    time.sleep(0.5)
+    j.keys("Return", settle=0.7)  # saved into Downloads
     j.shot("online-10-downloaded")
     maps = j.tour_maps("Downloads")
     if len(maps) != 1:
@@ -101,13 +96,11 @@ def leg_download_and_play(j):
               if name and j.map_info("Maps/%s/%s" % (folder, name)).get("uid") == info.get("uid")]
     if not shared:
         raise Failed("the downloaded map (uid %s) is none of the player's maps" % info.get("uid"))
-    j.keys("Escape", "Return", "Return")  # back, the player again and the map again: still one copy
-    time.sleep(2.0)
+    j.keys("Escape", "Return", "Return", settle=2.2)  # back, the player again and the map again: still one copy
     j.keys("Return")
     if j.tour_maps("Downloads") != maps:
         raise Failed("a second download did not replace the first: %r" % j.tour_maps("Downloads"))
-    j.keys("Return")  # play it
-    time.sleep(2.0)
+    j.keys("Return", settle=2.2)  # play it
     j.shot("online-11-race")
     if j.shows("shared maps"):
         raise Failed("the downloaded map did not start")
@@ -116,13 +109,10 @@ def leg_download_and_play(j):
         if PAGES["main menu"](picture):
             break
         if PAGES["play"](picture) or PAGES["shared maps"](picture):
-            j.keys("Escape")
-            time.sleep(0.8)
+            j.keys("Escape", settle=1.0)
             continue
-        j.keys("Escape")  # the in-race menu
-        time.sleep(0.4)
-        j.keys("Down", "Return")  # Leave race
-        time.sleep(1.5)
+        j.keys("Escape", settle=0.6)  # the in-race menu
+        j.keys("Down", "Return", settle=1.7)  # Leave race
     j.wait_page("main menu")
     if not os.path.exists(j.game_file("Maps/Downloads/" + maps[0])):
         raise Failed("the downloaded map is gone")

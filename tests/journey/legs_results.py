@@ -84,8 +84,7 @@ def race_turn(j, player):
     for _ in range(3):
         if j.race(over, 15):
             break
-        j.keys("r")  # stuck: the turn starts over and waits for its player again
-        time.sleep(1.0)
+        j.keys("r", settle=1.2)  # stuck: the turn starts over and waits for its player again
         if j.shows("waiting"):
             j.keys("space")
     j.wait_page("party results", 5)

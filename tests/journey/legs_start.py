@@ -30,8 +30,7 @@ def leg_play_page(j):
 
 
 def leg_tutorial(j):
-    j.keys("Return")  # start the selected first map
-    time.sleep(0.3)
+    j.keys("Return", settle=0.5)  # start the selected first map
     j.shot("05-race")
     unlocked = lambda: not j.second_map_locked()
     for attempt in range(3):

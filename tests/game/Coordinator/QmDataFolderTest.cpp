@@ -13,12 +13,10 @@ public:
     Folders() {
         std::string pattern = (fs::temp_directory_path() / "quillmaze-data-XXXXXX").string();
         root = mkdtemp(pattern.data());
-        fs::create_directories(root / "game" / "Assets");
-        fs::create_directories(root / "game" / "build");
-        fs::create_directories(root / "elsewhere");
-        fs::create_directories(root / "bare" / "bin");
-        fs::create_directories(root / "usr" / "bin");
-        fs::create_directories(root / "usr" / "share" / "quillmaze" / "Assets");
+        for (const char* folder : {"game/Assets", "game/build", "elsewhere", "bare/bin", "usr/bin",
+                                   "usr/share/quillmaze/Assets"}) {
+            fs::create_directories(root / folder);
+        }
     }
     ~Folders() {
         std::error_code ignored;

@@ -66,6 +66,11 @@ protected:
         return Step(frame);
     }
 
+    // One frame of a page that runs on the context, with these keys going down.
+    template <typename Page> auto Frame(Page& runs, std::initializer_list<int> keys) {
+        return WithKeys(keys, [&] { return runs.Frame(context); });
+    }
+
     ScreenshotImage Picture() const { return ScreenshotOf(page); }
 
     // How many pixels of the colour lie in the rectangle.

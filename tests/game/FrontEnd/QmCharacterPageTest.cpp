@@ -10,9 +10,6 @@
 namespace {
 class CharacterPageTest : public page_test::PanelPageTest {
 protected:
-    QmCharacterPage::Outcome Frame(std::initializer_list<int> keys) {
-        return WithKeys(keys, [this] { return characterPage.Frame(context); });
-    }
     TempUserData data;
     QmCharacterPage characterPage{context};
 };
@@ -22,11 +19,11 @@ TEST_F(CharacterPageTest, TheChoiceMovesWithinTheCharactersAndConfirmingStoresIt
     ASSERT_GE(QmCharacterBoxes::AvailableCharacters(), 2);
     characterPage.Reset(QmProfile::LoadProfile());
     EXPECT_EQ(characterPage.Chosen(), 0);
-    Frame({VeKey::Left});
+    Frame(characterPage, {VeKey::Left});
     EXPECT_EQ(characterPage.Chosen(), 0) << "no character before the first";
-    Frame({VeKey::Right});
+    Frame(characterPage, {VeKey::Right});
     EXPECT_EQ(characterPage.Chosen(), 1);
-    EXPECT_EQ(Frame({VeKey::Return}), QmCharacterPage::Outcome::Chosen);
+    EXPECT_EQ(Frame(characterPage, {VeKey::Return}), QmCharacterPage::Outcome::Chosen);
     EXPECT_EQ(QmProfile::LoadProfile(), 1);
 
     // A click on a box chooses it; a click on the chosen box stores it.
@@ -39,9 +36,9 @@ TEST_F(CharacterPageTest, TheChoiceMovesWithinTheCharactersAndConfirmingStoresIt
               QmCharacterPage::Outcome::Chosen);
     EXPECT_EQ(QmProfile::LoadProfile(), last);
 
-    EXPECT_EQ(Frame({VeKey::Escape}), QmCharacterPage::Outcome::Back);
+    EXPECT_EQ(Frame(characterPage, {VeKey::Escape}), QmCharacterPage::Outcome::Back);
     CreateFolder(data.GameFolder() + "/profile.dat.tmp"); // the temporary file cannot be made
-    EXPECT_EQ(Frame({VeKey::Return}), QmCharacterPage::Outcome::SaveFailed);
+    EXPECT_EQ(Frame(characterPage, {VeKey::Return}), QmCharacterPage::Outcome::SaveFailed);
     EXPECT_EQ(QmProfile::LoadProfile(), last) << "the old profile stays";
 }
 
@@ -50,7 +47,7 @@ TEST_F(CharacterPageTest, ThePageInEveryLanguage) {
         language.Load(name);
         characterPage.Relabel(context);
         characterPage.Reset(2);
-        Frame({});
+        Frame(characterPage, {});
         EXPECT_TRUE(EdgesClearOfText()) << name;
         EXPECT_TRUE(OnBandAndPanel(QmCharacterPage::kBoxesTop - 30, QmPanel::kLeft,
                                    QmCharacterPage::kBoxesTop + QmCharacterBoxes::kBox));

@@ -12,13 +12,6 @@ namespace {
 
 class ManagementPageTest : public MenuPageGame {
 protected:
-    // From the first tour down past the last one onto the first button (Add tour).
-    void ToButtons(QmManagementPage& page) {
-        for (size_t t = 0; t < World().tours.size(); ++t) {
-            Keys(page, {VeKey::Down});
-        }
-    }
-
     bool Asking(const QmManagementPage& page) { return Shows(page.TextBoxes(), 131); }
 
     ArEnvironmentManager& World() { return *coordinator->environment; }
@@ -29,8 +22,10 @@ TEST_F(ManagementPageTest, ATourIsMadeRenamedAndDeletedOnlyAfterYesButAShippedOn
     QmManagementPage page;
     page.RebuildLists();
     const size_t shipped = World().tours.size();
-    ToButtons(page);
-    Keys(page, {VeKey::Return}); // Add tour
+    for (size_t t = 0; t < shipped; ++t) { // from the first tour down past the last onto Add tour
+        Keys(page, {VeKey::Down});
+    }
+    Keys(page, {VeKey::Return});
     ASSERT_EQ(World().tours.size(), shipped + 1);
     Presses(page, {VeKey::Right, VeKey::Return}); // Rename tour
     for (int i = 0; i < 20; ++i) {

@@ -7,9 +7,6 @@
 namespace {
 class PartyPageTest : public page_test::PanelPageTest {
 protected:
-    QmPartyPage::Outcome Frame(std::initializer_list<int> keys) {
-        return WithKeys(keys, [this] { return party.Frame(context); });
-    }
     QmPartyPage party{context};
 };
 } // namespace
@@ -18,18 +15,18 @@ TEST_F(PartyPageTest, PlayersNamesAndCharactersReachTheParty) {
     ASSERT_EQ(party.PlayerCount(), 2u);
     EXPECT_EQ(party.NameInput(1).Content(), "PLAYER 2");
     // The second player is renamed and picks the second character.
-    Frame({VeKey::Down});
+    Frame(party, {VeKey::Down});
     ASSERT_EQ(party.SelectedPlayer(), 1u);
-    Frame({VeKey::Backspace});
-    Frame({VeKey::X});
-    Frame({VeKey::Down});
+    Frame(party, {VeKey::Backspace});
+    Frame(party, {VeKey::X});
+    Frame(party, {VeKey::Down});
     EXPECT_EQ(party.CurrentFocus(), QmPartyPage::FocusCharacters);
-    Frame({VeKey::Right});
+    Frame(party, {VeKey::Right});
     // Down to Start and go.
     while (party.CurrentFocus() != QmPartyPage::FocusGo) {
-        Frame({VeKey::Down});
+        Frame(party, {VeKey::Down});
     }
-    EXPECT_EQ(Frame({VeKey::Return}), QmPartyPage::Outcome::Start);
+    EXPECT_EQ(Frame(party, {VeKey::Return}), QmPartyPage::Outcome::Start);
     std::string players;
     for (const QmPartyPlayer& player : party.Party().Players()) {
         players += player.name + " " + std::to_string(player.character) + "; ";
@@ -47,21 +44,21 @@ TEST_F(PartyPageTest, StartNeedsTwoPlayersAndTheTypeAndSizesFollowTheKeys) {
         party.RemoveSelectedPlayer();
     }
     party.SetFocus(QmPartyPage::FocusGo);
-    EXPECT_NE(Frame({VeKey::Return}), QmPartyPage::Outcome::Start) << "Start is disabled";
+    EXPECT_NE(Frame(party, {VeKey::Return}), QmPartyPage::Outcome::Start) << "Start is disabled";
     party.AddPlayer();
 
     party.SetFocus(QmPartyPage::FocusType);
-    Frame({VeKey::Right});
-    Frame({VeKey::Down});
+    Frame(party, {VeKey::Right});
+    Frame(party, {VeKey::Down});
     EXPECT_EQ(party.CurrentFocus(), QmPartyPage::FocusSmall) << "Marathon shows the size boxes";
-    Frame({VeKey::Return}); // small maps off
-    Frame({VeKey::Down});
-    Frame({VeKey::Return}); // large maps stay: one size is always allowed
+    Frame(party, {VeKey::Return}); // small maps off
+    Frame(party, {VeKey::Down});
+    Frame(party, {VeKey::Return}); // large maps stay: one size is always allowed
     party.Commit();
     EXPECT_EQ(party.Party().PartyType(), QmParty::Marathon);
     EXPECT_FALSE(party.Party().SmallAllowed());
     EXPECT_TRUE(party.Party().LargeAllowed());
-    EXPECT_EQ(Frame({VeKey::Escape}), QmPartyPage::Outcome::Back);
+    EXPECT_EQ(Frame(party, {VeKey::Escape}), QmPartyPage::Outcome::Back);
 }
 
 TEST_F(PartyPageTest, ThePageInEveryLanguage) {
@@ -71,7 +68,7 @@ TEST_F(PartyPageTest, ThePageInEveryLanguage) {
         fresh.AddPlayer();
         fresh.SetType(QmParty::Marathon);
         fresh.SelectPlayer(0);
-        WithKeys({}, [&] { return fresh.Frame(context); });
+        Frame(fresh, {});
         EXPECT_TRUE(EdgesClearOfText()) << name;
         EXPECT_TRUE(
             OnBandAndPanel(QmPartyPage::kFirstRowY - 3, QmPanel::kRight - 1, QmPartyPage::kEditButtonsY - 5));

@@ -7,9 +7,6 @@
 namespace {
 class PartyResultsTest : public page_test::PanelPageTest {
 protected:
-    QmPartyResultsPage::Outcome Frame(std::initializer_list<int> keys) {
-        return WithKeys(keys, [this] { return results.Frame(context); });
-    }
     // Versus of three players with a tie between the first two.
     std::vector<QmHighscoreEntry> Ranking() {
         std::vector<QmHighscoreEntry> list;
@@ -27,13 +24,13 @@ TEST_F(PartyResultsTest, NextPlayerWhileSomeoneFollowsAndOnlyTheMainMenuAtTheEnd
     EXPECT_EQ(results.Table().Rows()[1].colour, QmResultsTable::kNewEntry)
         << "only the tie just ranked is green";
     EXPECT_EQ(results.Table().Rows()[0].colour, QmResultsTable::kGold);
-    EXPECT_EQ(Frame({VeKey::Return}), QmPartyResultsPage::Outcome::NextPlayer);
+    EXPECT_EQ(Frame(results, {VeKey::Return}), QmPartyResultsPage::Outcome::NextPlayer);
 
     results.Build(Ranking(), 3, 90000, "");
     EXPECT_TRUE(results.PartyOver());
     EXPECT_EQ(results.Table().Rows()[2].time, "1.50000 MIN");
-    EXPECT_EQ(Frame({VeKey::Left}), QmPartyResultsPage::Outcome::None) << "Next player is disabled";
-    EXPECT_EQ(Frame({VeKey::Return}), QmPartyResultsPage::Outcome::MainMenu);
+    EXPECT_EQ(Frame(results, {VeKey::Left}), QmPartyResultsPage::Outcome::None) << "Next player is disabled";
+    EXPECT_EQ(Frame(results, {VeKey::Return}), QmPartyResultsPage::Outcome::MainMenu);
 }
 
 TEST_F(PartyResultsTest, ThePageInEveryLanguage) {
@@ -41,7 +38,7 @@ TEST_F(PartyResultsTest, ThePageInEveryLanguage) {
         language.Load(name);
         results.Relabel(context);
         results.Build(Ranking(), 2, 61234, "CID");
-        Frame({});
+        Frame(results, {});
         EXPECT_TRUE(EdgesClearOfText()) << name;
         EXPECT_TRUE(OnBandAndPanel(QmPartyResultsPage::kBandBottom - 1, QmPanel::kRight - 1,
                                    QmPartyResultsPage::kPanelTop));

@@ -1,8 +1,13 @@
 #include "Coordinator/QmSharedSounds.h"
 
 #include "Audio/VeAudioManager.h"
+#include "Coordinator/QmStartupWork.h"
+#include "Platform/VeMessageBox.h"
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
+#include <utility>
 
 const std::array<QmSharedSounds::Entry, QmSharedSounds::kCount>& QmSharedSounds::Table() {
     static const std::array<Entry, kCount> table{{
@@ -59,4 +64,41 @@ std::array<const QmSharedSounds::Entry*, 2> QmSharedSounds::Musics() {
 
 void QmSharedSounds::Load(VeAudioManager& audio, const Entry& entry) {
     audio.LoadWave(entry.name, entry.file, entry.volume);
+}
+
+void QmSharedSounds::LoadForStartup(VeAudioManager& audio, QmStartupWork& work,
+                                    std::function<void()> menuMusicKept) {
+    for (const Entry& entry : Table()) {
+        if (ForPages(entry)) {
+            Load(audio, entry);
+        }
+    }
+    // The musics are too big to be read within a frame.
+    const std::array<const Entry*, 2> musics = Musics();
+    for (const Entry* music : musics) {
+        struct Read {
+            std::unique_ptr<VeWaveSound> sound;
+            VeWaveSound::Failure failure;
+        };
+        auto read = std::make_shared<Read>();
+        std::function<void()> kept = music == musics[0] ? menuMusicKept : nullptr;
+        work.AddBackground(
+            [&audio, music, read] {
+                read->sound = audio.ReadWave(music->file, music->volume, read->failure);
+            },
+            [&audio, music, read, kept] {
+                if (!read->sound) {
+                    Halt(read->failure.title, read->failure.text); // as if it had been read here
+                }
+                audio.AddSound(music->name, std::move(read->sound));
+                if (kept) {
+                    kept();
+                }
+            });
+    }
+    for (const Entry& entry : Table()) {
+        if (!ForPages(entry) && std::find(musics.begin(), musics.end(), &entry) == musics.end()) {
+            work.Add([&audio, &entry] { Load(audio, entry); });
+        }
+    }
 }

@@ -32,7 +32,6 @@
 #include "Screen/VeScreen.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <ctime>
 
@@ -198,43 +197,11 @@ void VaCoordinator::StartAudio() {
     audio->SetListenerPosition(0.5f, 0.5f, 0.0f);
     audio->SetListenerForward(0.0f, 0.0f, -1.0f);
     audio->SetListenerUp(0.0f, 1.0f, 0.0f);
-    // The pages' sounds now; the race's sounds one a frame after the first frame. The musics are
-    // too big for a frame: they are read on a worker meanwhile, the menu's first, which starts as
-    // soon as it is there.
-    for (const QmSharedSounds::Entry& entry : QmSharedSounds::Table()) {
-        if (QmSharedSounds::ForPages(entry)) {
-            QmSharedSounds::Load(*audio, entry);
+    QmSharedSounds::LoadForStartup(*audio, startupWork, [this, audio] {
+        if (options->IsOn(QmOptions::kMusic)) {
+            musicChannel = audio->Play("Music", true);
         }
-    }
-    const std::array<const QmSharedSounds::Entry*, 2> musics = QmSharedSounds::Musics();
-    for (const QmSharedSounds::Entry* music : musics) {
-        ReadMusic(*audio, *music, music == musics[0]);
-    }
-    for (const QmSharedSounds::Entry& entry : QmSharedSounds::Table()) {
-        if (!QmSharedSounds::ForPages(entry) &&
-            std::find(musics.begin(), musics.end(), &entry) == musics.end()) {
-            startupWork.Add([audio, &entry] { QmSharedSounds::Load(*audio, entry); });
-        }
-    }
-}
-
-void VaCoordinator::ReadMusic(VeAudioManager& audio, const QmSharedSounds::Entry& music, bool menu) {
-    struct Read {
-        std::unique_ptr<VeWaveSound> sound;
-        VeWaveSound::Failure failure;
-    };
-    auto read = std::make_shared<Read>();
-    startupWork.AddBackground(
-        [&audio, &music, read] { read->sound = audio.ReadWave(music.file, music.volume, read->failure); },
-        [this, &audio, &music, read, menu] {
-            if (!read->sound) {
-                Halt(read->failure.title, read->failure.text); // as if it had been read here
-            }
-            audio.AddSound(music.name, std::move(read->sound));
-            if (menu && options->IsOn(QmOptions::kMusic)) {
-                musicChannel = audio.Play(music.name, true);
-            }
-        });
+    });
 }
 
 void VaCoordinator::FinishStartup() {

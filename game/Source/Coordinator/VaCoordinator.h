@@ -22,7 +22,6 @@
 // every notice goes); without a screen there is no front end and notices go to the console.
 #include "Audio/VeAudioChannel.h"
 #include "Coordinator/QmInRaceMenu.h"
-#include "Coordinator/QmSharedSounds.h"
 #include "Coordinator/QmStartupWork.h"
 #include "Coordinator/VaAppCommander.h"
 #include "Editor/QmEditorHost.h"
@@ -47,7 +46,6 @@ class QmOptions;
 class QmRaceAudio;
 class QmRaceControls;
 class VaApp;
-class VeAudioManager;
 class VeImage;
 class VeTextStyle;
 
@@ -237,12 +235,8 @@ private:
     void SeedTours();
     void CreateWorld();
     // Sets up the listener and loads the pages' sounds; the race's sounds wait in startupWork and
-    // the musics are read on its worker.
+    // the musics are read on its worker (the menu's starts once there when "Music" is on).
     void StartAudio();
-    // Reads a music file on the start-up work's worker and keeps it once read; the menu's starts
-    // playing then when the option "Music" is on. A file that cannot be read halts with the
-    // message LoadWave would give.
-    void ReadMusic(VeAudioManager& audio, const QmSharedSounds::Entry& music, bool menu);
     // Replaces the race by a fresh one on the world's current map: the game's own race on the
     // player's devices, or one steered by the command line's recording, or one without sound.
     void MakeGameplay();

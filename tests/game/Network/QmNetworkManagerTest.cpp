@@ -2,7 +2,6 @@
 #include "Network/NeSocket.h"
 #include "Network/QmMapDownloads.h"
 #include "Network/QmServiceRequest.h"
-#include "Network/QmSha256.h"
 #include "Platform/VeFiles.h"
 #include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
@@ -169,14 +168,9 @@ TEST(QmNetworkManagerTest, AccountsSharedMapsAndTheirOrderAgainstTheService) {
     ASSERT_TRUE(service.Reachable());
     Client alice(service.Url());
 
+    // (A taken name and a wrong password: the account pages' test shows what the player reads.)
     alice.Do(&M::Register, "alice", "pw&=1", "alice@example.org");
     EXPECT_TRUE(alice.manager.IsLoggedIn());
-    EXPECT_EQ(alice.manager.TakePageRequest(), 7);
-    alice.Do(&M::Register, "alice", "other", "alice2@example.org");
-    EXPECT_EQ(alice.manager.TakeRegisterMessage(), 147);
-
-    alice.Do(&M::Login, "alice", "wrong");
-    EXPECT_EQ(alice.manager.TakeLoginResult(), 1);
     alice.Do(&M::Login, "alice", "pw&=1"); // sent as typed
     EXPECT_EQ(alice.manager.TakeLoginResult(), 2);
     const int32_t aliceId = alice.manager.GetUserId();
@@ -249,13 +243,8 @@ TEST(QmNetworkManagerTest, HttpsServiceTrustedThroughItsCaFileAndRefusedWithout)
 
 TEST(QmNetworkManagerTest, ServiceDownGarbageAndSilenceAreReportedWithoutStallingFrames) {
     TempUserData userData;
-    // Nobody listening.
-    Client down("http://127.0.0.1:" + std::to_string(LoopbackService::FreePort()));
-    down.manager.RequestMapUserList();
-    EXPECT_LT(down.Settle(), 50);
-    EXPECT_EQ(down.LastNoticeLine(), 165);
-
-    // A service that accepts and never answers, and one that answers garbage or without end.
+    // A service that accepts and never answers, and one that answers garbage or without end. (Nobody
+    // listening at all: the login page's test.)
     uint16_t port = 0;
     const int listener = Listening(port);
     std::thread peer([listener] {
@@ -319,7 +308,7 @@ TEST(QmNetworkManagerTest, TransfersThatHangAreCancelledAtOnceOnStopAndTheWorker
     close(listener);
 }
 
-TEST(QmNetworkManagerTest, ServiceAddressesPasswordsAndDigests) {
+TEST(QmNetworkManagerTest, ServiceAddressesAndWhereAPasswordMayGo) {
     setenv("QUILLMAZE_SERVICE", "http://10.1.2.3:9000", 1);
     EXPECT_EQ(QmNetworkManager::ChooseService(""), "http://10.1.2.3:9000");
     EXPECT_EQ(QmNetworkManager::ChooseService("http://example.org"), "http://example.org");
@@ -328,16 +317,12 @@ TEST(QmNetworkManagerTest, ServiceAddressesPasswordsAndDigests) {
     QmNetworkManager manager;
     EXPECT_FALSE(manager.SetService("ftp://127.0.0.1"));
     EXPECT_FALSE(manager.SetService("http://127.0.0.1:99999"));
-    EXPECT_TRUE(manager.SetService("http://8.8.8.8:80"));
-    // A public host over plain http never receives a password.
-    manager.Login("me", "secret");
-    EXPECT_FALSE(manager.IsWaiting());
-    EXPECT_EQ(manager.TakeNotices().at(0).textLine, 209);
-    EXPECT_TRUE(manager.SetService("https://8.8.8.8")); // over TLS it may (queued, never sent here)
+    // A public host over plain http never receives a password (the login page's test); over TLS it
+    // may (queued, never sent here).
+    EXPECT_TRUE(manager.SetService("https://8.8.8.8"));
     manager.Login("me", "secret");
     EXPECT_TRUE(manager.IsWaiting());
     EXPECT_TRUE(manager.TakeNotices().empty());
-    EXPECT_EQ(QmSha256::Hex("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
 }
 
 TEST(QmServiceAnswerTest, AnswersAreReadFromTheirMarkerAndNeverTrusted) {

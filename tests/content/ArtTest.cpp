@@ -64,14 +64,11 @@ std::vector<Expected> FixedImages() {
               std::pair{"Background", Look::Opaque}, std::pair{"Characters/Cow/Cow", Look::Sprite}}) {
             all.push_back({Sized(std::string("Assets/") + stem, s), s, s, look});
         }
+        const std::string racer = "Assets/Characters/Default" + (s == 64 ? "" : "_" + std::to_string(s));
+        all.push_back({racer + ".png", s, s, Look::Opaque});
+        all.push_back({racer + "_Sides.png", s, s, Look::Opaque});
     }
     all.push_back({"Assets/Blocks/Finish_3D.png", 64, 64, Look::Opaque});
-    all.push_back({"Assets/Characters/Default.png", 64, 64, Look::Opaque});
-    all.push_back({"Assets/Characters/Default_Sides.png", 64, 64, Look::Opaque});
-    all.push_back({"Assets/Characters/Default_32.png", 32, 32, Look::Opaque});
-    all.push_back({"Assets/Characters/Default_32_Sides.png", 32, 32, Look::Opaque});
-    all.push_back({"Assets/Characters/Default_16.png", 16, 16, Look::Opaque});
-    all.push_back({"Assets/Characters/Default_16_Sides.png", 16, 16, Look::Opaque});
     all.push_back({"Assets/Characters/DefaultAnimation/Eye_32.png", 2, 4, Look::Any});
     all.push_back({"Assets/Characters/DefaultAnimation/Eye_64.png", 6, 12, Look::Any});
     all.push_back({"Assets/Icon.png", 64, 64, Look::Sprite});

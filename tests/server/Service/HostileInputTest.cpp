@@ -40,7 +40,6 @@ TEST(HostileInput, UploadsThatMustBeRefused) {
     EXPECT_EQ(server.Upload({user.id, other.session}, 2, map, ""), "POSTMAP0") << "another user's session";
     // A name full of path and markup: the stored name stays one safe file name.
     EXPECT_EQ(server.Upload(user, 2, ServerHarness::MapFile("../../etc/x", "7"), ""), "POSTMAP1");
-    EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2");
     EXPECT_EQ(server.Upload(user, 3, ServerHarness::MapFile("a:b,c?d", "8"), ""), "POSTMAP1");
     EXPECT_EQ(server.Maps(user.id), "REQUESTMAPS1Ok.map:1,....EtcX.map:2,A_bC_d.map:3");
 
@@ -79,7 +78,7 @@ TEST(HostileInput, TraversalQuotesAndBadSessions) {
               "REGISTERUNKNOWN_ERROR")
         << "';' separates the user list";
     std::string quoted = "O'Brien\"" + ServerHarness::Unique();
-    EXPECT_EQ(server.Register(quoted).id.empty(), false);
+    EXPECT_FALSE(server.Register(quoted).id.empty());
     EXPECT_EQ(server.Form("qcode=login&username=" + quoted + "&password=pw&build=106").substr(0, 6),
               "LOGIN1");
 

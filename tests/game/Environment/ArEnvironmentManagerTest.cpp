@@ -7,14 +7,6 @@
 
 using namespace renderer_test;
 
-namespace {
-
-std::string ViewName(bool threeD) {
-    return threeD ? "3d" : "2d";
-}
-
-} // namespace
-
 class RaceFrameTest : public RendererTest, public ::testing::WithParamInterface<bool> {
 protected:
     void SetUp() override {
@@ -40,6 +32,11 @@ protected:
             }
         };
         return Frame(entities, raceLayer);
+    }
+
+    // The stored picture of a frame of this view.
+    std::string Stored(const std::string& frame) const {
+        return "environment-client/" + frame + (GetParam() ? "-3d" : "-2d") + ".png";
     }
 
     bool ghost = true;
@@ -93,8 +90,7 @@ TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
         world->SetRacerFace(1, 0, 0);
         world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
     });
-    EXPECT_TRUE(MatchesStoredImage("environment-client/race-" + ViewName(GetParam()) + ".png", shot,
-                                   kTolerance, kDifferingPixels));
+    EXPECT_TRUE(MatchesStoredImage(Stored("race"), shot, kTolerance, kDifferingPixels));
     if (GetParam()) {
         return;
     }
@@ -123,8 +119,7 @@ TEST_P(RaceFrameTest, DeathGreysTheWorldButNotThePanelOrTheText) {
         world->GreyFrame();
         world->DrawText("Ouch! Press jump to try again", 480);
     });
-    EXPECT_TRUE(MatchesStoredImage("environment-client/death-" + ViewName(GetParam()) + ".png", shot,
-                                   kTolerance, kDifferingPixels));
+    EXPECT_TRUE(MatchesStoredImage(Stored("death"), shot, kTolerance, kDifferingPixels));
     EXPECT_EQ(ColouredOutsideThePanel(shot), 0);
     int coloured = 0;
     EXPECT_GT(PanelStrokes(shot, coloured).size(), 100u); // the map's name
@@ -144,8 +139,7 @@ TEST_P(RaceFrameTest, FlipTurnsTheWorldButNotThePanelAliveOrDead) {
         world->ReversePixelOrder();
         hud();
     });
-    EXPECT_TRUE(MatchesStoredImage("environment-client/flip-" + ViewName(GetParam()) + ".png", shot,
-                                   kTolerance, kDifferingPixels));
+    EXPECT_TRUE(MatchesStoredImage(Stored("flip"), shot, kTolerance, kDifferingPixels));
     int uprightColoured = 0;
     const std::vector<int> uprightStrokes = PanelStrokes(upright, uprightColoured);
     ASSERT_GT(uprightStrokes.size(), 100u);
@@ -175,8 +169,7 @@ TEST_P(RaceFrameTest, TheCountdownStandsInTheMiddleOverTheIntro) {
         world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
         world->DrawCountdown("2");
     });
-    EXPECT_TRUE(MatchesStoredImage("environment-client/countdown-" + ViewName(GetParam()) + ".png", shot,
-                                   kTolerance, kDifferingPixels));
+    EXPECT_TRUE(MatchesStoredImage(Stored("countdown"), shot, kTolerance, kDifferingPixels));
     // White strokes of the number at the centre of the screen.
     int white = 0;
     for (int y = 260; y < 380; ++y) {
@@ -192,32 +185,14 @@ INSTANTIATE_TEST_SUITE_P(Views, RaceFrameTest, ::testing::Bool(),
                              return info.param ? std::string("ThreeD") : std::string("TwoD");
                          });
 
-class EditorViewTest : public RendererTest {
-protected:
-    void Show(const std::vector<std::string>& rows) {
-        host.threeD = true;
-        host.editor = true;
-        Open();
-        BuildMap(rows);
-        world->PrepareEditorView();
-    }
-};
-
-TEST_F(EditorViewTest, EditorCameraShowsTheWholeMapWithTheCursor) {
-    Show(EverythingSmall());
-    ScreenshotImage shot = Frame([this](bool) {
-        QmCellLook look;
-        ASSERT_TRUE(world->CellLook(Block::SpeedUp, look));
-        world->DrawBlock(look.texture, look.halfSize, 4.0f, 2.0f, 0, look.flat, look.spinning, false, false,
-                         1.0f, true, ArEnvironmentManager::kOpaqueWhite);
-        world->DrawBlock(world->art.editorFlash->Texture(world->blockSize), false, 4.0f, 2.0f, 0, false,
-                         false, false, false, 1.0f, false, ArEnvironmentManager::kOpaqueWhite);
-    });
-    EXPECT_TRUE(MatchesStoredImage("environment-client/editor-3d.png", shot, kTolerance, kDifferingPixels));
-}
+using EditorViewTest = RendererTest;
 
 TEST_F(EditorViewTest, PickingImageFindsTheCellUnderThePixelAndShowsTheSnapshotMeanwhile) {
-    Show(EverythingLarge());
+    host.threeD = true;
+    host.editor = true;
+    Open();
+    BuildMap(EverythingLarge());
+    world->PrepareEditorView();
     screen->threeD = true;
     // A normal frame kept as the snapshot, then the picking frame.
     world->WorldFrame(nullptr, true, false);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(QmBlocksTest, PaletteSlotsPlaceTheirIds) {
+TEST(QmBlocksTest, PaletteSlotsPlaceTheirIdsAndTheIdRangesGiveTheNames) {
     const int d = 12; // Blank, five colours and six tileset rows
     EXPECT_EQ(QmBlocks::PaletteSlotToId(0, d), Block::Blank);
     EXPECT_EQ(QmBlocks::PaletteSlotToId(1, d), Block::Start);
@@ -17,10 +17,7 @@ TEST(QmBlocksTest, PaletteSlotsPlaceTheirIds) {
     EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 18, d), d - 1) << "the last default block";
     EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 19, d), Block::FirstDecoration);
     EXPECT_EQ(QmBlocks::PaletteSlotToId(d + 22, d), 153);
-}
 
-TEST(QmBlocksTest, NamesFollowTheIdRanges) {
-    const int d = 12;
     EXPECT_EQ(QmBlocks::PaletteSlotTooltip(1, d), "Start");
     EXPECT_EQ(QmBlocks::PaletteSlotTooltip(10, d), "Disco Confusion");
     EXPECT_EQ(QmBlocks::PaletteSlotTooltip(15, d), "Blank");

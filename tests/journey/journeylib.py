@@ -244,7 +244,6 @@ class Journey:
         return finished()
 
     def pixels(self):
-        """What the window shows now."""
         for _ in range(10):
             self.require_alive()
             dumped = subprocess.run(["xwd", "-root", "-silent"], capture_output=True)
@@ -270,7 +269,6 @@ class Journey:
         return PAGES[name](self.pixels())
 
     def wait_page(self, name, seconds=15):
-        """Waits until the window shows the page."""
         self.wait_for("the %s page" % name, lambda: self.shows(name), seconds)
 
     # ---- files ----

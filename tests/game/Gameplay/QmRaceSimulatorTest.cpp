@@ -43,8 +43,6 @@ TEST(QmRaceSimulatorTest, AFlatRunTakesTheDistanceOverTheSpeed) {
         ASSERT_EQ(large.outcome, QmSimResult::Finished) << dt;
         const double expected = (5.0 * 64.0 - 44.0) / 300.0 * 1000.0;
         EXPECT_NEAR(static_cast<double>(large.timeMs), expected, dt * 1000.0 + 1.0) << dt;
-        EXPECT_TRUE(Played(large, "Finish"));
-        EXPECT_FALSE(Played(large, "Start")) << "the press started the race";
     }
     // The small grid plays at half scale: 10 cells of 32 pixels, inset 10, at 150 px/s.
     const QmSimResult small = Race("FlatRunSmall.map", "0:2");
@@ -52,29 +50,21 @@ TEST(QmRaceSimulatorTest, AFlatRunTakesTheDistanceOverTheSpeed) {
     EXPECT_NEAR(static_cast<double>(small.timeMs), (10.0 * 32.0 - 22.0) / 150.0 * 1000.0, 17.0);
 }
 
+// (The countdown's sounds, walls, and cows that kill: the race's and the entities' own tests.)
 TEST(QmRaceSimulatorTest, WithoutInputTheRaceStartsAfterTheCountdownAndTimesOut) {
     const QmSimResult result = Race("Walled.map", "", 1.0f / 60.0f, 3.0f);
     EXPECT_EQ(result.outcome, QmSimResult::Timeout);
     EXPECT_GT(result.timeMs, 3000);
     EXPECT_LT(result.timeMs, 3000 + 17);
     EXPECT_TRUE(Played(result, "Start"));
-    EXPECT_EQ(std::count(result.sounds.begin(), result.sounds.end(), std::string("Countdown")), 2);
-    // Running into the wall and staying there.
-    const QmSimResult walled = Race("Walled.map", "0:2", 1.0f / 60.0f, 2.0f);
-    EXPECT_EQ(walled.outcome, QmSimResult::Timeout);
-    EXPECT_EQ(std::count(walled.sounds.begin(), walled.sounds.end(), std::string("Hit")), 1);
 }
 
-TEST(QmRaceSimulatorTest, FireAndCowsEndTheRun) {
+TEST(QmRaceSimulatorTest, FireEndsTheRunWhereASolidFlameCellIsOverlapped) {
     const QmSimResult burnt = Race("FireRun.map", "0:2");
     EXPECT_EQ(burnt.outcome, QmSimResult::Dead);
     // The flames begin where the racer overlaps the fire cell by two pixels: x = 4 x 64 - 64 + 2.
     EXPECT_NEAR(static_cast<double>(burnt.timeMs), 194.0 / 300.0 * 1000.0, 17.0);
     EXPECT_TRUE(Played(burnt, "Fire"));
-
-    const QmSimResult trampled = Race("CowRun.map", "0:2");
-    EXPECT_EQ(trampled.outcome, QmSimResult::Dead);
-    EXPECT_TRUE(Played(trampled, "CowHitPlayer"));
 }
 
 TEST(QmRaceSimulatorTest, AGhostReplayingARecordingReachesTheFinishWithinAFrame) {
@@ -139,7 +129,6 @@ TEST(QmRaceSimulatorTest, TheCommandLineIsCheckedAndExplained) {
     QmSimOptions ignored;
     EXPECT_TRUE(QmRaceSimulator::ParseArguments(2, args, ignored, help, error));
     EXPECT_TRUE(help);
-    EXPECT_NE(QmRaceSimulator::Usage().find("--max-seconds"), std::string::npos);
 }
 
 TEST(QmRaceSimulatorTest, MapsThatCannotBeRacedAreRefused) {

@@ -60,7 +60,6 @@ TEST(ArEntityTest, JumpRisesAbout95PixelsOnLargeCellsAndHalfThatOnSmallOnesOnlyF
             EXPECT_EQ(rig.audio.Count("Jump"), 1);
             EXPECT_FLOAT_EQ(rig.Racer().y, start) << "lands back on the floor";
             EXPECT_EQ(rig.Racer().inAir, 0);
-            EXPECT_EQ(rig.Racer().gravity, grid.gravity);
         }
     }
 }
@@ -135,7 +134,6 @@ TEST(ArEntityTest, TwoSpeedUpCellsInOneStepAreBothTaken) {
     EXPECT_EQ(rig.world.GetBlock(2, 8), Block::Blank);
     EXPECT_EQ(rig.world.GetBlock(3, 8), Block::Blank);
     EXPECT_EQ(rig.audio.Count("SpeedUp"), 2);
-    EXPECT_FLOAT_EQ(rig.Racer().speed, 600.0f);
     // A speed-up is set, not multiplied: the racer now covers 10 pixels per 60th of a second.
     const float before = rig.Racer().x;
     rig.Hold(&ArPlayer::rightHeld, 1);

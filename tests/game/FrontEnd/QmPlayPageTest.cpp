@@ -14,7 +14,8 @@ int RowY(int row) {
     return QmTourMapList::kRowsY + row * QmTourMapList::kRowHeight + 10;
 }
 
-TEST_F(PlayPageTest, TheMouseSelectsAndAClickOnTheSelectedMapStartsIt) {
+// (Back to the main menu with Escape: the journey.)
+TEST_F(PlayPageTest, TheMouseSelectsAClickOnTheSelectedMapStartsItAndTheTitleFollowsThePlayMode) {
     coordinator->SetMenuPage(2);
     QmPlayPage page;
     page.RebuildLists();
@@ -28,17 +29,10 @@ TEST_F(PlayPageTest, TheMouseSelectsAndAClickOnTheSelectedMapStartsIt) {
     EXPECT_EQ(coordinator->playMode, VaCoordinator::PlayTour);
     EXPECT_EQ(coordinator->environment->tourIndex, 0);
     EXPECT_EQ(coordinator->environment->levelIndex, 0);
-}
 
-TEST_F(PlayPageTest, BackReturnsToTheMainMenuAndTheTitleFollowsThePlayMode) {
-    coordinator->SetMenuPage(2);
-    QmPlayPage page;
-    page.RebuildLists();
     coordinator->playMode = VaCoordinator::PlayRandomRun;
     page.RefreshTitle();
     EXPECT_EQ(page.TextBoxes().rbegin()[1].text, coordinator->GetLine(167));
-    Keys(page, {VeKey::Escape});
-    EXPECT_EQ(coordinator->CurrentMenuPage(), 1);
 }
 
 } // namespace

@@ -47,7 +47,6 @@ TEST_F(QmLanguageTest, SetLanguageLoadsTheChosenLanguage) {
     EXPECT_EQ(language.Name(), "English");
     language.SetLanguage(options);
     EXPECT_EQ(language.Name(), "French");
-    EXPECT_EQ(language.FileName(), "French.lang");
     EXPECT_EQ(language.LineCount(), 4u);
     EXPECT_EQ(language.GetLine(2), "Quitter") << "line ends with or without CR";
     EXPECT_EQ(language.GetLine(3), "");

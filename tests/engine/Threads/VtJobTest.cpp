@@ -4,18 +4,19 @@
 
 #include <gtest/gtest.h>
 
-// A completion nobody waited for is dropped when the job is queued again: see the worker pool's
-// requeueing case.
-TEST(VtJobTest, EveryDoneReleasesOneWaitAndALaterWaitBlocksUntilDoneAgain) {
+// The worker pool queues a job again by moving it to Queued, which is where an unwaited completion
+// is dropped.
+TEST(VtJobTest, EveryDoneReleasesOneWaitAndAnotherStateDropsACompletionNobodyWaitedFor) {
     GatedJob job;
     job.SetState(VtJob::Done);
     job.SetState(VtJob::Done);
     job.Wait();
     job.Wait(); // two completions, two waits that return at once
 
+    job.SetState(VtJob::Done);
+    job.SetState(VtJob::Queued);
     BackgroundCall waiter([&] { job.Wait(); });
     EXPECT_FALSE(waiter.ReturnedAfterPause());
-    job.SetState(VtJob::Queued);
     job.SetState(VtJob::Running);
     EXPECT_FALSE(waiter.ReturnedAfterPause());
     job.SetState(VtJob::Done);

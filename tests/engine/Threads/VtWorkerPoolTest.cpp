@@ -126,20 +126,3 @@ TEST(VtWorkerPoolTest, QuitWinsOverQueuedWork) {
     EXPECT_EQ(first.GetState(), VtJob::Queued);
     EXPECT_EQ(second.GetState(), VtJob::Queued);
 }
-
-TEST(VtWorkerPoolTest, RequeueingDiscardsTheEarlierCompletion) {
-    VtWorkerPool pool(1);
-    GatedJob job;
-    pool.AddJob(&job);
-    ASSERT_TRUE(Eventually([&] { return job.GetState() == VtJob::Done; }));
-
-    // Nobody waited for the first run. Queued again, its Wait must belong to the second run.
-    job.open = false;
-    pool.AddJob(&job);
-    BackgroundCall waiter([&] { job.Wait(); });
-    EXPECT_FALSE(waiter.ReturnedAfterPause(30));
-    EXPECT_EQ(job.runs.load(), 1);
-    job.open = true;
-    EXPECT_TRUE(waiter.Join());
-    EXPECT_EQ(job.runs.load(), 2);
-}

@@ -54,7 +54,6 @@ TEST_F(VeTextureRendererTest, TheResolvedSceneReadsBackTopRowFirstAndShowsThroug
     glGetIntegerv(GL_MAX_SAMPLES, &maxSamples);
     VeTextureRenderer target(640, 640, 1.0f);
     EXPECT_EQ(target.samples, std::min(8, maxSamples));
-    EXPECT_EQ(VeTextureRenderer(640, 640, 0.5f).ScaledWidth(), 320);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     target.BeginScene();
     ClearWithCornerMark({0.0f, 0.0f, 1.0f, 1.0f}, {1.0f, 0.0f, 0.0f, 1.0f});

@@ -207,9 +207,6 @@ TEST_F(VeAudioManagerTest, HandlesReadEmptyOnceTheirChannelHasEnded) {
 TEST_F(VeAudioManagerTest, SpeedChangesDurationAndAveragesSkippedFrames) {
     const std::vector<int16_t> source = Ramp(4 * MixerRig::kFrames, 4);
     rig.Load("ramp", 44100, 2, source);
-    audio.Play("ramp");
-    EXPECT_EQ(SoundingFrames(rig.RenderFresh(8)), 4 * MixerRig::kFrames);
-
     VeAudioHandle fast = audio.Play("ramp", false, false, 0, 0, 0, 0, 0.8f, 500, 0, 2.0f);
     const std::vector<int16_t> played = rig.RenderFresh(8);
     EXPECT_EQ(SoundingFrames(played), 2 * MixerRig::kFrames) << "twice the speed, half the time";

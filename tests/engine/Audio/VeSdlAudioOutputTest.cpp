@@ -80,10 +80,7 @@ TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
         EXPECT_TRUE(audio.HasDevice());
         LoadTone(audio, data.path, 2205, 1000);
         const VeAudioHandle handle = audio.Play("tone");
-        EXPECT_GE(WaitForEnd(audio, handle), 0) << "channels still end on time";
-        VeAudioHandle music = audio.Play("tone", true);
-        SleepMs(100);
-        EXPECT_TRUE(audio.Stop(music)) << "and a looping one plays until stopped";
+        EXPECT_GE(WaitForEnd(audio, handle), 0) << "the stand-in device plays";
     }
     ASSERT_EQ(log.lines.size(), 1u);
     EXPECT_NE(log.lines[0].find("without sound"), std::string::npos) << log.lines[0];

@@ -94,9 +94,6 @@ TEST_F(VeWaveSoundTest, MonoFileIsWidenedToStereo) {
     auto log = std::make_unique<LogCapture>();
     std::unique_ptr<VeWaveSound> sound = VeWaveSound::Load(path, 0.64f, kSuffix, true);
     EXPECT_EQ(log->all, "Loading WAV file \"" + path + "\".. Converted to 2 channels. Loaded.\n");
-    EXPECT_EQ(sound->channels, 2);
-    EXPECT_EQ(sound->sampleRate, 22050u);
-    EXPECT_EQ(sound->dataSize, 20u);
     EXPECT_EQ(sound->Frames(), 5);
     EXPECT_EQ(sound->samples, (std::vector<int16_t>{1, 1, -2, -2, 300, 300, -32768, -32768, 32767, 32767}));
 

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """The gallery in a real browser: headless Chromium (through Selenium and chromium-driver) loads
-the page, sees every shared map with a decoded thumbnail, and follows a download link.
+the page, sees every shared map, and follows a download link. (The thumbnails the page links are
+decoded and compared with stored pictures by the server's own Gallery test.)
 Usage: browser_test.py BUILD_DIR"""
 import os
 import shutil
@@ -47,11 +48,6 @@ def main():
         shown = {item.find_element(By.CSS_SELECTOR, ".name").text: item for item in items}
         if set(shown) != set(maps):
             failures.append("page shows %s, expected %s" % (sorted(shown), sorted(maps)))
-        for name, item in shown.items():
-            image = item.find_element(By.TAG_NAME, "img")
-            size = driver.execute_script("return arguments[0].complete ? arguments[0].naturalWidth : -1", image)
-            if size != 160:
-                failures.append("%s: thumbnail not decoded (natural width %s)" % (name, size))
         link = shown["Fire & Ice"].find_element(By.CSS_SELECTOR, "a.download")
         link.click()
         target = os.path.join(downloads, "Fire_Ice.map")

@@ -5,8 +5,8 @@
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Environment/CoreEnvironmentManager/QmTextCipher.h"
 #include "Platform/VeFiles.h"
-#include "Platform/VeLog.h"
 #include "Support/HaltCapture.h"
+#include "Support/LogCapture.h"
 #include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
@@ -20,9 +20,7 @@ protected:
         world.tourLevels = {{"Level_1.map", "Level_2.map"}};
         world.mapUid = "4711815";
         CreateFolder(data.GameFolder() + "/Maps/Forest");
-        previousSink = SetLogSink([this](const std::string& text) { log += text; });
     }
-    void TearDown() override { SetLogSink(previousSink); }
 
     std::vector<std::string> PlainLines() {
         std::string bytes;
@@ -43,8 +41,7 @@ protected:
     TempUserData data;
     QmCoreEnvironmentManager world;
     QmHighscores scores{world};
-    std::string log;
-    VeLogSink previousSink;
+    LogCapture log;
 };
 } // namespace
 
@@ -63,8 +60,8 @@ TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
     ASSERT_EQ(plain.size(), 2u);
     EXPECT_EQ(plain[0], "u4711815@Ann:61234.000000;Bob:70001.000000;Cid:80000.000000;");
     EXPECT_EQ(plain[1], "0:2;812:0;1204:3");
-    EXPECT_NE(log.find("Encrypt from: u4711815@Ann:61234.000000;\n"), std::string::npos);
-    EXPECT_NE(log.find("Saving Highscore Recording: 0:2;812:0;1204:3\n"), std::string::npos);
+    EXPECT_NE(log.all.find("Encrypt from: u4711815@Ann:61234.000000;\n"), std::string::npos);
+    EXPECT_NE(log.all.find("Saving Highscore Recording: 0:2;812:0;1204:3\n"), std::string::npos);
 
     QmHighscores read(world);
     read.LoadScores();
@@ -73,7 +70,7 @@ TEST_F(ScoreFileTest, TheFileBesideTheMapListsEveryEntryAfterTheUid) {
     EXPECT_EQ(read.BestTimeText(), "61234.000000");
     EXPECT_EQ(read.StoredRecordingText(), "0:2;812:0;1204:3");
     EXPECT_FLOAT_EQ(read.Limits().bronze, 80.0f) << "the limits follow the list read";
-    EXPECT_NE(log.find("Highscore Recording loaded: 0:2;812:0;1204:3\n"), std::string::npos);
+    EXPECT_NE(log.all.find("Highscore Recording loaded: 0:2;812:0;1204:3\n"), std::string::npos);
 
     world.levelIndex = 1;
     EXPECT_EQ(scores.ScoreFileName(), "Maps/Forest/Level_2.dat");
@@ -93,9 +90,9 @@ TEST_F(ScoreFileTest, OnlyANewBestRunReplacesTheStoredRecordingAndResetsAndOther
     EXPECT_TRUE(scores.List().empty());
     EXPECT_TRUE(scores.StoredRecordingText().empty());
     EXPECT_EQ(PlainLines()[0], "u4711815@");
-    EXPECT_NE(log.find("No Highscore Recording found.\n"), std::string::npos);
+    EXPECT_NE(log.all.find("No Highscore Recording found.\n"), std::string::npos);
     scores.SaveScores(QmRecording(), false, true, "", false, 0);
-    EXPECT_NE(log.find("New Highscore File\n"), std::string::npos);
+    EXPECT_NE(log.all.find("New Highscore File\n"), std::string::npos);
     // The file's uid comes from the map: a map saved again (new uid) no longer takes it.
     scores.SaveScores(Run("0:2"), true, false, "Ann", true, 5000);
     world.mapUid = "999";
@@ -124,7 +121,8 @@ TEST_F(ScoreFileTest, AFailedSaveWarnsAndKeepsTheOldFile) {
 TEST_F(ScoreFileTest, MissingDamagedAndHostileFilesReadSafely) {
     scores.LoadScores();
     EXPECT_TRUE(scores.List().empty());
-    EXPECT_EQ(log.find("No Highscore Recording found."), std::string::npos) << "nothing read, nothing said";
+    EXPECT_EQ(log.all.find("No Highscore Recording found."), std::string::npos)
+        << "nothing read, nothing said";
 
     const std::string path = data.GameFolder() + "/Maps/Forest/Level_1.dat";
     // An entry without time (skipped), more than ten entries after it, odd separators.

@@ -146,8 +146,6 @@ TEST_F(EditorSceneTest, EveryCommandThatThrowsWorkAwayAsksFirst) {
     editorHost.Reply(true);
     Step();
     EXPECT_TRUE(world->AllBlocksAre(Block::Blank));
-    editor->ExecuteCommand(QmEditor::CmdUndo);
-    EXPECT_EQ(world->blocks, edited);
 
     // Generating a map that is not modified does not ask; saving it writes and clears the flag.
     editor->ExecuteCommand(QmEditor::CmdSave);

@@ -6,6 +6,8 @@
 #include "Support/LogCapture.h"
 #include "WorldFixture.h"
 
+#include <gmock/gmock.h>
+
 #include <filesystem>
 
 namespace {
@@ -75,7 +77,6 @@ TEST(QmCoreEnvironmentManagerRecordTest, FillRemoveStartSpawnsAndGatesWorkOnTheP
     world.FillMap(3);
     EXPECT_EQ(world.setBlocks, 100) << "every change goes through SetBlock for the cell cache";
     EXPECT_TRUE(world.AllBlocksAre(3));
-    EXPECT_EQ(world.blocks[Index(15, 15)], 7);
     EXPECT_EQ(world.blocks[Index(10, 0)], 0);
 
     world.SetBlock(2, 2, Block::Start);
@@ -109,10 +110,8 @@ TEST(QmCoreEnvironmentManagerRecordTest, ReportErrorStopsAtAnAssertionNamingTheS
     MessageBoxCapture capture;
     EXPECT_THROW(world.ReportError("Something broke"), HaltIntercepted);
     ASSERT_EQ(capture.boxes.size(), 1u);
-    EXPECT_EQ(capture.boxes[0].text.find("Assertion failed in game/Source/Environment/CoreEnvironmentManager/"
-                                         "QmCoreEnvironmentManager.cpp, line "),
-              0u)
-        << capture.boxes[0].text;
+    const std::string source = "game/Source/Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.cpp";
+    EXPECT_THAT(capture.boxes[0].text, ::testing::StartsWith("Assertion failed in " + source + ", line "));
     EXPECT_EQ(log.all, "Something broke\n");
 }
 
@@ -232,7 +231,7 @@ TEST_F(WorldTest, RacerAndEnemiesFollowLoadsAndWritesOutsideStartUp) {
 }
 
 TEST_F(WorldTest, AMapClaimingAnotherTourIsReportedInATourThatDoesNotCollect) {
-    AddTour("Strict", "Strict", {}, false, true, false);
+    AddTour("Strict", "Strict", {}, false, false);
     WritePlain("Maps/Strict/Stray.map", MapLines("Stray", "someone-else"));
     WritePlain("Maps/Strict/Own.map", MapLines("Own", "uidStrict"));
     world.tourLevels[0] = {"Stray.map", "Own.map"};
@@ -423,7 +422,7 @@ TEST_F(WorldTest, SavingATourRetagsItsMapsAndRenamesItsFolder) {
 
 TEST_F(WorldTest, ScanCollectsCopiedMapsDeletesOrphanScoresAndRenamesFiles) {
     AddTour("Forest", "Forest", {"Level.map"});
-    AddTour("Strict", "Strict", {"Own.map"}, false, true, false);
+    AddTour("Strict", "Strict", {"Own.map"}, false, false);
     world.tourFolders.push_back("Gone"); // listed, but no folder under the game folder
     world.tours.emplace_back();
     world.tourLevels.emplace_back();

@@ -147,11 +147,10 @@ protected:
 
     // A tour on disk and in the lists, as the scan would leave it.
     int AddTour(const std::string& folder, const std::string& name, const Lines& mapFiles,
-                bool official = false, bool editable = true, bool collectsFiles = true) {
+                bool official = false, bool collectsFiles = true) {
         TourRecord record;
         record.official = official;
         record.name = name;
-        record.editable = editable;
         record.collectsFiles = collectsFiles;
         record.uid = "uid" + folder;
         world.tours.push_back(record);

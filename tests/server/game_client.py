@@ -6,9 +6,9 @@ import socket
 BOUNDARY = "---------------------------3845763985746298765429562495"
 
 
-def raw(port, data, timeout=10.0, host="127.0.0.1"):
+def raw(port, data, timeout=10.0):
     """Sends the bytes and reads until the service closes the connection."""
-    with socket.create_connection((host, port), timeout=timeout) as s:
+    with socket.create_connection(("127.0.0.1", port), timeout=timeout) as s:
         s.sendall(data)
         chunks = []
         while True:
@@ -42,17 +42,17 @@ def account(answer, word):
     return tuple(answer[len(word) + 2:].split("_", 1))  # after the word, its 1 and one flag
 
 
-def register(port, name, password="pw", email=None):
+def register(port, name, email=None):
     email = email or name + "@example.org"
-    return account(form(port, "qcode=register&username=%s&password=%s&email=%s&build=106"
-                        % (name, password, email)), "REGISTER")
+    return account(form(port, "qcode=register&username=%s&password=pw&email=%s&build=106" % (name, email)),
+                   "REGISTER")
 
 
-def login(port, name, password="pw"):
-    return account(form(port, "qcode=login&username=%s&password=%s&build=106" % (name, password)), "LOGIN")
+def login(port, name):
+    return account(form(port, "qcode=login&username=%s&password=pw&build=106" % name), "LOGIN")
 
 
-def upload(port, user, slot, map_bytes, dat_bytes=b"", timeout=10.0):
+def upload(port, user, slot, map_bytes, timeout=10.0):
     uid, session = user
     fields = {"blocksize": "64", "editable": "1", "locked": "0", "map": "0,", "mapno": str(slot),
               "name": "map", "qcode": "postmap", "s": session, "timems": "1", "user_id": uid}
@@ -60,7 +60,7 @@ def upload(port, user, slot, map_bytes, dat_bytes=b"", timeout=10.0):
     for name in sorted(fields):
         body += ("%s\r\nContent-Disposition: form-data; name=\"%s\"\r\n\r\n%s\r\n"
                  % (BOUNDARY, name, fields[name])).encode()
-    for name, data in (("dat_file", dat_bytes), ("map_file", map_bytes)):
+    for name, data in (("dat_file", b""), ("map_file", map_bytes)):
         body += ("%s\r\nContent-Disposition: form-data; name=\"%s\"; filename=\"%s\"\r\n"
                  "Content-Type: application/octet-stream\r\n\r\n" % (BOUNDARY, name, name + ".bin")).encode()
         body += data + b"\r\n\r\n"

@@ -14,12 +14,12 @@ def free_port():
 
 
 class Server:
-    def __init__(self, binary, data, port=None, database=None, assets=None, log=None):
+    def __init__(self, binary, data, database=None, assets=None, log=None):
         """log: a file for the service's output (by default it is dropped, and shown if it fails
         to start)."""
         self.binary = binary
         self.data = data
-        self.port = port or free_port()
+        self.port = free_port()
         self.database = database
         self.assets = assets
         self.log = log

@@ -1,9 +1,7 @@
 #include "Network/QmNetworkManager.h"
-#include "Network/NeSocket.h"
 #include "Network/QmMapDownloads.h"
 #include "Network/QmServiceRequest.h"
 #include "Platform/VeFiles.h"
-#include "Platform/VeLog.h"
 #include "Platform/VeTime.h"
 #include "Support/LoopbackService.h"
 #include "Support/TempUserData.h"
@@ -23,18 +21,12 @@
 namespace {
 using M = QmNetworkManager;
 
-sockaddr_in Loopback(uint16_t port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 // A socket listening on a free loopback port: connections wait in its backlog until accepted.
 int Listening(uint16_t& port) {
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in local = Loopback(0);
+    sockaddr_in local{};
+    local.sin_family = AF_INET;
+    local.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof local;
     bind(listener, reinterpret_cast<sockaddr*>(&local), length);
     listen(listener, 8);
@@ -99,11 +91,9 @@ public:
         return error ? 0 : size;
     }
     bool Reachable() const {
-        const int probe = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in target = Loopback(port);
-        const bool ok = connect(probe, reinterpret_cast<sockaddr*>(&target), sizeof target) == 0;
+        const int probe = LoopbackService::Connect(port);
         close(probe);
-        return ok;
+        return probe >= 0;
     }
 
 private:

@@ -169,11 +169,8 @@ public:
         eyeDY = dy;
         bodyFrames.push_back(frame);
     }
-    const uint32_t* FireImage(int, int blockSize) override {
-        return fire.empty() || static_cast<int>(std::sqrt(static_cast<double>(fire.size()))) != blockSize
-                   ? nullptr
-                   : fire.data();
-    }
+    // The test's flame image (a whole cell of pixels) for every fire cell.
+    const uint32_t* FireImage(int, int) override { return fire.empty() ? nullptr : fire.data(); }
 
     struct Drawn {
         EntityKind kind;
@@ -210,10 +207,6 @@ public:
         for (int i = 0; i < count; ++i) {
             Frame(dt);
         }
-    }
-    // A fresh race drawn by another drawer than the fake.
-    void DrawWith(QmRaceDrawer& other) {
-        race = std::make_unique<QmClientGameplayManager>(world, audio, host, controls, other);
     }
     // Starts the countdown, with right held from the first frame on when asked.
     void Start(bool holdRight = false) {

@@ -14,7 +14,8 @@ TEST(QmOverlayRaceDrawerTest, ARaceFrameShowsTheMapTheRacerAndTheCow) {
     RaceRig rig(rows);
     VeSurface overlay(640, 640);
     QmOverlayRaceDrawer drawer(overlay, rig.world);
-    rig.DrawWith(drawer);
+    rig.race =
+        std::make_unique<QmClientGameplayManager>(rig.world, rig.audio, rig.host, rig.controls, drawer);
     rig.Start();
     rig.Frame();
 

@@ -64,7 +64,6 @@ TEST(QmCoreEnvironmentManagerRecordTest, PassabilityFollowsBlocksGatesAndTheOute
     EXPECT_EQ(PassableRow(world, 0, true), "###.#......###########") << "asked with gatesClosed";
 
     world.SetBlockSize(32);
-    EXPECT_EQ(world.mapSize, 20);
     EXPECT_EQ(PassableRow(world, 0), "###..................#");
 }
 

@@ -23,15 +23,6 @@ std::string FileText() {
 }
 } // namespace
 
-TEST(QmOptionsTest, MissingFileLeavesTheDefaults) {
-    TempUserData data;
-    QmOptions options;
-    options.Set("Music", "0");
-    options.LoadOptions();
-    EXPECT_EQ(options.Values(), Defaults()) << "loading starts from the defaults";
-    EXPECT_FALSE(FileExists(QmOptions::FilePath()));
-}
-
 TEST(QmOptionsTest, SavedOptionsLoadBackWithNameAndPasswordEnciphered) {
     TempUserData data;
     QmOptions options;
@@ -73,11 +64,16 @@ TEST(QmOptionsTest, SavedOptionsLoadBackWithNameAndPasswordEnciphered) {
     EXPECT_EQ(loaded.Get("ShadowsEnabled"), "1");
 }
 
-TEST(QmOptionsTest, ShortOrOddFilesKeepDefaultsForWhatIsMissing) {
+TEST(QmOptionsTest, MissingShortOrOddFilesKeepDefaultsForWhatIsMissing) {
     TempUserData data;
+    QmOptions options;
+    options.Set("Music", "0");
+    options.LoadOptions();
+    EXPECT_EQ(options.Values(), Defaults()) << "loading a missing file starts from the defaults";
+    EXPECT_FALSE(FileExists(QmOptions::FilePath()));
+
     CreateFolder(data.GameFolder());
     WriteFileAtomic(QmOptions::FilePath(), "French\n1\n0\n");
-    QmOptions options;
     options.LoadOptions();
     std::map<std::string, std::string> expected = Defaults();
     expected["Language"] = "French";

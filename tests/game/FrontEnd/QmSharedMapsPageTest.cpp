@@ -51,14 +51,11 @@ protected:
     // maps, and the play page's map offered for slot 2: the page asks before it uploads, and Yes.
     void UploadPlayPageMap(const std::string& name) {
         OnPlayersList(name);
-        EXPECT_EQ(page().GetState(), QmSharedMapsPage::Players);
         EXPECT_TRUE(Shows(162)) << "the title of the players' list";
         Presses(menu(), {VeKey::Down, VeKey::Return});
         ASSERT_TRUE(Settled());
-        EXPECT_EQ(page().GetState(), QmSharedMapsPage::OwnMaps);
         Presses(menu(), {VeKey::Up, VeKey::Return});
-        EXPECT_EQ(page().GetState(), QmSharedMapsPage::UploadSlot);
-        EXPECT_TRUE(Shows(175));
+        EXPECT_TRUE(Shows(175)) << "the title of the slots";
         Presses(menu(), {VeKey::Down, VeKey::Return});
         ASSERT_TRUE(dialog().Visible()) << "the page asks before uploading";
         Press(VeKey::Return);

@@ -59,7 +59,6 @@ TEST_F(MenuPagesTest, APendingNoticeShowsOnceAndTheDialogsAnswersCarryItsAction)
     EXPECT_FALSE(Dialog().Visible());
 
     Dialog().Show(QmNoticeDialog::kTwoButtons, true, 0, "DELETE", "DELETE IT?", "");
-    EXPECT_EQ(Dialog().Row().SelectedLabel(), Line(QmNoticeDialog::kYesLine));
     Presses(Pages(), {VeKey::Left, VeKey::Return});
     EXPECT_TRUE(Dialog().AnsweredLine(QmNoticeDialog::kNoLine));
     EXPECT_EQ(Dialog().Action(), "DELETE");

@@ -4,9 +4,7 @@
 #include "Audio/VeAudioManager.h"
 #include "Audio/VeManualAudioOutput.h"
 #include "Platform/VeFiles.h"
-#include "Platform/VeTime.h"
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -47,18 +45,6 @@ inline std::vector<int16_t> Constant(int frames, int16_t value) {
     return std::vector<int16_t>(static_cast<size_t>(frames) * 2, value);
 }
 
-// Drives time by hand for the duration of a test.
-class DrivenClock {
-public:
-    explicit DrivenClock(int64_t start) : now(start) {
-        SetTimeSource([this] { return now.load(); });
-    }
-    ~DrivenClock() { SetTimeSource(nullptr); }
-    DrivenClock(const DrivenClock&) = delete;
-    DrivenClock& operator=(const DrivenClock&) = delete;
-    std::atomic<int64_t> now;
-};
-
 class MixerRig {
 public:
     // Buffers between a refill and the moment the speaker plays it.
@@ -74,11 +60,11 @@ public:
         audio->SetListenerUp(0.0f, 1.0f, 0.0f);
     }
 
-    void Load(const std::string& name, uint32_t rate, uint16_t channels, const std::vector<int16_t>& samples,
-              float volume = 1.0f) {
+    void Load(const std::string& name, uint32_t rate, uint16_t channels,
+              const std::vector<int16_t>& samples) {
         const std::string path = folder + "/" + name + ".wav";
         WriteFileAtomic(path, WaveBytes(rate, channels, samples));
-        audio->LoadWave(name, path, volume);
+        audio->LoadWave(name, path, 1.0f);
     }
 
     // Plays count buffers; returns what the speaker got, interleaved.
@@ -101,16 +87,6 @@ public:
     VeManualAudioOutput* output = nullptr;
     std::unique_ptr<VeAudioManager> audio;
 };
-
-// Frames (not samples) from the first whose left or right side is not zero; -1 when silent.
-inline int FirstSound(const std::vector<int16_t>& samples) {
-    for (size_t i = 0; i < samples.size(); ++i) {
-        if (samples[i] != 0) {
-            return static_cast<int>(i / 2);
-        }
-    }
-    return -1;
-}
 
 // Frames with any sound.
 inline int SoundingFrames(const std::vector<int16_t>& samples) {

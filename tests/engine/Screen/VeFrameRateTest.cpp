@@ -10,9 +10,6 @@ TEST(VeFrameRateTest, AveragesTheFramesOfEachHalfSecondWhateverTheClockDoes) {
     for (int frame = 0; frame < 60; ++frame) {
         now += 9;
         rate.Count(1.0f / 60.0f, now);
-        if (now - 1000 <= 500) {
-            EXPECT_EQ(rate.frames, frame + 1) << "nothing is measured until more than 500 ms have passed";
-        }
     }
     EXPECT_EQ(rate.fps, 60);
     EXPECT_EQ(rate.lastTime, 1000 + 56 * 9) << "the 56th frame is the first after 500 ms";
@@ -34,5 +31,4 @@ TEST(VeFrameRateTest, AveragesTheFramesOfEachHalfSecondWhateverTheClockDoes) {
     EXPECT_EQ(rate.frames, 1) << "a negative difference never counts as elapsed";
     rate.Count(-1.0f, 200);
     EXPECT_EQ(rate.frames, 2);
-    EXPECT_EQ(VeFrameRate::RateOf(0.5f), 2);
 }

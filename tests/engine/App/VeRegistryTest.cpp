@@ -18,8 +18,6 @@ TEST(VeRegistryTest, ReadingAnUnknownKeyEntersItEmpty) {
     registry.SetString("VE_WINDOW_ICON", "Assets/Icon.png");
     EXPECT_EQ(registry.GetInt("VE_USE_SCREEN"), 1);
     EXPECT_EQ(registry.GetString("VE_WINDOW_ICON"), "Assets/Icon.png");
-    registry.SetString("VE_WINDOW_ICON", "");
-    EXPECT_EQ(registry.GetString("VE_WINDOW_ICON"), "");
 }
 
 TEST(VeRegistryTest, OnlyExactlyOneIsOn) {

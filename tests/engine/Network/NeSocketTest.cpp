@@ -7,15 +7,6 @@
 #include <memory>
 #include <string>
 
-namespace {
-// Feeds text into a socket's stream buffer and reads one packet back.
-struct Reader {
-    NeSocket socket{NeSocket::Tcp, 80};
-    void Feed(const std::string& text) { socket.AppendReceived(0, text.data(), text.size()); }
-    std::unique_ptr<NePacket> Next() { return std::unique_ptr<NePacket>(socket.ReadPacket(0)); }
-};
-} // namespace
-
 TEST(NeSocketTest, FramesMatchHandComputedBytes) {
     EXPECT_EQ(NeSocket::WireText(2, 1, "abc"), std::string("NP2.1:3 abc\x87"));
     EXPECT_EQ(NeSocket::WireText(1, 3, "GET / HTTP/1.1\r\n"), "GET / HTTP/1.1\r\n"); // headerless: as it is
@@ -53,42 +44,44 @@ TEST(NeSocketTest, ScramblingShiftsFillsAndSwaps) {
 }
 
 TEST(NeSocketTest, ReadsJoinedSplitAndBoundedPackets) {
-    Reader reader;
+    NeSocket socket(NeSocket::Tcp, 80);
+    auto feed = [&socket](const std::string& text) { socket.AppendReceived(0, text.data(), text.size()); };
+    auto next = [&socket] { return std::unique_ptr<NePacket>(socket.ReadPacket(0)); };
     // Two packets in one read come out one after the other.
-    reader.Feed(NeSocket::WireText(2, 1, "one") + NeSocket::WireText(2, 4, "two"));
-    EXPECT_EQ(reader.Next()->GetPayload(), "one");
-    const auto second = reader.Next();
+    feed(NeSocket::WireText(2, 1, "one") + NeSocket::WireText(2, 4, "two"));
+    EXPECT_EQ(next()->GetPayload(), "one");
+    const auto second = next();
     EXPECT_EQ(second->GetType(), NePacket::Data);
     EXPECT_EQ(second->GetPayload(), "two");
-    EXPECT_EQ(reader.Next()->GetType(), NePacket::None);
+    EXPECT_EQ(next()->GetType(), NePacket::None);
 
     // A packet split across reads waits for its terminator.
     const std::string frame = NeSocket::WireText(2, 3, "split packet");
-    reader.Feed(frame.substr(0, 6));
-    EXPECT_EQ(reader.Next()->GetType(), NePacket::None);
-    reader.Feed(frame.substr(6));
-    EXPECT_EQ(reader.Next()->GetPayload(), "split packet");
+    feed(frame.substr(0, 6));
+    EXPECT_EQ(next()->GetType(), NePacket::None);
+    feed(frame.substr(6));
+    EXPECT_EQ(next()->GetPayload(), "split packet");
 
     // The declared length cuts a longer payload; a larger one yields what is there.
-    reader.Feed("NP2.1:3 abcdef\x87NP2.1:99 xy\x87");
-    EXPECT_EQ(reader.Next()->GetPayload(), "abc");
-    EXPECT_EQ(reader.Next()->GetPayload(), "xy");
+    feed("NP2.1:3 abcdef\x87NP2.1:99 xy\x87");
+    EXPECT_EQ(next()->GetPayload(), "abc");
+    EXPECT_EQ(next()->GetPayload(), "xy");
 
     // Headerless text ends at its marker; what follows stays for the next packet.
-    reader.Feed("HTTP/1.1 200 OK\r\n\r\n[HP]VERSION107[HP&]rest");
-    const auto answer = reader.Next();
+    feed("HTTP/1.1 200 OK\r\n\r\n[HP]VERSION107[HP&]rest");
+    const auto answer = next();
     EXPECT_EQ(answer->GetType(), NePacket::Headerless);
     EXPECT_EQ(answer->GetPayload(), "HTTP/1.1 200 OK\r\n\r\n[HP]VERSION107");
-    reader.Feed("[HP&]");
-    EXPECT_EQ(reader.Next()->GetPayload(), "rest");
+    feed("[HP&]");
+    EXPECT_EQ(next()->GetPayload(), "rest");
 
     // An answer that never ends is dropped at the bound, and so is the rest of it.
     const std::string chunk(1000, 'x');
     for (size_t sent = 0; sent <= NeSocket::kBufferLimit; sent += chunk.size()) {
-        reader.Feed(chunk);
+        feed(chunk);
     }
-    EXPECT_TRUE(reader.socket.TakeOverflow());
-    EXPECT_FALSE(reader.socket.TakeOverflow());
-    reader.Feed("[HP]late[HP&]");
-    EXPECT_EQ(reader.Next()->GetType(), NePacket::None);
+    EXPECT_TRUE(socket.TakeOverflow());
+    EXPECT_FALSE(socket.TakeOverflow());
+    feed("[HP]late[HP&]");
+    EXPECT_EQ(next()->GetType(), NePacket::None);
 }

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -51,15 +52,6 @@ class VePNGFileTest : public ::testing::Test {
 protected:
     std::string Path(const std::string& name) const { return temp.path + "/" + name; }
 
-    std::vector<uint32_t> LoadPixels(const PngContent& content) {
-        WritePng(Path("image.png"), content);
-        VePNGFile file;
-        file.Load(Path("image.png"));
-        EXPECT_EQ(file.width, content.width);
-        EXPECT_EQ(file.height, content.height);
-        return file.pixels;
-    }
-
     TempUserData temp;
 };
 
@@ -96,7 +88,11 @@ TEST_F(VePNGFileTest, EveryColourTypeAndDepthLoadsAsRgbTopRowFirst) {
          {0xFF00FF, 0x12569A}},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(LoadPixels(c.content), c.expected) << c.what;
+        WritePng(Path("image.png"), c.content);
+        VePNGFile file;
+        file.Load(Path("image.png"));
+        EXPECT_EQ(std::pair(file.width, file.height), std::pair(c.content.width, c.content.height)) << c.what;
+        EXPECT_EQ(file.pixels, c.expected) << c.what;
     }
 }
 

@@ -288,8 +288,6 @@ TEST(VeAudioManagerDeviceTest, ShutdownTakesBackEveryQueuedBuffer) {
     VeManualAudioOutput* output = made.get();
     VeAudioManager audio("", false, std::move(made));
     EXPECT_EQ(output->QueuedBuffers(), 4);
-    output->PlayNext();
-    EXPECT_EQ(output->QueuedBuffers(), 4) << "a played buffer is queued again at once";
     audio.Shutdown();
     EXPECT_EQ(output->QueuedBuffers(), 0);
     EXPECT_FALSE(output->PlayNext());

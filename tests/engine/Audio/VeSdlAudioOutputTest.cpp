@@ -10,16 +10,16 @@
 #include <gtest/gtest.h>
 
 namespace {
-// Waits (in real time) until the channel has ended; returns the milliseconds it took, or -1.
-int64_t WaitForEnd(VeAudioManager& audio, const VeAudioHandle& handle) {
+// Waits (in real time, three seconds at most) until the channel has ended.
+bool Ended(VeAudioManager& audio, const VeAudioHandle& handle) {
     const int64_t start = GetTimeMs();
     while (audio.IsPlaying(handle)) {
         if (GetTimeMs() - start > 3000) {
-            return -1;
+            return false;
         }
         SleepMs(2);
     }
-    return GetTimeMs() - start;
+    return true;
 }
 
 void LoadTone(VeAudioManager& audio, const std::string& folder, int frames, int16_t value) {
@@ -28,18 +28,6 @@ void LoadTone(VeAudioManager& audio, const std::string& folder, int frames, int1
     audio.LoadWave("tone", path, 1.0f);
 }
 } // namespace
-
-TEST(VeSdlAudioOutputTest, DummyDriverPlaysInRealTime) {
-    ScopedEnv driver("SDL_AUDIODRIVER", "dummy");
-    TempUserData data;
-    VeAudioManager audio("", false);
-    ASSERT_TRUE(audio.HasDevice());
-    LoadTone(audio, data.path, 8820, 1000); // 200 ms
-    const VeAudioHandle handle = audio.Play("tone");
-    const int64_t took = WaitForEnd(audio, handle);
-    EXPECT_GE(took, 150) << "a 200 ms sound lasts about 200 ms";
-    EXPECT_LE(took, 1500);
-}
 
 TEST(VeSdlAudioOutputTest, DiskDriverRecordsExactlyWhatWasMixed) {
     TempUserData data;
@@ -51,7 +39,7 @@ TEST(VeSdlAudioOutputTest, DiskDriverRecordsExactlyWhatWasMixed) {
         ASSERT_TRUE(audio.HasDevice());
         LoadTone(audio, data.path, 3000, 12345);
         const VeAudioHandle handle = audio.Play("tone");
-        EXPECT_GE(WaitForEnd(audio, handle), 0);
+        EXPECT_TRUE(Ended(audio, handle));
         SleepMs(150); // the queued buffers reach the file
     }
     std::string bytes;
@@ -80,7 +68,7 @@ TEST(VeSdlAudioOutputTest, UnavailableDriverFallsBackToSilence) {
         EXPECT_TRUE(audio.HasDevice());
         LoadTone(audio, data.path, 2205, 1000);
         const VeAudioHandle handle = audio.Play("tone");
-        EXPECT_GE(WaitForEnd(audio, handle), 0) << "the stand-in device plays";
+        EXPECT_TRUE(Ended(audio, handle)) << "the stand-in device plays";
     }
     ASSERT_EQ(log.lines.size(), 1u);
     EXPECT_NE(log.lines[0].find("without sound"), std::string::npos) << log.lines[0];

@@ -4,7 +4,7 @@
 //
 // Map characters: '.' Blank, '#' a default block (id 2), '1' the default block with id 1,
 // 'S' Start, 'F' Finish, 'C' an Enemy (cow) cell, 'f' Fire, 'U' Speed Up, 'J' Jump Impulse,
-// 'K' Red Gate Key, 'G' Red Gate, 'V' Flip Vision, 'D' Disco Confusion, 'd' a decoration.
+// 'K' Red Gate Key, 'G' Red Gate, 'V' Flip Vision, 'D' Disco Confusion.
 // Ten rows make a 64-pixel map, twenty rows a 32-pixel map.
 #include "Environment/CoreEnvironmentManager/QmCoreEnvironmentManager.h"
 #include "Gameplay/QmClientGameplayManager.h"
@@ -28,7 +28,7 @@ inline BlockId CellId(char c) {
     if (special != std::string::npos) {
         return Block::DiscoConfusion + static_cast<BlockId>(special);
     }
-    return c == '#' ? 2 : c == '1' ? 1 : c == 'd' ? Block::FirstDecoration : Block::Blank;
+    return c == '#' ? 2 : c == '1' ? 1 : Block::Blank;
 }
 
 // A 10 x 10 map with a solid bottom row: `above` are the rows just over the floor, the rest is air.
@@ -37,26 +37,6 @@ inline std::vector<std::string> OnFloor(const std::vector<std::string>& above) {
     rows.insert(rows.end(), above.begin(), above.end());
     rows.emplace_back(10, '#');
     return rows;
-}
-
-// Fills the world from rows (row 0 on top) and notes the Start cell, as loading a map does.
-inline void BuildMap(QmCoreEnvironmentManager& world, const std::vector<std::string>& rows,
-                     const std::string& name = "Test") {
-    world.ClearMap();
-    world.SetBlockSize(rows.size() > 10 ? 32 : 64);
-    world.mapName = name;
-    world.mapUid = "1234";
-    world.gatesOpen = false;
-    for (size_t r = 0; r < rows.size(); ++r) {
-        for (size_t c = 0; c < rows[r].size(); ++c) {
-            const BlockId id = CellId(rows[r][c]);
-            world.SetBlock(static_cast<int>(c), static_cast<int>(r), id);
-            if (id == Block::Start) {
-                world.startX = static_cast<float>(c);
-                world.startY = static_cast<float>(r);
-            }
-        }
-    }
 }
 
 // Makes the platform clock a number the test moves.
@@ -191,7 +171,20 @@ public:
 class RaceRig {
 public:
     explicit RaceRig(const std::vector<std::string>& rows, const std::string& name = "Test") {
-        BuildMap(world, rows, name);
+        // The world filled from the rows (row 0 on top), the Start cell noted as loading a map does.
+        world.SetBlockSize(rows.size() > 10 ? 32 : 64);
+        world.mapName = name;
+        world.mapUid = "1234";
+        for (size_t r = 0; r < rows.size(); ++r) {
+            for (size_t c = 0; c < rows[r].size(); ++c) {
+                const BlockId id = CellId(rows[r][c]);
+                world.SetBlock(static_cast<int>(c), static_cast<int>(r), id);
+                if (id == Block::Start) {
+                    world.startX = static_cast<float>(c);
+                    world.startY = static_cast<float>(r);
+                }
+            }
+        }
         race = std::make_unique<QmClientGameplayManager>(world, audio, host, controls, drawer);
     }
 

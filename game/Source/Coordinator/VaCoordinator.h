@@ -45,6 +45,7 @@ class QmLanguage;
 class QmOptions;
 class QmRaceAudio;
 class QmRaceControls;
+class QmWorldArt;
 class VaApp;
 class VeImage;
 class VeTextStyle;
@@ -233,7 +234,8 @@ private:
     void LoadCharacterImages();
     // A first start puts the shipped tours into the game folder (a step of its own before the world).
     void SeedTours();
-    void CreateWorld();
+    // The world with its art, decoded beforehand when given.
+    void CreateWorld(std::unique_ptr<QmWorldArt> art = nullptr);
     // Sets up the listener and loads the pages' sounds; the race's sounds wait in startupWork and
     // the musics are read on its worker (the menu's starts once there when "Music" is on).
     void StartAudio();

@@ -5,6 +5,7 @@
 #include "Screen/VeScreen.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -51,8 +52,9 @@ std::vector<std::string> WrapWords(const std::string& text, size_t perLine) {
 } // namespace
 
 ArEnvironmentManager::ArEnvironmentManager(VeScreen& screenToDrawOn, QmWorldViewHost& viewHost,
-                                           QmWorldFrontEndLink* frontEndLink)
-    : QmClientEnvironmentManager(screenToDrawOn, viewHost, frontEndLink) {
+                                           QmWorldFrontEndLink* frontEndLink,
+                                           std::unique_ptr<QmWorldArt> decodedArt)
+    : QmClientEnvironmentManager(screenToDrawOn, viewHost, frontEndLink, std::move(decodedArt)) {
     const char* badgeFiles[4] = {"Assets/Badges/Gold.png", "Assets/Badges/Silver.png",
                                  "Assets/Badges/Bronze.png", "Assets/Badges/Badge.png"};
     for (size_t i = 0; i < badges.size(); ++i) {

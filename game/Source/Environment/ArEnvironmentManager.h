@@ -24,7 +24,8 @@ public:
     static constexpr int kHudX = 8;
     static constexpr int kHudY = 8;
 
-    ArEnvironmentManager(VeScreen& screen, QmWorldViewHost& host, QmWorldFrontEndLink* frontEnd = nullptr);
+    ArEnvironmentManager(VeScreen& screen, QmWorldViewHost& host, QmWorldFrontEndLink* frontEnd = nullptr,
+                         std::unique_ptr<QmWorldArt> decodedArt = nullptr);
     ~ArEnvironmentManager() override;
 
     // ---- QmRaceDrawer ----

@@ -319,7 +319,9 @@ TEST_F(VaCoordinatorWindowTest, AQuickStartShowsTheIntroFirstAndMakesTheWorldAFe
     EXPECT_NE(app->screen->overlay.GetXY(320, 600), 0u); // the intro is drawn without the world
     EXPECT_EQ(coordinator->environment, nullptr);
     EXPECT_EQ(app->screen->basicShader, nullptr) << "nor any shader";
-    for (int frame = 0; frame < 4; ++frame) { // the screen's shaders, one a frame, the tours, the world
+    // The screen's shaders, one a frame, the tours, the first two mipmapped textures, the art, the
+    // world.
+    for (int frame = 0; frame < 7; ++frame) {
         app->Frame();
     }
     EXPECT_NE(app->screen->basicShader, nullptr);

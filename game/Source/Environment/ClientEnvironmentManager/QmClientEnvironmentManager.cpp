@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -21,6 +22,19 @@ constexpr float kFullTurn = 6.2831855f;
 constexpr float kSpinSpeed = 3.0f;
 // The colours of the coloured blocks 1 to 5, which a confused backdrop takes on.
 constexpr std::array<uint32_t, 5> kBlockColours = {0xE99209, 0x1678D6, 0x1ADE0C, 0xE6D514, 0xE1120C};
+
+// The stages of PrepareGraphics in order, the art's texture groups after the shaders. On the
+// software renderer each takes at most some 70 ms, the scene renderer's multisampled target most.
+enum GraphicsStage : int {
+    kShaderStage,
+    kFirstArtStage,
+    kFireStage = kFirstArtStage + QmWorldArt::kTextureGroups,
+    kShadowStage,
+    kSceneStage,
+    kBackdropStage,
+    kStageCount
+};
+static_assert(kStageCount == QmClientEnvironmentManager::kGraphicsStages);
 
 // Slot of a registered image for a size: 64, 32, 16.
 int SizeSlot(int size) {
@@ -44,7 +58,8 @@ uint32_t Multiply(uint32_t pixel, uint32_t tint) {
 } // namespace
 
 QmClientEnvironmentManager::QmClientEnvironmentManager(VeScreen& screenToDrawOn, QmWorldViewHost& viewHost,
-                                                       QmWorldFrontEndLink* frontEndLink)
+                                                       QmWorldFrontEndLink* frontEndLink,
+                                                       std::unique_ptr<QmWorldArt> decodedArt)
     : screen(screenToDrawOn), host(viewHost) {
     SetFrontEndLink(frontEndLink);
     if (frontEndLink != nullptr) {
@@ -60,7 +75,7 @@ QmClientEnvironmentManager::QmClientEnvironmentManager(VeScreen& screenToDrawOn,
     InitWorld();
     shadowBias = QmWorldSpace::ShadowBias();
     glAvailable = screen.glEnabled;
-    LoadArt();
+    LoadArt(std::move(decodedArt));
     staticLayer.Create(screen.width, screen.height);
     DrawBackgrounds();
     staticLayerStale = true;
@@ -73,26 +88,55 @@ QmClientEnvironmentManager::QmClientEnvironmentManager(VeScreen& screenToDrawOn,
 
 QmClientEnvironmentManager::~QmClientEnvironmentManager() = default;
 
-void QmClientEnvironmentManager::LoadArt() {
-    art.LoadBackgrounds();
-    art.LoadBlocks();
+void QmClientEnvironmentManager::LoadArt(std::unique_ptr<QmWorldArt> decodedArt) {
+    if (decodedArt) {
+        art = std::move(*decodedArt);
+    } else {
+        art.Load();
+    }
     fireFrames.DrawAll();
 }
 
 void QmClientEnvironmentManager::PrepareGraphics() {
-    if (GraphicsPrepared()) {
-        return;
+    while (PrepareGraphicsStep()) {
     }
-    graphicsPrepared = true;
-    shaders = std::make_unique<QmBlockShaders>();
-    art.MakeTextures();
-    fireFrames.MakeTextures();
-    shadowMap = std::make_unique<VeShadowMapTarget>();
-    shadowMap->Create(screen.width, screen.height);
-    mapShadows = std::make_unique<VeShadowMapTarget>();
-    mapShadows->Create(screen.width, screen.height);
-    sceneRenderer = std::make_unique<VeTextureRenderer>(screen.width, screen.height, 1.0f);
-    backdrop = std::make_unique<QmBackdrop>();
+}
+
+bool QmClientEnvironmentManager::PrepareGraphicsStep() {
+    if (GraphicsPrepared()) {
+        return false;
+    }
+    const int stage = graphicsStage++;
+    switch (stage) {
+    case kShaderStage:
+        shaders = std::make_unique<QmBlockShaders>();
+        break;
+    case kFireStage:
+        fireFrames.MakeTextures();
+        break;
+    case kShadowStage:
+        shadowMap = std::make_unique<VeShadowMapTarget>();
+        shadowMap->Create(screen.width, screen.height);
+        mapShadows = std::make_unique<VeShadowMapTarget>();
+        mapShadows->Create(screen.width, screen.height);
+        break;
+    case kSceneStage:
+        sceneRenderer = std::make_unique<VeTextureRenderer>(screen.width, screen.height, 1.0f);
+        break;
+    case kBackdropStage:
+        backdrop = std::make_unique<QmBackdrop>();
+        break;
+    default:
+        art.MakeTextures(stage - kFirstArtStage);
+        break;
+    }
+    return !GraphicsPrepared();
+}
+
+void QmClientEnvironmentManager::WarmUpMipmaps(int size) {
+    VeSurface surface(size, size);
+    surface.Fill(0);
+    const VeTexture texture(&surface, VeFilterNearestMipmapNearest);
 }
 
 // ---- Virtual operations ----

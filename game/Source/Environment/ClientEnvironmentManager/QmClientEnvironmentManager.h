@@ -67,18 +67,30 @@ public:
     static constexpr int kDefaultNameLine = 9;
     static constexpr int kDefaultTourLine = 117;
 
+    // The stages of PrepareGraphics: the block shaders, the art's textures group by group, the
+    // fire's textures, the shadow targets, the scene renderer, the backdrop.
+    static constexpr int kGraphicsStages = QmWorldArt::kTextureGroups + 5;
+
     // Takes the default names from the language, runs InitWorld (the first map of the first tour),
-    // loads the art and makes the static layer. The OpenGL side (shaders, textures, the off-screen
-    // targets) waits for PrepareGraphics.
+    // takes the art (decoded beforehand when given, else loaded here) and makes the static layer.
+    // The OpenGL side (shaders, textures, the off-screen targets) waits for PrepareGraphics.
     QmClientEnvironmentManager(VeScreen& screen, QmWorldViewHost& host,
-                               QmWorldFrontEndLink* frontEnd = nullptr);
+                               QmWorldFrontEndLink* frontEnd = nullptr,
+                               std::unique_ptr<QmWorldArt> decodedArt = nullptr);
     ~QmClientEnvironmentManager() override;
 
-    // Makes the block shaders, the art's textures and the off-screen targets, once. The first world
-    // pass does it when nothing did before; the game does it early, after its first frame, so
-    // that the first world frame does not wait for it.
+    // Makes the block shaders, the art's textures and the off-screen targets, once: every stage not
+    // made yet. The first world pass does it when nothing did before; the game makes the stages
+    // early, one a frame after its first (PrepareGraphicsStep), so that no frame waits long.
     void PrepareGraphics();
-    bool GraphicsPrepared() const { return graphicsPrepared || !glAvailable; }
+    // Makes the next stage; true while stages remain.
+    bool PrepareGraphicsStep();
+    bool GraphicsPrepared() const { return graphicsStage >= kGraphicsStages || !glAvailable; }
+    // The software renderer spends tens of milliseconds on the first mipmapped texture it makes,
+    // and again on the first with more than one level to generate. Making and dropping one of
+    // size x size pixels, 2 and then 4 each in a frame of its own before the world is made, keeps
+    // that cost out of the frames that make the world's own textures. Needs OpenGL.
+    static void WarmUpMipmaps(int size);
 
     // ---- Virtual operations ----
     void SaveMap(bool asNew) override;
@@ -201,7 +213,7 @@ private:
         BlockId id;
     };
 
-    void LoadArt();
+    void LoadArt(std::unique_ptr<QmWorldArt> decodedArt);
     void DrawWorld2D();
     void DrawWorld3D();
     void RebuildStaticLayer();
@@ -223,7 +235,7 @@ private:
     const VeSurface* Tinted(const VeSurface& background);
 
     bool glAvailable = false;
-    bool graphicsPrepared = false;
+    int graphicsStage = 0;
     bool threeDFrame = false;
     bool shadowPass = false;
     bool shadowsThisFrame = false;

@@ -16,6 +16,11 @@ void TileGrid(const VeSurface& sheet, int size, int& columns, int& rows) {
 
 } // namespace
 
+void QmWorldArt::Load() {
+    LoadBackgrounds();
+    LoadBlocks();
+}
+
 void QmWorldArt::LoadBackgrounds() {
     background64 = std::make_unique<VeImage>("Assets/Background_64.png");
     background32 = std::make_unique<VeImage>("Assets/Background_32.png");
@@ -94,17 +99,21 @@ void QmWorldArt::LoadDecorations() {
     }
 }
 
-void QmWorldArt::MakeTextures() {
-    for (QmBlockArt* record :
-         {finish.get(), fire.get(), racer.get(), jump.get(), speed.get(), flip.get(), key.get(), disco.get(),
-          redGate.get(), border.get(), editor.get(), editorFlash.get()}) {
-        record->MakeTextures();
-    }
-    for (QmBlockArt* record : defaultBlocks) {
-        record->MakeTextures();
-    }
-    for (const auto& record : decorations) {
-        record->MakeTextures();
+void QmWorldArt::MakeTextures(int group) {
+    if (group == 0) {
+        for (QmBlockArt* record :
+             {finish.get(), fire.get(), racer.get(), jump.get(), speed.get(), flip.get(), key.get(),
+              disco.get(), redGate.get(), border.get(), editor.get(), editorFlash.get()}) {
+            record->MakeTextures();
+        }
+    } else if (group == 1) {
+        for (QmBlockArt* record : defaultBlocks) {
+            record->MakeTextures();
+        }
+    } else if (group == 2) {
+        for (const auto& record : decorations) {
+            record->MakeTextures();
+        }
     }
 }
 

@@ -14,16 +14,19 @@
 #include <memory>
 #include <vector>
 
+// Loading decodes images only (no OpenGL), so the art may be loaded apart from the renderer that
+// draws it and handed over whole; the textures are made later, group by group.
 class QmWorldArt {
 public:
     static constexpr int kTilesetFaces = 6;
+    // The specials, the default blocks, the decorations.
+    static constexpr int kTextureGroups = 3;
 
-    // The three backgrounds; the first thing the renderer loads.
-    void LoadBackgrounds();
-    // Everything after the block shader, in order.
-    void LoadBlocks();
-    // Makes every record's textures (needs an OpenGL context).
-    void MakeTextures();
+    // Everything, in order: the backgrounds, the blocks and specials, the tileset, the decorations.
+    void Load();
+    // Makes the textures of every record of a group, 0 to kTextureGroups - 1 (needs an OpenGL
+    // context).
+    void MakeTextures(int group);
 
     // The background for a block size: 32 and 16 have their own, any other size uses the 64 one.
     const VeSurface& Background(int blockSize) const;
@@ -61,6 +64,8 @@ public:
     std::vector<std::unique_ptr<QmBlockArt>> decorations;
 
 private:
+    void LoadBackgrounds();
+    void LoadBlocks();
     void LoadTileset();
     void LoadDecorations();
 };

@@ -31,6 +31,33 @@ INSTANTIATE_TEST_SUITE_P(Views, EveryBlockTest, ::testing::Combine(::testing::Bo
                                     (std::get<1>(info.param) ? "Large" : "Small");
                          });
 
+// The world as the game makes it at start-up: the art decoded beforehand and handed over, the
+// OpenGL side made a stage at a time, and drawn before the last stages, which the first pass makes.
+TEST_F(RendererTest, AWorldMadeInStepsDrawsAsOneMadeAtOnce) {
+    host.threeD = true;
+    Open();
+    world.reset();
+    SeedRand(1234); // the same flames
+    auto art = std::make_unique<QmWorldArt>();
+    art->Load();
+    world = std::make_unique<ArEnvironmentManager>(*screen, host, nullptr, std::move(art));
+    for (size_t i = 0; i < 3; ++i) {
+        world->RegisterRacerImages(64 >> i, images[3 * i].get(), images[3 * i + 1].get());
+        world->RegisterCowImage(64 >> i, images[3 * i + 2].get());
+    }
+    for (int stage = 0; stage < 3; ++stage) {
+        EXPECT_TRUE(world->PrepareGraphicsStep());
+    }
+    EXPECT_FALSE(world->GraphicsPrepared());
+    BuildMap(EverythingSmall());
+    world->cameraZoom = 0.0f;
+    Frame();
+    EXPECT_TRUE(world->GraphicsPrepared());
+    EXPECT_FALSE(world->PrepareGraphicsStep());
+    EXPECT_TRUE(MatchesStoredImage("environment-client/every-block-3d-small.png", Frame(), kTolerance,
+                                   kDifferingPixels));
+}
+
 // ---- The cell cache ----
 
 class CellCacheTest : public RendererTest {

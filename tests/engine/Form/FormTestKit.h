@@ -45,12 +45,6 @@ public:
         }
         Frame(element);
     }
-    // A key tapped while the modifier is held.
-    void TapWith(VeFormElement& element, int modifier, int key) {
-        devices.keys[modifier] = 1;
-        Tap(element, {key});
-        devices.keys[modifier] = 0;
-    }
     void MoveMouse(int x, int y) {
         devices.mouseX = x;
         devices.mouseY = y;

@@ -29,17 +29,15 @@ protected:
     }
     void TearDown() override { VeClipboard::SetSource(nullptr); }
 
-    // Each key tapped in turn, with the modifier held when one is given (0: none).
+    // Each key tapped in turn, with the modifier held throughout when one is given (0: none).
     void Type(std::initializer_list<int> keys, int modifier = 0) {
+        rig.devices.keys[modifier] = modifier != 0; // scancode 0 is no key
         for (int key : keys) {
-            if (modifier == 0) {
-                rig.Tap(*field, {key});
-            } else {
-                rig.TapWith(*field, modifier, key);
-            }
+            rig.Tap(*field, {key});
         }
+        rig.devices.keys[modifier] = 0;
     }
-    void Ctrl(int key) { rig.TapWith(*field, VeKey::RightCtrl, key); }
+    void Ctrl(int key) { Type({key}, VeKey::RightCtrl); }
     void Paste(const std::string& clipboard) {
         VeClipboard::SetSource([clipboard] { return clipboard; });
         Ctrl(VeKey::V);

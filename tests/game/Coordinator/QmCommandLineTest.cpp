@@ -91,6 +91,8 @@ TEST(QmCommandLineTest, RefusesWhatItCannotRunWithAMessage) {
         {{"--fixed-dt", "nan"}, "--fixed-dt needs a number of seconds above 0 and at most 1, not 'nan'"},
         {{"--fixed-dt", "2"}, "--fixed-dt needs a number of seconds above 0 and at most 1, not '2'"},
         {{"--software=1"}, "--software takes no value"},
+        {{"--service", "ftp://host"}, "--service needs an address of the form http[s]://HOST[:PORT]"},
+        {{"--service=http://"}, "--service needs an address of the form http[s]://HOST[:PORT]"},
     };
     for (const Case& test : cases) {
         QmCommandLine line;

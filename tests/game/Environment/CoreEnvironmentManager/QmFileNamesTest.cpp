@@ -6,7 +6,6 @@
 
 TEST(QmFileNamesTest, CamelCasesTypedNames) {
     EXPECT_EQ(QmFileNames::CamelCase("my cool map"), "MyCoolMap");
-    EXPECT_EQ(QmFileNames::CamelCase("level"), "Level");
     EXPECT_EQ(QmFileNames::CamelCase("LEVEL ONE"), "LevelOne");
     EXPECT_EQ(QmFileNames::CamelCase("  two   blanks "), "TwoBlanks");
     EXPECT_EQ(QmFileNames::CamelCase("x2 y-3"), "X2Y-3");

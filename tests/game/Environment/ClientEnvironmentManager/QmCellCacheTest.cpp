@@ -13,6 +13,7 @@ TEST(QmCellCacheTest, CellsAndTheBorderRingHaveTheirOwnPlaces) {
                 EXPECT_TRUE(used.insert(QmCellCache::Index(x, y, mapSize, mapSize)).second);
             }
         }
+        // The ring of the 10 x 10 area: on a large map its column and row 10 must not meet cells 10.
         for (int column = -1; column <= 10; ++column) {
             for (int row = -1; row <= 10; ++row) {
                 if (column >= 0 && column <= 9 && row >= 0 && row <= 9) {
@@ -25,8 +26,5 @@ TEST(QmCellCacheTest, CellsAndTheBorderRingHaveTheirOwnPlaces) {
             }
         }
     }
-    EXPECT_EQ(QmCellCache::Index(10, 3, 10, 20), 21 * 22 + 4)
-        << "column 10 of the ring uses 21 on a large map";
-    EXPECT_EQ(QmCellCache::Index(10, 3, 10, 10), 11 * 22 + 4);
     EXPECT_EQ(QmCellCache::Index(-2, 0, 10, 10), -1);
 }

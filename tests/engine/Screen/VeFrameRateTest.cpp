@@ -18,7 +18,7 @@ TEST(VeFrameRateTest, AveragesTheFramesOfEachHalfSecondWhateverTheClockDoes) {
     VeFrameRate mixed;
     mixed.Restart(0.1f, 0);
     mixed.Count(1.0f / 30.0f, 200);
-    mixed.Count(1.0f / 60.0f, 400);
+    mixed.Count(1.0f / 60.0f, 500);
     EXPECT_EQ(mixed.fps, 10) << "exactly 500 ms is not yet more than 500";
     mixed.Count(1.0f / 90.0f, 501);
     EXPECT_EQ(mixed.fps, 60) << "(30 + 60 + 90) / 3";

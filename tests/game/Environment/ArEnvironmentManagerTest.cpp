@@ -210,10 +210,8 @@ protected:
         host.race = true;
         host.racer.exists = true;
         Open();
-        std::vector<std::string> rows(10, "..........");
-        for (int row = 5; row < 10; ++row) {
-            rows[static_cast<size_t>(row)] = "mnopqrstuv";
-        }
+        std::vector<std::string> rows(5, "..........");
+        rows.resize(10, "mnopqrstuv");
         BuildMap(rows);
         Frame(); // the static layer is rebuilt
     }

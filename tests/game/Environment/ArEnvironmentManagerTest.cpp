@@ -85,11 +85,12 @@ int ColouredOutsideThePanel(const ScreenshotImage& shot) {
 } // namespace
 
 TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
-    RaceFrame(nullptr);
-    ScreenshotImage shot = RaceFrame([this] {
+    const auto layer = [this] {
         world->SetRacerFace(1, 0, 0);
         world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
-    });
+    };
+    RaceFrame(nullptr);
+    ScreenshotImage shot = RaceFrame(layer);
     EXPECT_TRUE(MatchesStoredImage(Stored("race"), shot, kTolerance, kDifferingPixels));
     if (GetParam()) {
         return;
@@ -102,10 +103,7 @@ TEST_P(RaceFrameTest, RacerCowAndGhostWithTheHeadUpPanel) {
     EXPECT_EQ(shot.At(415, 425), 0xF4A0B4u);
     EXPECT_EQ(shot.At(585, 75), 0xFE0800u);
     ghost = false;
-    const ScreenshotImage bare = RaceFrame([this] {
-        world->SetRacerFace(1, 0, 0);
-        world->DrawHud(world->mapName, QmRaceDrawer::GoldBadge);
-    });
+    const ScreenshotImage bare = RaceFrame(layer);
     for (int shift : {0, 8, 16}) {
         const int expected = (Channel(bare.At(92, 282), shift) * 7 + 255 * 3) / 10;
         EXPECT_NEAR(Channel(shot.At(92, 282), shift), expected, 3) << "channel at bit " << shift;

@@ -1,9 +1,12 @@
 // The shipped maps as a player meets them: each one its own layout, every tour rising in
 // difficulty, cows that never decide a well-played run, and names written one way (the tile set the
-// later tours wear is checked on the shipped maps).
+// later tours wear is checked on the shipped maps); and the shipped files are what these sources give.
+#include "LevelBuilder.h"
 #include "LevelMeasures.h"
 #include "LevelSource.h"
+#include "ShippedTourFiles.h"
 #include "Support/LogCapture.h"
+#include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
 
@@ -102,4 +105,20 @@ TEST_F(MapDesign, NamesCapitaliseEveryWord) {
             EXPECT_TRUE(titled(map.name)) << map.name;
         }
     }
+}
+
+TEST_F(MapDesign, TheShippedFilesAreWhatTheSourcesGive) {
+    TempUserData scratch;
+    const std::string out = scratch.path + "/Maps";
+    std::vector<std::string> missing;
+    std::string error;
+    ASSERT_TRUE(LevelBuilder::Write(tours, out, missing, error)) << error;
+    EXPECT_TRUE(missing.empty());
+    const auto made = shipped_tours::Snapshot(out);
+    const auto shipped = shipped_tours::Snapshot(shipped_tours::kShipped);
+    for (const auto& [file, bytes] : shipped) {
+        EXPECT_TRUE(made.count(file) && made.at(file) == bytes)
+            << file << " differs from its source: run gen-levels";
+    }
+    EXPECT_EQ(made.size(), shipped.size()) << "the sources make files that are not shipped: run gen-levels";
 }

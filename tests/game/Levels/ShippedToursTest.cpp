@@ -1,12 +1,9 @@
 // The tours beside the program: their files as the game reads them, the unlocking they start
 // with, the blocks they use, and a reference run for every map that the race plays to the finish.
 #include "Gameplay/QmRaceSimulator.h"
-#include "LevelBuilder.h"
-#include "LevelSource.h"
 #include "Platform/VeFiles.h"
 #include "ShippedTourFiles.h"
 #include "Support/LogCapture.h"
-#include "Support/TempUserData.h"
 
 #include <gtest/gtest.h>
 
@@ -120,23 +117,4 @@ TEST_F(ShippedTours, UseEveryBlockAtBothSizesAndTheLaterToursDressEveryMap) {
     for (BlockId id = 1; id <= 255; ++id) {
         EXPECT_EQ(used.count(id) > 0, hasArt(id)) << "block " << id << " (" << QmBlocks::Name(id) << ")";
     }
-}
-
-TEST_F(ShippedTours, AreWhatTheSourcesGive) {
-    std::vector<LevelTour> tours;
-    std::string error;
-    ASSERT_TRUE(LevelSource::ReadTours(std::string(QM_SOURCE_DIR) + "/tools/levels/tours", tours, error))
-        << error;
-    TempUserData scratch;
-    const std::string out = scratch.path + "/Maps";
-    std::vector<std::string> missing;
-    ASSERT_TRUE(LevelBuilder::Write(tours, out, missing, error)) << error;
-    EXPECT_TRUE(missing.empty());
-    const auto made = Snapshot(out);
-    const auto shipped = Snapshot(kShipped);
-    for (const auto& [file, bytes] : shipped) {
-        EXPECT_TRUE(made.count(file) && made.at(file) == bytes)
-            << file << " differs from its source: run gen-levels";
-    }
-    EXPECT_EQ(made.size(), shipped.size()) << "the sources make files that are not shipped: run gen-levels";
 }

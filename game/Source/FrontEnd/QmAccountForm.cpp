@@ -120,7 +120,6 @@ QmAccountForm::Answer QmAccountForm::TakeAnswer(QmNetworkManager* network, int r
     const std::vector<QmNotice> notices = network->TakeNotices();
     const int32_t result = network->TakeLoginResult();
     const int32_t message = network->TakeRegisterMessage();
-    network->TakePageRequest();
     if (result == 2 && network->IsLoggedIn()) {
         SetStatus(0, kErrorColour);
         return Answer::LoggedIn;

@@ -485,7 +485,6 @@ void QmNetworkManager::HandleLogin(const QmServiceAnswer& answer, const std::str
     userName = name;
     loggedIn = true;
     loginResult = 2;
-    pageRequest = 7;
 }
 
 void QmNetworkManager::HandleAnswer(const std::string& message) {
@@ -515,7 +514,6 @@ void QmNetworkManager::HandleAnswer(const std::string& message) {
         break;
     case QmServiceAnswer::Word::Register:
         if (answer.outcome == Outcome::TooOld) {
-            pageRequest = 4;
             updateRequired = true;
         } else if (answer.outcome != Outcome::Failed) {
             HandleLogin(answer, pendingName);
@@ -658,9 +656,6 @@ int32_t QmNetworkManager::TakeRegisterMessage() {
     return std::exchange(registerMessage, 0);
 }
 
-int32_t QmNetworkManager::TakePageRequest() {
-    return std::exchange(pageRequest, 0);
-}
 
 std::vector<QmNotice> QmNetworkManager::TakeNotices() {
     std::vector<QmNotice> taken;

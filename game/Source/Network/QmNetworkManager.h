@@ -101,8 +101,6 @@ public:
     int32_t TakeLoginResult();
     // The language line of the last registration answer's error word, 0 for none; taken once.
     int32_t TakeRegisterMessage();
-    // The menu page the answers ask for (7 shared maps, 4 login), 0 for none; taken once.
-    int32_t TakePageRequest();
     std::vector<QmNotice> TakeNotices();
     const std::vector<QmSharedUser>& GetUsers() const { return users; }
     const std::vector<QmSharedMap>& GetMaps() const { return maps; }
@@ -164,7 +162,6 @@ private:
     bool updateRequired = false;
     int32_t loginResult = 0;
     int32_t registerMessage = 0;
-    int32_t pageRequest = 0;
     std::vector<QmNotice> notices;
     std::vector<QmSharedUser> users;
     std::vector<QmSharedMap> maps;

@@ -46,12 +46,8 @@ TEST(QmFireAnimationCellTest, FlamesAreRedWithAnOrangeCoreStandingOnTheBottomEdg
         VeSurface surface(size, size);
         QmFireAnimation::DrawFlames(surface, size);
         std::set<uint32_t> colours(surface.Pixels(), surface.Pixels() + surface.pixelCount);
-        EXPECT_TRUE(colours.count(QmFireAnimation::kFlame)) << size;
-        EXPECT_TRUE(colours.count(QmFireAnimation::kCore)) << size;
-        for (uint32_t colour : colours) {
-            EXPECT_TRUE(colour == kColourKey || colour == QmFireAnimation::kFlame ||
-                        colour == QmFireAnimation::kCore);
-        }
+        EXPECT_EQ(colours, (std::set<uint32_t>{kColourKey, QmFireAnimation::kFlame, QmFireAnimation::kCore}))
+            << size;
         // Every column that burns reaches the bottom row, and the top row stays clear of the core.
         for (int x = 0; x < size; ++x) {
             bool burns = false;

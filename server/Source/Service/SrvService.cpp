@@ -354,8 +354,8 @@ std::string SrvService::MapUserList() {
     bool first = true;
     for (const SrvUserEntry& user : store->MapUsers()) {
         bool recent = user.lastUploadMs >= now - kRecentMs;
-        text += (first ? "" : ";") + std::to_string(user.id) + "," + user.name + "," +
-                std::to_string(user.mapCount) + "," + (recent ? "1" : "0");
+        text.append(first ? "" : ";").append(std::to_string(user.id)).append(",").append(user.name);
+        text.append(",").append(std::to_string(user.mapCount)).append(recent ? ",1" : ",0");
         expiry = recent ? std::min(expiry, user.lastUploadMs + kRecentMs + 1) : expiry;
         first = false;
     }

@@ -64,7 +64,8 @@ SrvSqlRows SrvSqlite::Query(const std::string& sql, const std::vector<SrvSqlValu
     sqlite3_stmt* statement = Prepare(sql);
     StatementReset reset{statement};
     for (size_t i = 0; i < params.size(); ++i) {
-        int index = sqlite3_bind_parameter_index(statement, ("$" + std::to_string(i + 1)).c_str());
+        const std::string name = std::string("$").append(std::to_string(i + 1));
+        int index = sqlite3_bind_parameter_index(statement, name.c_str());
         if (index == 0) {
             continue; // the statement does not use this value
         }

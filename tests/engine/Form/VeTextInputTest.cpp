@@ -44,8 +44,9 @@ protected:
     }
     // The content with "|" at the caret.
     std::string State() const {
-        std::string state = field->Content();
-        return state.insert(static_cast<size_t>(field->caret), "|");
+        const std::string content = field->Content();
+        const size_t caret = static_cast<size_t>(field->caret);
+        return content.substr(0, caret) + '|' + content.substr(caret);
     }
     // Draws the input on a grey surface at the rig's current time.
     VeSurface Drawn() {

@@ -18,7 +18,7 @@ std::string Describe(const QmCommandLine& line) {
          << ", fps " << line.fps << ", play " << line.playTour << " " << line.playMap << ", edit "
          << line.editTour << " " << line.editMap << ", view "
          << (line.threeD ? (*line.threeD ? "3d" : "2d") : "-") << ", autoplay "
-         << (line.autoplay ? "'" + line.autoplay->ToText() + "'" : "-");
+         << (line.autoplay ? std::string("'").append(line.autoplay->ToText()).append("'") : "-");
     return text.str();
 }
 } // namespace

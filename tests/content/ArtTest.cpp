@@ -64,7 +64,10 @@ std::vector<Expected> FixedImages() {
               std::pair{"Background", Look::Opaque}, std::pair{"Characters/Cow/Cow", Look::Sprite}}) {
             all.push_back({Sized(std::string("Assets/") + stem, s), s, s, look});
         }
-        const std::string racer = "Assets/Characters/Default" + (s == 64 ? "" : "_" + std::to_string(s));
+        std::string racer = "Assets/Characters/Default";
+        if (s != 64) {
+            racer.append("_").append(std::to_string(s));
+        }
         all.push_back({racer + ".png", s, s, Look::Opaque});
         all.push_back({racer + "_Sides.png", s, s, Look::Opaque});
     }

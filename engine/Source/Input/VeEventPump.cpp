@@ -50,6 +50,13 @@ void VeEventPump::Pump(uint8_t (&down)[kKeyCount]) {
                 input->mousePendingPressed[kMouseWheelUp] = 1;
             }
             break;
+        case VeInputEvent::KeyPressed:
+            // A key pressed and let go between two frames is not down when the keyboard is read:
+            // its press still counts for the next frame.
+            if (event.value >= 0 && event.value < kKeyCount) {
+                input->pendingPressed[event.value] = 1;
+            }
+            break;
         case VeInputEvent::Quit:
             quitRequested = true;
             break;

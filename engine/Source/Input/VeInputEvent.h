@@ -11,6 +11,7 @@ struct VeInputEvent {
         MouseEntered,    // the pointer came into the window
         MouseLeft,       // the pointer left the window
         WindowResized,   // the window's size or mode changed
+        KeyPressed,      // value: the key (VeKey) went down; a held key's repeats are not events
     };
 
     Kind kind = Quit;

@@ -54,6 +54,13 @@ void VeSdlInputSource::PollEvents(std::vector<VeInputEvent>& events) {
             out.kind = VeInputEvent::Wheel;
             out.value = event.wheel.direction == int{SDL_MOUSEWHEEL_FLIPPED} ? -event.wheel.y : event.wheel.y;
             break;
+        case SDL_KEYDOWN:
+            if (event.key.repeat != 0) {
+                continue;
+            }
+            out.kind = VeInputEvent::KeyPressed;
+            out.value = static_cast<int>(event.key.keysym.scancode);
+            break;
         case SDL_QUIT:
             out.kind = VeInputEvent::Quit;
             break;

@@ -136,12 +136,19 @@ TEST_F(VeInputTest, BlockRepeatsSilencesHeldKeysUntilPressedAgain) {
     EXPECT_EQ(PressedAt(VeKey::Right, {3100, 3401}), std::vector<int64_t>({3100, 3401}));
 }
 
-TEST_F(VeInputTest, InjectedPressesAppearAtTheNextUpdateOnly) {
+TEST_F(VeInputTest, InjectedPressesAndTapsBetweenFramesAppearAtTheNextUpdateOnly) {
     input->pendingPressed[VeKey::F8] = 1;
     EXPECT_FALSE(input->pressed[VeKey::F8]);
     EXPECT_TRUE(FramePressed(VeKey::F8));
     EXPECT_FALSE(FramePressed(VeKey::F8));
     EXPECT_FALSE(input->held[VeKey::F8]);
+
+    // Up pressed and let go between two reads of the keyboard: only its event tells.
+    devices.queue.push_back({VeInputEvent::KeyPressed, now, VeKey::Up});
+    devices.queue.push_back({VeInputEvent::KeyPressed, now, kKeyCount});
+    EXPECT_TRUE(FramePressed(VeKey::Up));
+    EXPECT_FALSE(input->held[VeKey::Up]);
+    EXPECT_FALSE(FramePressed(VeKey::Up));
 }
 
 TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndMovesOnlyWhenItsPlaceChanges) {

@@ -34,8 +34,20 @@ TEST_F(VeSdlInputTest, EventsFromTheSystemQueueReachTheState) {
     input->ClearPressed();
 
     Push(SDL_MOUSEWHEEL, 0, -1);
+    // A key's press whose release came before the frame read the keyboard (a pushed event leaves
+    // the keyboard's state alone); a held key's repeat is no press.
+    for (const auto& [scancode, repeat] : {std::pair{SDL_SCANCODE_UP, 0}, std::pair{SDL_SCANCODE_DOWN, 1}}) {
+        SDL_Event key{};
+        key.type = SDL_KEYDOWN;
+        key.key.keysym.scancode = scancode;
+        key.key.repeat = static_cast<Uint8>(repeat);
+        ASSERT_EQ(SDL_PushEvent(&key), 1);
+    }
     input->Update();
     EXPECT_TRUE(input->mousePressed[kMouseWheelDown]);
+    EXPECT_TRUE(input->pressed[VeKey::Up]);
+    EXPECT_FALSE(input->pressed[VeKey::Down]);
+    EXPECT_FALSE(input->held[VeKey::Up]);
     input->ClearPressed();
 
     std::vector<VeInputEvent::Kind> heard;

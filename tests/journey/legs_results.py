@@ -82,7 +82,7 @@ def race_turn(j, player):
     j.keys("space")
     over = lambda: j.shows("party results")
     for _ in range(3):
-        if j.race(over, 15):
+        if j.race(over, 16):
             break
         j.keys("r", settle=1.2)  # stuck: the turn starts over and waits for its player again
         if j.shows("waiting"):

@@ -34,7 +34,7 @@ def leg_tutorial(j):
     j.shot("05-race")
     unlocked = lambda: not j.second_map_locked()
     for attempt in range(3):
-        if j.race(unlocked, 12):
+        if j.race(unlocked, 16):
             break
         j.keys("r")  # start over
     j.wait_for("the next map to unlock", unlocked, 5)

@@ -64,6 +64,7 @@ void VeInput::Update() {
         if (pendingPressed[key] != 0) {
             pressed[key] = 1;
             pendingPressed[key] = 0;
+            pressedBeforeDown[key] = held[key] == 0 ? 1 : 0;
         }
     }
     for (int button = 0; button < kMouseEntryCount; ++button) {
@@ -87,7 +88,9 @@ void VeInput::UpdateKeys(const uint8_t (&down)[kKeyCount]) {
             if (held[key] == 0) {
                 held[key] = 1;
                 stamp[key] = now;
-                pressed[key] = 1;
+                if (pressedBeforeDown[key] == 0) {
+                    pressed[key] = 1;
+                }
                 repeatBlocked[key] = 0;
             } else if (repeatBlocked[key] == 0 && stamp[key] > 0) {
                 const int64_t threshold = repeating[key] != 0 ? repeatInterval : repeatDelay;
@@ -102,6 +105,7 @@ void VeInput::UpdateKeys(const uint8_t (&down)[kKeyCount]) {
             repeating[key] = 0;
             stamp[key] = 0;
         }
+        pressedBeforeDown[key] = 0;
     }
     anyKeyDown = any;
 }
@@ -113,6 +117,7 @@ void VeInput::Reset() {
     mouseMovePending = false;
     std::memset(held, 0, sizeof(held));
     std::memset(pendingPressed, 0, sizeof(pendingPressed));
+    std::memset(pressedBeforeDown, 0, sizeof(pressedBeforeDown));
     std::memset(repeating, 0, sizeof(repeating));
     std::memset(stamp, 0, sizeof(stamp));
     std::memset(mouseDown, 0, sizeof(mouseDown));

@@ -76,6 +76,10 @@ public:
 private:
     void UpdateKeys(const uint8_t (&down)[kKeyCount]);
 
+    // A press counted from its event before the keyboard's state showed the key down: the state's
+    // rise at the next frame is the same press, not a second one.
+    uint8_t pressedBeforeDown[kKeyCount] = {};
+
     std::unique_ptr<GamePad> ownedPad;
     bool followsScreen = false;
 };

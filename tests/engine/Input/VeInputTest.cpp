@@ -149,6 +149,17 @@ TEST_F(VeInputTest, InjectedPressesAndTapsBetweenFramesAppearAtTheNextUpdateOnly
     EXPECT_TRUE(FramePressed(VeKey::Up));
     EXPECT_FALSE(input->held[VeKey::Up]);
     EXPECT_FALSE(FramePressed(VeKey::Up));
+
+    // Its event came after the read: the state's rise at the next frame is the same press.
+    devices.queue.push_back({VeInputEvent::KeyPressed, now, VeKey::Up});
+    EXPECT_TRUE(FramePressed(VeKey::Up));
+    devices.keys[VeKey::Up] = 1;
+    EXPECT_FALSE(FramePressed(VeKey::Up));
+    EXPECT_TRUE(input->held[VeKey::Up]);
+    devices.keys[VeKey::Up] = 0;
+    EXPECT_FALSE(FramePressed(VeKey::Up));
+    devices.keys[VeKey::Up] = 1;
+    EXPECT_TRUE(FramePressed(VeKey::Up));
 }
 
 TEST_F(VeInputTest, MouseMapsIntoTheLogicalScreenAndMovesOnlyWhenItsPlaceChanges) {

@@ -6,6 +6,7 @@
 #include "Controls/QmControls.h"
 #include "Editor/QmEditorHost.h"
 #include "Form/VeTextInput.h"
+#include "FrontEnd/Options/QmLanguage.h"
 #include "Input/VeInput.h"
 #include "engine/Input/FakeInputSource.h"
 #include "game/Environment/ClientEnvironmentManager/RendererTestSupport.h"
@@ -19,7 +20,8 @@ using namespace renderer_test;
 namespace {
 class FakeEditorHost : public QmEditorHost {
 public:
-    std::string EditorLine(int number) override { return "LINE " + std::to_string(number); }
+    FakeEditorHost() { language.Load("English"); }
+    std::string EditorLine(int number) override { return language.GetLine(number); }
     void EditorSound(const std::string& name, float) override { sounds.push_back(name); }
     void MapListsChanged() override { ++listsChanged; }
     void PlayFromEditor() override {}
@@ -42,6 +44,7 @@ public:
         confirmed = yes;
     }
 
+    QmLanguage language;
     std::vector<std::string> sounds;
     int listsChanged = 0;
     int leaves = 0;
@@ -298,7 +301,7 @@ TEST_P(EditorPictureTest, TheCheckedRouteIsShownWhileTheMapStaysAsChecked) {
     const ScreenshotImage shown = Step();
     ASSERT_NE(editor->CheckReport(), nullptr);
     ASSERT_EQ(editor->CheckReport()->outcome, QmPlayabilityCheck::Outcome::Finishable);
-    EXPECT_EQ(editor->StatusText().rfind("LINE 198 ", 0), 0u) << editor->StatusText();
+    EXPECT_EQ(editor->StatusText().rfind("FINISHABLE IN ABOUT ", 0), 0u) << editor->StatusText();
     // Between the Start (left) and the Finish (right, high up) the picture changed along the way
     // (below the cursor's row and above the animated fire).
     std::vector<std::pair<int, int>> route;

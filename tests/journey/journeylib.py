@@ -235,7 +235,7 @@ class Journey:
         deadline = time.time() + seconds
         if self.hop_right(finished, deadline - seconds / 2):
             return True
-        time.sleep(0.8)
+        time.sleep(1.5)  # longer than the highest jump: it has landed, and finished if it was going to
         if finished():
             return True
         self.keys("Left", hold=0.25, pause=0, settle=0)  # a quarter block to two back

@@ -206,10 +206,11 @@ class Journey:
         if leads_to:
             self.wait_page(leads_to, within)
 
-    def keys(self, *names, hold=0.18, pause=0.22, settle=0.2, leads_to=None, within=15):
-        """Presses in one xdotool run, each held long enough for a slow frame to see it: a press
-        whose down and up come from separate runs can be lost by a slow frame or stretched into a
-        key repeat (the name entry's starts at 0.3 s) on a busy machine. Then, given leads_to, the
+    def keys(self, *names, hold=0.1, pause=0.22, settle=0.2, leads_to=None, within=15):
+        """Presses in one xdotool run (a down and an up from separate runs could be far apart on a
+        busy machine). The game counts a press from its event even when no frame saw the key down,
+        so a tenth of a second down is enough, and it leaves a wide margin to the 0.3 s after which
+        a held key repeats (a late up on a busy machine could reach it). Then, given leads_to, the
         wait for that page."""
         self.require_alive()
         command = ["xdotool"]

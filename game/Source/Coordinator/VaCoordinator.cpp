@@ -74,14 +74,9 @@ VaCoordinator::VaCoordinator(VaApp* owner) : app(owner) {
     // The world (the tours, the first map, the art, the race) waits for the intro's first frame
     // when the app asks for a quick start: the intro does not show it, the pages read it only
     // once they are opened, and whatever needs it at once runs the start-up work first. Its art
-    // is decoded a frame before it is made, after the first mipmapped textures (WarmUpMipmaps).
+    // is decoded a frame before it is made.
     if (app->QuickStart()) {
         startupWork.Add([this] { SeedTours(); });
-        if (screen != nullptr && screen->glEnabled) {
-            for (const int size : {2, 4}) {
-                startupWork.Add([size] { QmClientEnvironmentManager::WarmUpMipmaps(size); });
-            }
-        }
         auto art = std::make_shared<std::unique_ptr<QmWorldArt>>();
         if (screen != nullptr) {
             startupWork.Add([art] { (*art = std::make_unique<QmWorldArt>())->Load(); });

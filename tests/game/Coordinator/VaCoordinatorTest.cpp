@@ -315,9 +315,8 @@ TEST_F(VaCoordinatorWindowTest, AQuickStartShowsTheIntroFirstAndMakesTheWorldAFe
     EXPECT_NE(app->screen->overlay.GetXY(320, 600), 0u); // the intro is drawn without the world
     EXPECT_EQ(coordinator->environment, nullptr);
     EXPECT_EQ(app->screen->basicShader, nullptr) << "nor any shader";
-    // The screen's shaders, one a frame, the tours, the first two mipmapped textures, the art, the
-    // world.
-    for (int frame = 0; frame < 7; ++frame) {
+    // The screen's shaders, one a frame, the tours, the art, the world.
+    for (int frame = 0; frame < 5; ++frame) {
         app->Frame();
     }
     EXPECT_NE(app->screen->basicShader, nullptr);

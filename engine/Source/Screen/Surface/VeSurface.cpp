@@ -12,9 +12,9 @@
 #include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
-
 
 VeOverlayFormat overlayFormat;
 
@@ -563,6 +563,52 @@ uint32_t VeSurface::KeyPixel(int32_t index, uint32_t key, bool clear) {
     return c;
 }
 
+namespace {
+// Uploads the smaller levels of the bound texture, each the average of 2 x 2 texels of the one
+// before (at an odd size the last row or column is left out, a side of one texel counts twice),
+// byte by byte whatever the channel order. Made here rather than by the driver: a software
+// renderer builds a shader of its own the first time it generates mipmaps, tens of milliseconds of
+// one frame.
+void UploadSmallerLevels(const uint32_t* pixels, int width, int height, int rowLength, GLenum pixelFormat) {
+    std::vector<uint32_t> level(static_cast<size_t>(width) * static_cast<size_t>(height));
+    for (int y = 0; y < height; ++y) {
+        std::memcpy(&level[static_cast<size_t>(y) * static_cast<size_t>(width)],
+                    pixels + static_cast<size_t>(y) * static_cast<size_t>(rowLength),
+                    static_cast<size_t>(width) * sizeof(uint32_t));
+    }
+    std::vector<uint32_t> smaller;
+    for (int index = 1; width > 1 || height > 1; ++index) {
+        const int w = std::max(1, width / 2);
+        const int h = std::max(1, height / 2);
+        smaller.assign(static_cast<size_t>(w) * static_cast<size_t>(h), 0);
+        for (int y = 0; y < h; ++y) {
+            const int y0 = std::min(2 * y, height - 1);
+            const int y1 = std::min(2 * y + 1, height - 1);
+            for (int x = 0; x < w; ++x) {
+                const int x0 = std::min(2 * x, width - 1);
+                const int x1 = std::min(2 * x + 1, width - 1);
+                const uint32_t texels[4] = {
+                    level[static_cast<size_t>(y0 * width + x0)], level[static_cast<size_t>(y0 * width + x1)],
+                    level[static_cast<size_t>(y1 * width + x0)], level[static_cast<size_t>(y1 * width + x1)]};
+                uint32_t average = 0;
+                for (int shift = 0; shift < 32; shift += 8) {
+                    uint32_t sum = 2;
+                    for (const uint32_t texel : texels) {
+                        sum += (texel >> shift) & 0xFFu;
+                    }
+                    average |= (sum / 4) << shift;
+                }
+                smaller[static_cast<size_t>(y * w + x)] = average;
+            }
+        }
+        glTexImage2D(GL_TEXTURE_2D, index, GL_RGBA, w, h, 0, pixelFormat, GL_UNSIGNED_BYTE, smaller.data());
+        level.swap(smaller);
+        width = w;
+        height = h;
+    }
+}
+} // namespace
+
 unsigned int VeSurface::UploadTexture(unsigned int filter) const {
     GLenum pixelFormat = GL_BGRA;
     int bytesPerPixel = format != nullptr ? format->BytesPerPixel : 4;
@@ -589,7 +635,11 @@ unsigned int VeSurface::UploadTexture(unsigned int filter) const {
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     if (filter == GL_NEAREST_MIPMAP_NEAREST || filter == GL_LINEAR_MIPMAP_NEAREST ||
         filter == GL_NEAREST_MIPMAP_LINEAR || filter == GL_LINEAR_MIPMAP_LINEAR) {
-        glGenerateMipmap(GL_TEXTURE_2D);
+        if (bytesPerPixel == 4) {
+            UploadSmallerLevels(pixels, width, height, RowLength(), pixelFormat);
+        } else {
+            glGenerateMipmap(GL_TEXTURE_2D);
+        }
     }
     return name;
 }

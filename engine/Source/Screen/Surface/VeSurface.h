@@ -105,7 +105,8 @@ public:
     uint32_t KeyPixel(int32_t index, uint32_t key = kColourKey, bool clear = false);
 
     // Uploads the pixels into a new OpenGL texture (filter: a GL minification filter such as
-    // GL_NEAREST) and returns its name; the caller deletes it. Needs a current GL context.
+    // GL_NEAREST; with a mipmap filter every smaller level too) and returns its name; the caller
+    // deletes it. Needs a current GL context.
     unsigned int UploadTexture(unsigned int filter) const;
 
     SDL_Surface* sdlSurface = nullptr;

@@ -133,12 +133,6 @@ bool QmClientEnvironmentManager::PrepareGraphicsStep() {
     return !GraphicsPrepared();
 }
 
-void QmClientEnvironmentManager::WarmUpMipmaps(int size) {
-    VeSurface surface(size, size);
-    surface.Fill(0);
-    const VeTexture texture(&surface, VeFilterNearestMipmapNearest);
-}
-
 // ---- Virtual operations ----
 
 void QmClientEnvironmentManager::SaveMap(bool asNew) {

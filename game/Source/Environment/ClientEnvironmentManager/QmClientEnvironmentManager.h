@@ -86,11 +86,6 @@ public:
     // Makes the next stage; true while stages remain.
     bool PrepareGraphicsStep();
     bool GraphicsPrepared() const { return graphicsStage >= kGraphicsStages || !glAvailable; }
-    // The software renderer spends tens of milliseconds on the first mipmapped texture it makes,
-    // and again on the first with more than one level to generate. Making and dropping one of
-    // size x size pixels, 2 and then 4 each in a frame of its own before the world is made, keeps
-    // that cost out of the frames that make the world's own textures. Needs OpenGL.
-    static void WarmUpMipmaps(int size);
 
     // ---- Virtual operations ----
     void SaveMap(bool asNew) override;

@@ -17,10 +17,10 @@ TEST(VeTextureFaceMapTest, BlockFacesUseTheirOwnEntryOnlyWithAFullMap) {
 
 class VeTextureTest : public ScreenTestBase {
 protected:
-    static std::vector<uint32_t> ReadTexture(unsigned int name, int pixels) {
+    static std::vector<uint32_t> ReadTexture(unsigned int name, int pixels, int level = 0) {
         std::vector<uint32_t> data(pixels);
         glBindTexture(GL_TEXTURE_2D, name);
-        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, data.data());
+        glGetTexImage(GL_TEXTURE_2D, level, GL_BGRA, GL_UNSIGNED_BYTE, data.data());
         return data;
     }
 };
@@ -35,6 +35,9 @@ TEST_F(VeTextureTest, FacesAreUploadedFromKeyedCopiesAndReplacedInPlace) {
     ASSERT_NE(texture.names[0], 0u);
     EXPECT_EQ(ReadTexture(texture.names[0], 3), (std::vector<uint32_t>{0, 0xFF123456, 0x80ABCDEF}));
     EXPECT_EQ(face.GetPixel(0), kColourKey) << "the surface itself is not keyed";
+    // Mipmapped, the smaller level averages 2 x 2 texels: the first two, the odd third left out.
+    const VeTexture mipmapped(&face, VeFilterNearestMipmapNearest);
+    EXPECT_EQ(ReadTexture(mipmapped.names[0], 1, 1), (std::vector<uint32_t>{0x80091A2B}));
 
     VeSurface other(3, 1);
     other.Fill(0x00FF00);

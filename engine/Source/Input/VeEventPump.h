@@ -1,8 +1,9 @@
 #pragma once
 // The first step of every input update: reads the keyboard and the mouse from the source, turns
-// the raw pointer into logical coordinates and drains the event queue (wheel steps, key presses
-// too short to be seen down at a frame, the window's activation, the quit request). Events the input state
-// has no use for go to the listener, if one is set (the screen's pointer-outside flag, window resizes).
+// the raw pointer into logical coordinates and drains the event queue (wheel steps, key presses,
+// which count even when too short to be seen down at a frame, the window's activation, the quit
+// request). Events the input state has no use for go to the listener, if one is set (the screen's
+// pointer-outside flag, window resizes).
 #include "Input/VeInputEvent.h"
 #include "Input/VeInputSource.h"
 
